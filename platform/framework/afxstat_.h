@@ -1,0 +1,61 @@
+// Module states: which module's texts CString::LoadString finds. A library makes its own state the
+// current one of the calling thread for the time of a call. Language and code page are taken from
+// the environment at the first text loaded after the switch and kept until it ends, so that one
+// call's texts agree with each other and a later call follows a changed environment.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+// One language of a module's string table: texts[id] in UTF-8, empty where an id has no text.
+struct AfxStringVariant {
+  LANGID language;
+  std::span<const std::string_view> texts;
+};
+
+struct AfxStringTable {
+  std::span<const AfxStringVariant> variants;
+};
+
+// A module's state lives as long as the module; the table is not copied.
+class AFX_MODULE_STATE {
+ public:
+  constexpr explicit AFX_MODULE_STATE(const AfxStringTable* strings) : strings_(strings) {}
+  constexpr const AfxStringTable* strings() const { return strings_; }
+
+ private:
+  const AfxStringTable* strings_;
+};
+
+namespace exifkeep {
+class CodePageEncoder;
+}
+
+// Makes `module` the current state of this thread; its end restores the state before. Nests.
+class AFX_MAINTAIN_STATE2 {
+ public:
+  explicit AFX_MAINTAIN_STATE2(const AFX_MODULE_STATE* module) noexcept;
+  ~AFX_MAINTAIN_STATE2();
+  AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
+  AFX_MAINTAIN_STATE2& operator=(const AFX_MAINTAIN_STATE2&) = delete;
+
+  // The innermost switch of this thread, or null.
+  static AFX_MAINTAIN_STATE2* current() noexcept;
+
+  // Puts the module's text with this id into `text`; false, and `text` empty, when there is none.
+  bool loadText(UINT id, std::string& text);
+
+ private:
+  void takeLanguage();
+
+  const AFX_MODULE_STATE* module_;
+  AFX_MAINTAIN_STATE2* previous_;
+  bool languageTaken_ = false;
+  std::span<const std::string_view> texts_;
+  // Null while texts leave as they are, in UTF-8.
+  std::unique_ptr<exifkeep::CodePageEncoder> encoder_;
+};

@@ -1,0 +1,6 @@
+// Comparison of 8-bit strings as the C runtime names it. Bytewise; case is folded for ASCII letters
+// only, so that a file name compares alike in every locale.
+#pragma once
+
+int _mbscmp(const unsigned char* left, const unsigned char* right);
+int _mbsicmp(const unsigned char* left, const unsigned char* right);

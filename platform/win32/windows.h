@@ -1,0 +1,209 @@
+// The part of the Win32 interface that this library uses, for systems that are not Windows: types,
+// constants and calls carry their real names and meanings, so that code written against this header
+// also compiles against the real one. Kernel calls lie on POSIX files, memory and time; GDI is
+// palettes only. Integer types are 32 bits wide where the real ones are.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// Macros, as in the real header, because image libraries define the two as macros as well.
+#ifndef FALSE
+#define FALSE 0
+#endif
+#ifndef TRUE
+#define TRUE 1
+#endif
+
+#define WINAPI
+#define CALLBACK
+
+using BOOL = int;
+using INT = int;
+using UINT = unsigned int;
+using BYTE = unsigned char;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using LONGLONG = std::int64_t;
+using SIZE_T = std::size_t;
+using LANGID = WORD;
+using COLORREF = DWORD;
+using LPSTR = char*;
+using LPCSTR = const char*;
+using LPBYTE = BYTE*;
+using LPDWORD = DWORD*;
+using PLONG = LONG*;
+using LPVOID = void*;
+using LPCVOID = const void*;
+
+using HANDLE = void*;
+using HGLOBAL = HANDLE;
+using HGDIOBJ = void*;
+struct HWND__;
+using HWND = HWND__*;
+struct HPALETTE__;
+using HPALETTE = HPALETTE__*;
+
+struct SECURITY_ATTRIBUTES;
+using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
+struct OVERLAPPED;
+using LPOVERLAPPED = OVERLAPPED*;
+
+union LARGE_INTEGER {
+  struct {
+    DWORD LowPart;
+    LONG HighPart;
+  } u;
+  LONGLONG QuadPart;
+};
+using PLARGE_INTEGER = LARGE_INTEGER*;
+
+struct SYSTEMTIME {
+  WORD wYear;
+  WORD wMonth;
+  WORD wDayOfWeek;
+  WORD wDay;
+  WORD wHour;
+  WORD wMinute;
+  WORD wSecond;
+  WORD wMilliseconds;
+};
+using LPSYSTEMTIME = SYSTEMTIME*;
+
+inline constexpr int MAX_PATH = 260;
+
+// ---- Files -------------------------------------------------------------------------------------
+// Only regular files open; a directory, FIFO, socket or device cannot be opened, and at once so.
+// Sharing modes are accepted and not enforced. A handle sees the file's size as of its opening and
+// its own writes since, and is for one thread at a time.
+
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
+
+inline constexpr DWORD GENERIC_READ = 0x80000000;
+inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD FILE_SHARE_DELETE = 4;
+inline constexpr DWORD CREATE_NEW = 1;
+inline constexpr DWORD CREATE_ALWAYS = 2;
+inline constexpr DWORD OPEN_EXISTING = 3;
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+inline constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
+inline constexpr DWORD INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
+inline constexpr DWORD FILE_BEGIN = 0;
+inline constexpr DWORD FILE_CURRENT = 1;
+inline constexpr DWORD FILE_END = 2;
+inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
+inline constexpr DWORD MOVEFILE_WRITE_THROUGH = 8;
+
+HANDLE WINAPI CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                          DWORD disposition, DWORD flags, HANDLE pattern);
+BOOL WINAPI ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read,
+                     LPOVERLAPPED overlapped);
+BOOL WINAPI WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
+                      LPOVERLAPPED overlapped);
+DWORD WINAPI SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method);
+BOOL WINAPI SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER newPosition,
+                             DWORD method);
+DWORD WINAPI GetFileSize(HANDLE file, LPDWORD sizeHigh);
+BOOL WINAPI GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
+BOOL WINAPI SetEndOfFile(HANDLE file);
+BOOL WINAPI FlushFileBuffers(HANDLE file);
+BOOL WINAPI CloseHandle(HANDLE file);
+
+BOOL WINAPI DeleteFileA(LPCSTR path);
+BOOL WINAPI MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
+DWORD WINAPI GetFileAttributesA(LPCSTR path);
+
+// ---- Temporary files ---------------------------------------------------------------------------
+// The temporary directory belongs to the calling thread alone (mode 0700) and is removed with what
+// it holds when the thread ends. Files made in it replace a name and never follow a link.
+
+DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer);
+UINT WINAPI GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer);
+
+// ---- Memory blocks -----------------------------------------------------------------------------
+// Only movable blocks exist: a handle is not an address, and a block of no bytes cannot be locked.
+
+inline constexpr UINT GMEM_MOVEABLE = 0x2;
+inline constexpr UINT GMEM_ZEROINIT = 0x40;
+inline constexpr UINT GHND = GMEM_MOVEABLE | GMEM_ZEROINIT;
+
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size);
+LPVOID WINAPI GlobalLock(HGLOBAL block);
+BOOL WINAPI GlobalUnlock(HGLOBAL block);
+SIZE_T WINAPI GlobalSize(HGLOBAL block);
+HGLOBAL WINAPI GlobalFree(HGLOBAL block);
+
+// ---- Time and strings --------------------------------------------------------------------------
+// Comparison is bytewise and folds the case of ASCII letters only, whatever the locale.
+
+void WINAPI GetLocalTime(LPSYSTEMTIME time);
+
+LPSTR WINAPI lstrcpyA(LPSTR target, LPCSTR source);
+LPSTR WINAPI lstrcpynA(LPSTR target, LPCSTR source, int size);
+LPSTR WINAPI lstrcatA(LPSTR target, LPCSTR source);
+int WINAPI lstrlenA(LPCSTR text);
+int WINAPI lstrcmpA(LPCSTR left, LPCSTR right);
+int WINAPI lstrcmpiA(LPCSTR left, LPCSTR right);
+
+// ---- GDI: bitmaps and palettes -----------------------------------------------------------------
+
+inline constexpr DWORD BI_RGB = 0;
+
+struct BITMAPINFOHEADER {
+  DWORD biSize;
+  LONG biWidth;
+  LONG biHeight;
+  WORD biPlanes;
+  WORD biBitCount;
+  DWORD biCompression;
+  DWORD biSizeImage;
+  LONG biXPelsPerMeter;
+  LONG biYPelsPerMeter;
+  DWORD biClrUsed;
+  DWORD biClrImportant;
+};
+static_assert(sizeof(BITMAPINFOHEADER) == 40);
+using LPBITMAPINFOHEADER = BITMAPINFOHEADER*;
+
+struct RGBQUAD {
+  BYTE rgbBlue;
+  BYTE rgbGreen;
+  BYTE rgbRed;
+  BYTE rgbReserved;
+};
+
+struct PALETTEENTRY {
+  BYTE peRed;
+  BYTE peGreen;
+  BYTE peBlue;
+  BYTE peFlags;
+};
+using LPPALETTEENTRY = PALETTEENTRY*;
+
+// palPalEntry stands for palNumEntries entries that follow each other.
+struct LOGPALETTE {
+  WORD palVersion;  // 0x300
+  WORD palNumEntries;
+  PALETTEENTRY palPalEntry[1];
+};
+
+HPALETTE WINAPI CreatePalette(const LOGPALETTE* palette);
+UINT WINAPI GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY entries);
+BOOL WINAPI DeleteObject(HGDIOBJ object);
+
+// ---- Messages and error codes ------------------------------------------------------------------
+
+inline constexpr UINT MB_OK = 0;
+inline constexpr int IDOK = 1;
+
+inline constexpr int ERROR_SUCCESS = 0;
+inline constexpr int ERROR_INVALID_PARAMETER = 87;
+inline constexpr int ERROR_CANCELLED = 1223;
