@@ -205,5 +205,6 @@ inline constexpr UINT MB_OK = 0;
 inline constexpr int IDOK = 1;
 
 inline constexpr int ERROR_SUCCESS = 0;
+inline constexpr int ERROR_WRITE_FAULT = 29;
 inline constexpr int ERROR_INVALID_PARAMETER = 87;
 inline constexpr int ERROR_CANCELLED = 1223;

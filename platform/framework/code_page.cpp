@@ -1,0 +1,94 @@
+// The code page is the charset of the locale in force for text, as POSIX names it: the part after
+// "." in the first of LC_ALL, LC_CTYPE and LANG that is set. None, or one that the system does not
+// know, is UTF-8. Characters are converted exactly or become "?"; none is replaced by a similar
+// one. Relies on iconv. On Windows this file's work is done in code_page_windows.cpp.
+#if !defined(_WIN32)
+
+#include <code_page.h>
+#include <iconv.h>
+#include <locale_name.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace exifkeep {
+namespace {
+
+const iconv_t noConverter = reinterpret_cast<iconv_t>(-1);
+
+std::string_view userCharset() {
+  return charsetOf(firstSet({"LC_ALL", "LC_CTYPE", "LANG"}));
+}
+
+// iconv takes options behind a "/"; a charset's own name has none.
+bool isCharsetName(std::string_view name) {
+  return !name.empty() && std::all_of(name.begin(), name.end(), [](char letter) {
+    return isAsciiLetterOrDigit(letter) || letter == '-' || letter == '_' || letter == ':';
+  });
+}
+
+std::size_t characterLength(std::string_view utf8) {
+  std::size_t length = 1;
+  while (length < utf8.size() && (utf8[length] & 0xC0) == 0x80) ++length;
+  return length;
+}
+
+// Converts as much as possible and returns how many bytes that was. Grows `text` as needed.
+std::size_t convert(iconv_t converter, std::string_view utf8, std::string& text) {
+  char buffer[256];
+  char* from = const_cast<char*>(utf8.data());
+  std::size_t left = utf8.size();
+  for (bool full = true; full;) {
+    char* to = buffer;
+    std::size_t room = sizeof buffer;
+    full = iconv(converter, &from, &left, &to, &room) == static_cast<std::size_t>(-1) &&
+           errno == E2BIG;
+    text.append(buffer, to);
+  }
+  return utf8.size() - left;
+}
+
+}  // namespace
+
+std::unique_ptr<CodePageEncoder> CodePageEncoder::forUser() {
+  const std::string charset(userCharset());
+  if (!isCharsetName(charset) || isSameIgnoringCase(charset, "UTF-8") ||
+      isSameIgnoringCase(charset, "UTF8")) {
+    return nullptr;
+  }
+  const iconv_t converter = iconv_open(charset.c_str(), "UTF-8");
+  if (converter == noConverter) return nullptr;
+  std::unique_ptr<CodePageEncoder> encoder(new CodePageEncoder(converter));
+  return encoder->keepsAscii() ? std::move(encoder) : nullptr;
+}
+
+CodePageEncoder::~CodePageEncoder() {
+  iconv_close(static_cast<iconv_t>(converter_));
+}
+
+// UTF-16 and its like cannot be a locale's charset: their texts are full of NULs.
+bool CodePageEncoder::keepsAscii() {
+  std::string text;
+  encode("Aa0?", text);
+  return text == "Aa0?";
+}
+
+void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
+  const iconv_t converter = static_cast<iconv_t>(converter_);
+  text.clear();
+  for (;;) {
+    utf8.remove_prefix(convert(converter, utf8, text));
+    if (utf8.empty()) break;
+    utf8.remove_prefix(characterLength(utf8));
+    convert(converter, "?", text);  // through iconv, for charsets that shift
+  }
+  char tail[16];
+  char* to = tail;
+  std::size_t room = sizeof tail;
+  iconv(converter, nullptr, nullptr, &to, &room);
+  text.append(tail, to);
+}
+
+}  // namespace exifkeep
+
+#endif

@@ -1,0 +1,106 @@
+// Matching is by the language alone; only Chinese has two variants, told apart by script (RFC 5646
+// "Hant", "Hans") or, without one, by region: Taiwan, Hong Kong and Macao write traditionally.
+#include <language.h>
+#include <locale_name.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace exifkeep {
+namespace {
+
+constexpr LANGID traditionalChinese = 1028;
+constexpr LANGID english = 1033;
+constexpr LANGID simplifiedChinese = 2052;
+
+constexpr std::array<LanguageVariant, 13> variants{{
+    {traditionalChinese, "zh-TW", "繁體中文"},
+    {1031, "de", "Deutsch"},
+    {english, "en", "English"},
+    {1034, "es", "Español"},
+    {1035, "fi", "Suomi"},
+    {1036, "fr", "Français"},
+    {1040, "it", "Italiano"},
+    {1041, "ja", "日本語"},
+    {1042, "ko", "한국어"},
+    {1043, "nl", "Nederlands"},
+    {1053, "sv", "Svenska"},
+    {simplifiedChinese, "zh-CN", "简体中文"},
+    {2070, "pt", "Português"},
+}};
+
+// Takes the text up to the first of `separators` off the front of `list`.
+std::string_view takePart(std::string_view& list, const char* separators) {
+  const std::string_view part = list.substr(0, list.find_first_of(separators));
+  list.remove_prefix(std::min(list.size(), part.size() + 1));
+  return part;
+}
+
+bool isSubtag(std::string_view part) {
+  return !part.empty() && part.size() <= 8 &&
+         std::all_of(part.begin(), part.end(), isAsciiLetterOrDigit);
+}
+
+// `subtags` follow the language, none of them empty; REQUIRES: they are well-formed.
+LANGID chineseVariant(std::string_view subtags) {
+  LANGID byRegion = simplifiedChinese;
+  while (!subtags.empty()) {
+    const std::string_view part = takePart(subtags, "-_");
+    if (isSameIgnoringCase(part, "Hant")) return traditionalChinese;
+    if (isSameIgnoringCase(part, "Hans")) return simplifiedChinese;
+    for (const char* region : {"TW", "HK", "MO"}) {
+      if (isSameIgnoringCase(part, region)) byRegion = traditionalChinese;
+    }
+  }
+  return byRegion;
+}
+
+bool areSubtags(std::string_view parts) {
+  while (!parts.empty()) {
+    if (!isSubtag(takePart(parts, "-_"))) return false;
+  }
+  return true;
+}
+
+bool isCLocale(std::string_view name) {
+  return name == "C" || name == "POSIX";
+}
+
+// The first entry of a LANGUAGE list that names one of the variants.
+std::optional<LANGID> firstMatch(std::string_view list) {
+  while (!list.empty()) {
+    const std::string_view name = takePart(list, ":");
+    if (isCLocale(name)) return english;
+    if (const LANGID language = matchLanguage(name)) return language;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::span<const LanguageVariant> languageVariants() {
+  return variants;
+}
+
+LANGID matchLanguage(std::string_view name) {
+  std::string_view subtags = languageOf(name);
+  const std::string_view language = takePart(subtags, "-_");
+  if (!areSubtags(subtags)) return 0;
+  if (isSameIgnoringCase(language, "zh")) return chineseVariant(subtags);
+  for (const LanguageVariant& variant : variants) {
+    if (isSameIgnoringCase(language, variant.tag)) return variant.language;
+  }
+  return 0;
+}
+
+// The "C" locale asks for untranslated texts and so overrules LANGUAGE, as GNU gettext has it.
+LANGID userLanguage() {
+  const std::string_view locale = firstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
+  if (isCLocale(locale)) return english;
+  if (const auto language = firstMatch(firstSet({"LANGUAGE"}))) return *language;
+  const LANGID language = matchLanguage(locale);
+  return language != 0 ? language : english;
+}
+
+}  // namespace exifkeep

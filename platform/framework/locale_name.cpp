@@ -1,0 +1,44 @@
+// Cutting up POSIX locale names. Relies on std::getenv only.
+#include <locale_name.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace exifkeep {
+namespace {
+
+char folded(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+}
+
+}  // namespace
+
+std::string_view firstSet(std::initializer_list<const char*> variables) {
+  for (const char* variable : variables) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return value;
+  }
+  return {};
+}
+
+std::string_view languageOf(std::string_view localeName) {
+  return localeName.substr(0, localeName.find_first_of(".@"));
+}
+
+std::string_view charsetOf(std::string_view localeName) {
+  localeName = localeName.substr(0, localeName.find('@'));
+  const std::size_t dot = localeName.find('.');
+  return dot == localeName.npos ? std::string_view() : localeName.substr(dot + 1);
+}
+
+bool isAsciiLetterOrDigit(char letter) {
+  letter = folded(letter);
+  return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9');
+}
+
+bool isSameIgnoringCase(std::string_view left, std::string_view right) {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](char a, char b) { return folded(a) == folded(b); });
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,21 @@
+// POSIX locale names, language[_territory][.charset][@modifier], and the environment variables that
+// hold them. ASCII only, whatever the process locale.
+#pragma once
+
+#include <initializer_list>
+#include <string_view>
+
+namespace exifkeep {
+
+// The value of the first of these environment variables that is set and not empty, else empty.
+// Valid until the environment changes.
+std::string_view firstSet(std::initializer_list<const char*> variables);
+
+// The part before the charset and modifier, and the charset; empty where a name has none.
+std::string_view languageOf(std::string_view localeName);
+std::string_view charsetOf(std::string_view localeName);
+
+bool isAsciiLetterOrDigit(char letter);
+bool isSameIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace exifkeep

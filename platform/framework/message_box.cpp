@@ -1,0 +1,54 @@
+// Telling the user something: the host's handler does it, or standard error does. Also the owner
+// window that dialogs would belong to. The framework's own prompts are its own, in English, and not
+// a module's texts.
+#include <afxwin.h>
+
+#include <cstdio>
+#include <mutex>
+
+namespace {
+
+struct InstalledHandler {
+  AfxMessageBoxHandler show = nullptr;
+  void* context = nullptr;
+};
+
+std::mutex handlerMutex;
+InstalledHandler installedHandler;
+
+thread_local CWnd* mainWindow = nullptr;
+
+InstalledHandler currentHandler() {
+  const std::lock_guard lock(handlerMutex);
+  return installedHandler;
+}
+
+}  // namespace
+
+CWnd* AfxGetMainWnd() {
+  return mainWindow;
+}
+
+void AfxSetMainWnd(CWnd* window) {
+  mainWindow = window;
+}
+
+int AfxMessageBox(UINT id, UINT type, UINT) {
+  if (id == AFX_IDP_FAILED_TO_SAVE_DOC) return AfxMessageBox("Failed to save document.", type);
+  CString text;
+  text.LoadString(id);
+  return AfxMessageBox(text, type);
+}
+
+// The handler runs outside the lock, so that it may take its time or install another one.
+int AfxMessageBox(LPCSTR text, UINT type, UINT) {
+  const InstalledHandler handler = currentHandler();
+  if (handler.show != nullptr) return handler.show(handler.context, text, type);
+  std::fprintf(stderr, "%s\n", text);
+  return IDOK;
+}
+
+void AfxSetMessageBoxHandler(AfxMessageBoxHandler handler, void* context) {
+  const std::lock_guard lock(handlerMutex);
+  installedHandler = {handler, context};
+}

@@ -1,0 +1,47 @@
+// The chain of module state switches of each thread, and looking up a text in the innermost one: an
+// index into the table of the language that was found when the switch's first text was loaded.
+#include <afxstat_.h>
+#include <code_page.h>
+#include <language.h>
+
+namespace {
+
+thread_local AFX_MAINTAIN_STATE2* innermost = nullptr;
+
+}  // namespace
+
+AFX_MAINTAIN_STATE2::AFX_MAINTAIN_STATE2(const AFX_MODULE_STATE* module) noexcept
+    : module_(module), previous_(innermost) {
+  innermost = this;
+}
+
+AFX_MAINTAIN_STATE2::~AFX_MAINTAIN_STATE2() {
+  innermost = previous_;
+}
+
+AFX_MAINTAIN_STATE2* AFX_MAINTAIN_STATE2::current() noexcept {
+  return innermost;
+}
+
+void AFX_MAINTAIN_STATE2::takeLanguage() {
+  if (languageTaken_) return;
+  encoder_ = exifkeep::CodePageEncoder::forUser();
+  const LANGID language = exifkeep::userLanguage();
+  if (module_ != nullptr && module_->strings() != nullptr) {
+    for (const AfxStringVariant& variant : module_->strings()->variants) {
+      if (variant.language == language) texts_ = variant.texts;
+    }
+  }
+  languageTaken_ = true;
+}
+
+bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string& text) {
+  takeLanguage();
+  const std::string_view found = id < texts_.size() ? texts_[id] : std::string_view();
+  if (encoder_ != nullptr) {
+    encoder_->encode(found, text);
+  } else {
+    text = found;
+  }
+  return !found.empty();
+}

@@ -1,0 +1,108 @@
+// CPtrList: a doubly linked list whose nodes are cut from blocks. Removed nodes are kept for the
+// next entry; an emptied list gives all of its memory back.
+#include <afxcoll.h>
+
+#include <cstddef>
+
+struct AfxListNode {
+  AfxListNode* next;
+  AfxListNode* previous;
+  void* value;
+};
+
+struct AfxListBlock {
+  static constexpr std::size_t capacity = 20;
+  AfxListBlock* next;
+  AfxListNode nodes[capacity];
+};
+
+CPtrList::~CPtrList() {
+  RemoveAll();
+}
+
+void CPtrList::RemoveAll() {
+  while (blocks_ != nullptr) {
+    AfxListBlock* rest = blocks_->next;
+    delete blocks_;
+    blocks_ = rest;
+  }
+  head_ = tail_ = free_ = nullptr;
+  count_ = 0;
+}
+
+// May throw; until it returns nothing has changed that the list's user can see.
+AfxListNode* CPtrList::takeNode(void* value) {
+  if (free_ == nullptr) {
+    blocks_ = new AfxListBlock{blocks_, {}};
+    for (AfxListNode& node : blocks_->nodes) {
+      node.next = free_;
+      free_ = &node;
+    }
+  }
+  AfxListNode* node = free_;
+  free_ = node->next;
+  *node = {nullptr, nullptr, value};
+  ++count_;
+  return node;
+}
+
+POSITION CPtrList::AddHead(void* value) {
+  AfxListNode* node = takeNode(value);
+  node->next = head_;
+  (head_ != nullptr ? head_->previous : tail_) = node;
+  head_ = node;
+  return node;
+}
+
+POSITION CPtrList::AddTail(void* value) {
+  AfxListNode* node = takeNode(value);
+  node->previous = tail_;
+  (tail_ != nullptr ? tail_->next : head_) = node;
+  tail_ = node;
+  return node;
+}
+
+void CPtrList::RemoveAt(POSITION position) {
+  if (position == nullptr) return;
+  if (count_ == 1) return RemoveAll();
+  (position->previous != nullptr ? position->previous->next : head_) = position->next;
+  (position->next != nullptr ? position->next->previous : tail_) = position->previous;
+  position->next = free_;
+  free_ = position;
+  --count_;
+}
+
+void* CPtrList::RemoveHead() {
+  void* value = GetHead();
+  RemoveAt(head_);
+  return value;
+}
+
+void* CPtrList::RemoveTail() {
+  void* value = GetTail();
+  RemoveAt(tail_);
+  return value;
+}
+
+void* CPtrList::GetHead() const {
+  return GetAt(head_);
+}
+void* CPtrList::GetTail() const {
+  return GetAt(tail_);
+}
+
+void* CPtrList::GetAt(POSITION position) const {
+  return position != nullptr ? position->value : nullptr;
+}
+
+void* CPtrList::GetNext(POSITION& position) const {
+  void* value = position->value;
+  position = position->next;
+  return value;
+}
+
+void* CPtrList::GetPrev(POSITION& position) const {
+  void* value = position->value;
+  position = position->previous;
+  return value;
+}

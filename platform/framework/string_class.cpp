@@ -1,0 +1,132 @@
+// CString over std::string. Cutting and searching treat positions outside the text as its ends.
+// Format relies on c_locale_format.h, LoadString on the current module state.
+#include <afx.h>
+#include <afxstat_.h>
+#include <c_locale_format.h>
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstring>
+
+namespace {
+
+// The length of a text of at most `limit` bytes that may lack its terminator.
+std::size_t boundedLength(const char* text, int limit) {
+  if (text == nullptr || limit <= 0) return 0;
+  const void* end = std::memchr(text, '\0', limit);
+  return end != nullptr ? static_cast<const char*>(end) - text : limit;
+}
+
+int positionOrNone(std::size_t found) {
+  return found == std::string::npos ? -1 : static_cast<int>(found);
+}
+
+std::size_t startingAt(int start) {
+  return static_cast<std::size_t>(std::max(start, 0));
+}
+
+const char* orEmpty(const char* text) {
+  return text != nullptr ? text : "";
+}
+
+}  // namespace
+
+CString::CString(const char* text, int length)
+    : text_(orEmpty(text), boundedLength(text, length)) {}
+
+CString& CString::operator=(const char* text) {
+  text_ = orEmpty(text);
+  return *this;
+}
+
+CString& CString::operator+=(const CString& tail) {
+  text_ += tail.text_;
+  return *this;
+}
+
+CString& CString::operator+=(const char* tail) {
+  text_ += orEmpty(tail);
+  return *this;
+}
+
+CString& CString::operator+=(char tail) {
+  if (tail != '\0') text_ += tail;
+  return *this;
+}
+
+char CString::GetAt(int index) const {
+  return index >= 0 && index < GetLength() ? text_[static_cast<std::size_t>(index)] : '\0';
+}
+
+void CString::SetAt(int index, char value) {
+  if (index < 0 || index >= GetLength()) return;
+  if (value == '\0') {
+    text_.resize(static_cast<std::size_t>(index));
+  } else {
+    text_[static_cast<std::size_t>(index)] = value;
+  }
+}
+
+CString CString::Left(int count) const {
+  return CString(text_.c_str(), count);
+}
+
+CString CString::Right(int count) const {
+  return Mid(GetLength() - std::max(count, 0));
+}
+
+CString CString::Mid(int first) const {
+  return Mid(first, GetLength());
+}
+
+CString CString::Mid(int first, int count) const {
+  const int start = std::clamp(first, 0, GetLength());
+  return CString(text_.c_str() + start, count);
+}
+
+int CString::Find(char wanted, int start) const {
+  return positionOrNone(text_.find(wanted, startingAt(start)));
+}
+
+int CString::Find(const char* wanted, int start) const {
+  return positionOrNone(text_.find(orEmpty(wanted), startingAt(start)));
+}
+
+int CString::ReverseFind(char wanted) const {
+  return positionOrNone(text_.rfind(wanted));
+}
+
+int CString::Replace(char from, char to) {
+  if (to == '\0') return 0;
+  int replaced = 0;
+  for (char& letter : text_) {
+    if (letter != from) continue;
+    letter = to;
+    ++replaced;
+  }
+  return replaced;
+}
+
+void CString::Format(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  text_ = exifkeep::formatInCLocale(format, arguments);
+  va_end(arguments);
+}
+
+BOOL CString::LoadString(UINT id) {
+  AFX_MAINTAIN_STATE2* state = AFX_MAINTAIN_STATE2::current();
+  if (state != nullptr) return state->loadText(id, text_);
+  text_.clear();
+  return FALSE;
+}
+
+CString operator+(const CString& left, const CString& right) {
+  return CString(left) += right;
+}
+CString operator+(const CString& left, const char* right) {
+  return CString(left) += right;
+}
+CString operator+(const char* left, const CString& right) {
+  return CString(left) += right;
+}

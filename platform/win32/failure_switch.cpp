@@ -1,0 +1,70 @@
+// The state behind the failure switch. Failures and call counts are the thread's own, so that tests
+// on several threads do not disturb each other; what is held is counted for the whole process.
+#include <failure_switch.h>
+
+#if defined(EXIFKEEP_FAILURE_SWITCH)
+
+#include <array>
+#include <atomic>
+
+namespace exifkeep {
+namespace {
+
+struct CallState {
+  int made = 0;
+  int untilFailure = 0;  // 0: none is set
+};
+
+thread_local std::array<CallState, static_cast<std::size_t>(PlatformCall::kinds)> calls;
+
+CallState& stateOf(PlatformCall kind) {
+  return calls[static_cast<std::size_t>(kind)];
+}
+
+std::atomic<int> handles{0};
+std::atomic<int> blocks{0};
+std::atomic<int> palettes{0};
+
+}  // namespace
+
+void failCall(PlatformCall kind, int n) noexcept {
+  stateOf(kind).untilFailure = n;
+}
+
+int callsMade(PlatformCall kind) noexcept {
+  return stateOf(kind).made;
+}
+
+void clearFailures() noexcept {
+  calls.fill({});
+}
+
+int openHandles() noexcept {
+  return handles;
+}
+int liveBlocks() noexcept {
+  return blocks;
+}
+int livePalettes() noexcept {
+  return palettes;
+}
+
+bool failsNow(PlatformCall kind) noexcept {
+  CallState& state = stateOf(kind);
+  ++state.made;
+  return state.untilFailure > 0 && --state.untilFailure == 0;
+}
+
+void countHandle(int change) noexcept {
+  handles += change;
+}
+void countBlock(int change) noexcept {
+  blocks += change;
+}
+void countPalette(int change) noexcept {
+  palettes += change;
+}
+
+}  // namespace exifkeep
+
+#endif

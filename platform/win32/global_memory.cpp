@@ -1,0 +1,56 @@
+// Global memory blocks. A handle is the address of the header before the bytes, so it cannot be
+// taken for the bytes themselves. Cleared blocks come from calloc, which does not touch large ones.
+#include <failure_switch.h>
+#include <windows.h>
+
+#include <cstdlib>
+
+namespace {
+
+struct alignas(std::max_align_t) BlockHeader {
+  SIZE_T size;
+  UINT locks;
+};
+
+BlockHeader* headerOf(HGLOBAL block) {
+  return static_cast<BlockHeader*>(block);
+}
+
+}  // namespace
+
+HGLOBAL GlobalAlloc(UINT flags, SIZE_T size) {
+  if (exifkeep::failsNow(exifkeep::PlatformCall::allocate)) return nullptr;
+  if ((flags & GMEM_MOVEABLE) == 0 || size > PTRDIFF_MAX - sizeof(BlockHeader)) return nullptr;
+  const SIZE_T whole = size + sizeof(BlockHeader);
+  const bool clear = (flags & GMEM_ZEROINIT) != 0;
+  BlockHeader* header = headerOf(clear ? std::calloc(1, whole) : std::malloc(whole));
+  if (header == nullptr) return nullptr;
+  *header = {size, 0};
+  exifkeep::countBlock(1);
+  return header;
+}
+
+LPVOID GlobalLock(HGLOBAL block) {
+  if (exifkeep::failsNow(exifkeep::PlatformCall::lock)) return nullptr;
+  BlockHeader* header = headerOf(block);
+  if (header == nullptr || header->size == 0) return nullptr;
+  ++header->locks;
+  return header + 1;
+}
+
+// Tells whether the block is still locked, by other locks than this one.
+BOOL GlobalUnlock(HGLOBAL block) {
+  BlockHeader* header = headerOf(block);
+  if (header == nullptr || header->locks == 0) return FALSE;
+  return --header->locks > 0;
+}
+
+SIZE_T GlobalSize(HGLOBAL block) {
+  return block != nullptr ? headerOf(block)->size : 0;
+}
+
+HGLOBAL GlobalFree(HGLOBAL block) {
+  if (block != nullptr) exifkeep::countBlock(-1);
+  std::free(block);
+  return nullptr;
+}

@@ -1,0 +1,153 @@
+// Reading through the window, writing past it. The window is filled from a page boundary at or
+// before the position: directory values often lie a little before what was read last. Writes go to
+// the file at once and are copied into the window where they overlap it.
+#include <failure_switch.h>
+#include <fcntl.h>
+#include <open_file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <new>
+
+namespace exifkeep {
+namespace {
+
+static_assert(sizeof(off_t) == 8, "files over 2 GiB need _FILE_OFFSET_BITS=64");
+
+constexpr std::int64_t pageSize = 4096;
+
+// Repeats a call for as long as signals interrupt it.
+template <class Call>
+auto uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+ssize_t readAt(int descriptor, std::byte* target, std::size_t count, std::int64_t position) {
+  return uninterrupted([=] { return pread(descriptor, target, count, position); });
+}
+
+}  // namespace
+
+// Written out, so that creating an object does not clear the window.
+OpenFile::OpenFile() {
+  countHandle(1);
+}
+
+OpenFile::~OpenFile() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+  countHandle(-1);
+}
+
+std::unique_ptr<OpenFile> OpenFile::open(const char* path, int flags, mode_t mode) {
+  if (failsNow(PlatformCall::open)) return nullptr;
+  // Memory comes first: once the file is open it may already be truncated.
+  std::unique_ptr<OpenFile> file(new (std::nothrow) OpenFile);
+  if (!file) return nullptr;
+  // Without O_NONBLOCK, opening a FIFO would wait for its other end.
+  const int allFlags = flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  file->descriptor_ = uninterrupted([=] { return ::open(path, allFlags, mode); });
+  struct stat status;
+  if (file->descriptor_ < 0 || fstat(file->descriptor_, &status) != 0) return nullptr;
+  if (!S_ISREG(status.st_mode)) return nullptr;
+  file->size_ = status.st_size;
+  file->readable_ = (flags & O_ACCMODE) != O_WRONLY;
+  file->writable_ = (flags & O_ACCMODE) != O_RDONLY;
+  return file;
+}
+
+bool OpenFile::read(void* buffer, std::size_t count, std::size_t& done) {
+  done = 0;
+  if (!readable_ || failsNow(PlatformCall::read)) return false;
+  const std::int64_t rest = std::max<std::int64_t>(size_ - position_, 0);
+  count = static_cast<std::size_t>(std::min<std::uint64_t>(count, rest));
+  while (done < count) {
+    const ssize_t step = readOn(static_cast<std::byte*>(buffer) + done, count - done);
+    if (step < 0) return false;
+    if (step == 0) break;  // someone else cut the file
+    position_ += step;
+    done += step;
+  }
+  return true;
+}
+
+ssize_t OpenFile::readOn(std::byte* target, std::size_t count) {
+  if (const std::size_t step = takeFromWindow(target, count); step > 0) return step;
+  if (count >= window_.size()) return readAt(descriptor_, target, count, position_);
+  if (fillWindow() < 0) return -1;
+  return takeFromWindow(target, count);
+}
+
+std::size_t OpenFile::takeFromWindow(std::byte* target, std::size_t count) const {
+  const std::int64_t at = position_ - windowStart_;
+  if (at < 0 || at >= static_cast<std::int64_t>(windowLength_)) return 0;
+  const std::size_t step = std::min(count, windowLength_ - static_cast<std::size_t>(at));
+  std::memcpy(target, window_.data() + at, step);
+  return step;
+}
+
+ssize_t OpenFile::fillWindow() {
+  windowStart_ = position_ - position_ % pageSize;
+  const ssize_t length = readAt(descriptor_, window_.data(), window_.size(), windowStart_);
+  windowLength_ = std::max<ssize_t>(length, 0);
+  return length;
+}
+
+bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
+  done = 0;
+  if (!writable_ || failsNow(PlatformCall::write)) return false;
+  while (done < count) {
+    const std::byte* source = static_cast<const std::byte*>(bytes) + done;
+    const ssize_t step =
+        uninterrupted([&, this] { return pwrite(descriptor_, source, count - done, position_); });
+    if (step <= 0) return false;
+    updateWindow(source, step);
+    position_ += step;
+    size_ = std::max(size_, position_);
+    done += step;
+  }
+  return true;
+}
+
+void OpenFile::updateWindow(const std::byte* source, std::size_t count) {
+  const std::int64_t windowEnd = windowStart_ + static_cast<std::int64_t>(windowLength_);
+  const std::int64_t start = std::max(position_, windowStart_);
+  const std::int64_t end = std::min(position_ + static_cast<std::int64_t>(count), windowEnd);
+  if (start >= end) return;
+  std::memcpy(window_.data() + (start - windowStart_), source + (start - position_), end - start);
+}
+
+bool OpenFile::seek(std::int64_t distance, DWORD origin) {
+  if (failsNow(PlatformCall::seek) || origin > FILE_END) return false;
+  const std::int64_t base = origin == FILE_BEGIN ? 0 : origin == FILE_CURRENT ? position_ : size_;
+  if (distance > INT64_MAX - base || base + distance < 0) return false;
+  position_ = base + distance;
+  return true;
+}
+
+bool OpenFile::truncateHere() {
+  if (!writable_ || failsNow(PlatformCall::write)) return false;
+  if (uninterrupted([this] { return ftruncate(descriptor_, position_); }) != 0) return false;
+  size_ = position_;
+  const std::int64_t kept = std::max<std::int64_t>(size_ - windowStart_, 0);
+  windowLength_ = static_cast<std::size_t>(std::min<std::int64_t>(windowLength_, kept));
+  return true;
+}
+
+bool OpenFile::sync() {
+  if (!writable_ || failsNow(PlatformCall::sync)) return false;
+  return uninterrupted([this] { return fsync(descriptor_); }) == 0;
+}
+
+bool OpenFile::close() {
+  // Never repeated: after EINTR the descriptor is gone and may already be another thread's.
+  const bool closed = ::close(descriptor_) == 0 || errno == EINTR;
+  descriptor_ = -1;
+  return !failsNow(PlatformCall::close) && closed;
+}
+
+}  // namespace exifkeep

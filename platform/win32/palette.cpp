@@ -1,0 +1,45 @@
+// Palettes, the only GDI objects there are: lists of colours behind a handle.
+#include <failure_switch.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <vector>
+
+struct HPALETTE__ {
+  std::vector<PALETTEENTRY> entries;
+};
+
+HPALETTE CreatePalette(const LOGPALETTE* palette) {
+  if (exifkeep::failsNow(exifkeep::PlatformCall::palette)) return nullptr;
+  if (palette == nullptr || palette->palNumEntries == 0) return nullptr;
+  try {
+    // The array's bound of 1 stands for palNumEntries.
+    const PALETTEENTRY* first = palette->palPalEntry;
+    auto created = std::make_unique<HPALETTE__>();
+    created->entries.assign(first, first + palette->palNumEntries);
+    exifkeep::countPalette(1);
+    return created.release();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+// Returns the number of entries copied; without a target, the number there are.
+UINT GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY entries) {
+  if (palette == nullptr) return 0;
+  const UINT size = static_cast<UINT>(palette->entries.size());
+  if (entries == nullptr) return size;
+  if (start >= size) return 0;
+  count = std::min(count, size - start);
+  std::copy_n(palette->entries.begin() + start, count, entries);
+  return count;
+}
+
+BOOL DeleteObject(HGDIOBJ object) {
+  if (object == nullptr) return FALSE;
+  exifkeep::countPalette(-1);
+  delete static_cast<HPALETTE>(object);
+  return TRUE;
+}

@@ -1,0 +1,64 @@
+// Unique names are tried in turn from a number that differs from call to call; that nobody else has
+// the name is for open(2) to say. Relies on OpenFile.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unique_file.h>
+#include <windows.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+namespace exifkeep {
+namespace {
+
+constexpr UINT lastNumber = 0xFFFF;
+
+UINT firstNumber() {
+  static std::atomic<UINT> calls{0};
+  const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
+  return static_cast<UINT>(ticks) + 7919 * calls.fetch_add(1, std::memory_order_relaxed);
+}
+
+std::string uniquePath(const std::string& head, UINT number) {
+  char tail[16];
+  std::snprintf(tail, sizeof tail, "%04X.tmp", number);
+  return head + tail;
+}
+
+}  // namespace
+
+UniqueFile createUniqueFile(const std::string& head, mode_t mode) {
+  const UINT first = firstNumber();
+  for (UINT tries = 0; tries < lastNumber; ++tries) {
+    const UINT number = (first + tries) % lastNumber + 1;
+    std::string path = uniquePath(head, number);
+    if (auto file = OpenFile::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL, mode)) {
+      return {std::move(file), std::move(path), number};
+    }
+    struct stat status;
+    if (lstat(path.c_str(), &status) != 0) break;  // not because the name is taken
+  }
+  return {};
+}
+
+}  // namespace exifkeep
+
+// As on Windows, a number other than 0 makes the name only. Three letters of the prefix, four
+// digits and ".tmp" are 11 bytes.
+UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer) {
+  try {
+    std::string head = directory;
+    if (!head.empty() && head.back() != '/') head += '/';
+    head.append(prefix, strnlen(prefix, 3));
+    if (head.size() + sizeof "FFFF.tmp" > MAX_PATH) return 0;
+    UINT number = unique & exifkeep::lastNumber;
+    if (number == 0) number = exifkeep::createUniqueFile(head, 0666).number;
+    if (number != 0) std::strcpy(buffer, exifkeep::uniquePath(head, number).c_str());
+    return number;
+  } catch (const std::bad_alloc&) {
+    return 0;
+  }
+}
