@@ -1,0 +1,190 @@
+// Decodes straight into the image's rows: the library delivers blue, green, red, and takes one
+// pointer a row, so bottom-up costs nothing. Memory and work are bounded: 1 GiB for the
+// coefficients of a picture of several scans, 100 scans, and 2^32 pixels over all scans.
+#include "jpeg_read.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "jpeg_errors.h"
+
+namespace exifkeep {
+namespace {
+
+constexpr int rowsAtOnce = 16;
+
+struct Source {
+  jpeg_source_mgr base;  // first: the library hands back its address
+  PictureReading* file;
+  bool ended;
+  JOCTET bytes[16384];
+};
+
+struct Watch {
+  jpeg_progress_mgr base;  // first: the library hands back its address
+};
+
+void startSource(j_decompress_ptr) {}
+
+// Behind the end of the file comes an EOI marker: it ends a picture whose scan is complete, and
+// damages any other.
+boolean fillSource(j_decompress_ptr codec) {
+  Source& source = *reinterpret_cast<Source*>(codec->src);
+  std::size_t count = source.file->read(source.bytes, sizeof source.bytes);
+  if (count == 0) {
+    source.ended = true;
+    source.bytes[0] = 0xFF;
+    source.bytes[1] = JPEG_EOI;
+    count = 2;
+  }
+  source.base.next_input_byte = source.bytes;
+  source.base.bytes_in_buffer = count;
+  return TRUE;
+}
+
+void skipSource(j_decompress_ptr codec, long count) {
+  if (count <= 0) return;
+  jpeg_source_mgr& source = *codec->src;
+  const std::size_t buffered = std::min(source.bytes_in_buffer, static_cast<std::size_t>(count));
+  source.next_input_byte += buffered;
+  source.bytes_in_buffer -= buffered;
+  PictureReading& file = *reinterpret_cast<Source*>(codec->src)->file;
+  file.moveTo(file.position() + static_cast<std::size_t>(count) - buffered);
+}
+
+void endSource(j_decompress_ptr) {}
+
+// Called for every row of blocks, of every scan.
+void limitScans(j_common_ptr common) {
+  const j_decompress_ptr codec = reinterpret_cast<j_decompress_ptr>(common);
+  const std::uint64_t pixels = std::uint64_t{codec->image_width} * codec->image_height;
+  const std::uint64_t scans = static_cast<std::uint64_t>(codec->input_scan_number);
+  if (scans > 100 || scans * pixels > std::uint64_t{1} << 32) ERREXIT(codec, JERR_BAD_PROGRESSION);
+}
+
+void convertCmyk(const JSAMPLE* cmyk, BYTE* bgr, unsigned width, bool inverted) {
+  for (unsigned x = 0; x < width; ++x, cmyk += 4, bgr += 3)
+    for (int c = 0; c < 3; ++c) {
+      const unsigned ink = inverted ? cmyk[2 - c] : 255u - cmyk[2 - c];
+      const unsigned black = inverted ? cmyk[3] : 255u - cmyk[3];
+      bgr[c] = static_cast<BYTE>((ink * black + 127) / 255);
+    }
+}
+
+class JpegDecoder {
+ public:
+  explicit JpegDecoder(PictureReading& file) noexcept {
+    codec_.err = &errors_.base;
+    source_.file = &file;
+    source_.ended = false;
+    source_.base = {nullptr,  0, startSource, fillSource, skipSource, jpeg_resync_to_restart,
+                    endSource};
+    watch_.base.progress_monitor = limitScans;
+  }
+  ~JpegDecoder() { jpeg_destroy_decompress(&codec_); }
+  JpegDecoder(const JpegDecoder&) = delete;
+  JpegDecoder& operator=(const JpegDecoder&) = delete;
+
+  bool describe(PictureDescription& picture) {
+    picture_ = &picture;
+    return attempt(&JpegDecoder::readHeader) && isAcceptable(picture, source_.file->size());
+  }
+
+  bool decode(const PictureRows& rows) {
+    rows_ = &rows;
+    return attempt(&JpegDecoder::readPixels) &&
+           !(source_.ended && jpeg_has_multiple_scans(&codec_));
+  }
+
+ private:
+  // The one place to which errors come back.
+  bool attempt(void (JpegDecoder::*step)()) {
+    if (setjmp(errors_.escape) != 0) return false;
+    (this->*step)();
+    return true;
+  }
+
+  void readHeader() {
+    jpeg_create_decompress(&codec_);
+    codec_.mem->max_memory_to_use = 1L << 30;
+    codec_.src = &source_.base;
+    codec_.progress = &watch_.base;
+    jpeg_read_header(&codec_, TRUE);
+    picture_->width = codec_.image_width;
+    picture_->height = codec_.image_height;
+    picture_->bits = codec_.jpeg_color_space == JCS_GRAYSCALE ? 8 : 24;
+    if (codec_.saw_JFIF_marker) {
+      const double unit = codec_.density_unit == 1 ? 1 : codec_.density_unit == 2 ? 2.54 : 0;
+      picture_->dpmX = perMetreFromPerInch(codec_.X_density * unit);
+      picture_->dpmY = perMetreFromPerInch(codec_.Y_density * unit);
+    }
+  }
+
+  void readPixels() {
+    switch (codec_.jpeg_color_space) {
+      case JCS_GRAYSCALE:
+        codec_.out_color_space = JCS_GRAYSCALE;
+        break;
+      case JCS_CMYK:
+      case JCS_YCCK:
+        codec_.out_color_space = JCS_CMYK;
+        break;
+      default:
+        codec_.out_color_space = JCS_EXT_BGR;
+    }
+    jpeg_start_decompress(&codec_);
+    if (codec_.out_color_space == JCS_CMYK)
+      readCmykRows();
+    else
+      readRows();
+  }
+
+  void readRows() {
+    JSAMPROW rows[rowsAtOnce];
+    while (codec_.output_scanline < codec_.output_height) {
+      const unsigned y = codec_.output_scanline;
+      const unsigned count = std::min<unsigned>(rowsAtOnce, codec_.output_height - y);
+      for (unsigned i = 0; i < count; ++i) rows[i] = rows_->row(y + i);
+      jpeg_read_scanlines(&codec_, rows, count);
+      rows_->report(y);
+    }
+  }
+
+  // Adobe's files hold CMYK inverted; they are known by their APP14 marker.
+  void readCmykRows() {
+    JSAMPARRAY cmyk = codec_.mem->alloc_sarray(reinterpret_cast<j_common_ptr>(&codec_), JPOOL_IMAGE,
+                                               codec_.output_width * 4, 1);
+    while (codec_.output_scanline < codec_.output_height) {
+      const unsigned y = codec_.output_scanline;
+      jpeg_read_scanlines(&codec_, cmyk, 1);
+      convertCmyk(cmyk[0], rows_->row(y), codec_.output_width, codec_.saw_Adobe_marker);
+      rows_->report(y);
+    }
+  }
+
+  jpeg_decompress_struct codec_ = {};
+  JpegErrors errors_;
+  Source source_;
+  Watch watch_ = {};
+  PictureDescription* picture_ = nullptr;
+  const PictureRows* rows_ = nullptr;
+};
+
+}  // namespace
+
+bool isJpeg(const BYTE* start, std::size_t count) {
+  return count >= 3 && start[0] == 0xFF && start[1] == 0xD8 && start[2] == 0xFF;
+}
+
+bool describeJpeg(PictureReading& file, PictureDescription& picture) {
+  return JpegDecoder(file).describe(picture);
+}
+
+bool decodeJpeg(PictureReading& file, const PictureRows& rows) {
+  JpegDecoder decoder(file);
+  PictureDescription picture;
+  return decoder.describe(picture) && rows.fit(picture) && decoder.decode(rows);
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,56 @@
+// One picture file while it is read or written, with its own position: the three codec libraries
+// get all their bytes through it. Only regular files open. Nothing is buffered here.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace exifkeep {
+
+class PictureFile {
+ public:
+  PictureFile(const PictureFile&) = delete;
+  PictureFile& operator=(const PictureFile&) = delete;
+  ~PictureFile();
+
+  bool isOpen() const noexcept { return file_ >= 0; }
+  std::uint64_t size() const noexcept { return size_; }
+  std::uint64_t position() const noexcept { return position_; }
+  void moveTo(std::uint64_t position) noexcept { position_ = position; }
+
+  // Reads at the position; fewer bytes than asked for only at the end of the file or on an error.
+  std::size_t read(void* bytes, std::size_t count) noexcept;
+
+ protected:
+  PictureFile() noexcept = default;
+  bool open(const char* path, int flags) noexcept;
+
+  int file_ = -1;
+  std::uint64_t size_ = 0;
+  std::uint64_t position_ = 0;
+};
+
+// An existing file.
+class PictureReading : public PictureFile {
+ public:
+  explicit PictureReading(const char* path) noexcept;
+};
+
+// A new file, or an existing one that is emptied. Unless finish() returned true, the file is
+// removed again on destruction: nothing half-written stays.
+class PictureWriting : public PictureFile {
+ public:
+  explicit PictureWriting(const char* path) noexcept;
+  ~PictureWriting();
+
+  // Writes all bytes at the position.
+  bool write(const void* bytes, std::size_t count) noexcept;
+  // Closes the file; false when that, or any write before, failed.
+  bool finish() noexcept;
+
+ private:
+  const char* path_;
+  bool failed_ = false;
+};
+
+}  // namespace exifkeep

@@ -1,0 +1,82 @@
+// What a picture format offers, and what travels between the codec's five functions and a format:
+// a description of the picture in a file, and the rows of an image in memory.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "picture_file.h"
+#include "pxcodec32.h"
+
+namespace exifkeep {
+
+// The picture in a file, as it will be delivered.
+struct PictureDescription {
+  unsigned width = 0;
+  unsigned height = 0;
+  unsigned bits = 0;  // 1 (0 is black), 8 or 24
+  unsigned dpmX = 0;  // dots per metre, 0 when the file does not say
+  unsigned dpmY = 0;
+  unsigned coloursUsed = 0;  // of a palette picture, else 0
+  std::array<RGBQUAD, 256> palette = {};
+};
+
+// Rows of an image in memory: row 0 at the top, colours as blue, green, red.
+class PictureRows {
+ public:
+  PictureRows(const tagLmmInfo& image, CodecProgress progress) noexcept;
+
+  // Whether the record describes an image at all.
+  bool areValid() const noexcept;
+  bool fit(const PictureDescription& picture) const noexcept;
+
+  unsigned width() const noexcept { return static_cast<unsigned>(image_.header->biWidth); }
+  unsigned height() const noexcept { return static_cast<unsigned>(image_.header->biHeight); }
+  unsigned bits() const noexcept { return image_.header->biBitCount; }
+  unsigned dpmX() const noexcept { return static_cast<unsigned>(image_.header->biXPelsPerMeter); }
+  unsigned dpmY() const noexcept { return static_cast<unsigned>(image_.header->biYPelsPerMeter); }
+  unsigned paletteSize() const noexcept { return bits() <= 8 ? 1u << bits() : 0; }
+  const RGBQUAD* palette() const noexcept { return image_.palette; }
+  bool isGrey() const noexcept;
+
+  BYTE* row(unsigned y) const noexcept { return image_.bits + (height() - 1 - y) * image_.stride; }
+  // Row y in 24 bits: `bgr` (3 bytes a pixel) receives it.
+  void expand(unsigned y, BYTE* bgr) const noexcept;
+
+  // Tells the caller, every 64 rows, how far the work is.
+  void report(unsigned y) const noexcept {
+    if (progress_ && y % 64 == 0) progress_(static_cast<int>(y), 0, static_cast<int>(height()));
+  }
+
+ private:
+  tagLmmInfo image_;
+  CodecProgress progress_;
+};
+
+struct PictureFormat {
+  bool (*recognizes)(const BYTE* start, std::size_t count);
+  // Each of these gets a file that stands at its start.
+  bool (*describe)(PictureReading& file, PictureDescription& picture);
+  bool (*decode)(PictureReading& file, const PictureRows& rows);
+  bool (*encode)(PictureWriting& file, const PictureRows& rows);
+};
+
+extern const PictureFormat jpegFormat;
+extern const PictureFormat tiffFormat;
+extern const PictureFormat pngFormat;
+
+// Exchanges the first and the third byte of each pixel. The two may not overlap.
+void swapRedAndBlue(const BYTE* from, BYTE* to, std::size_t pixels) noexcept;
+
+// Whether a file may hold a picture of that size: at most PRaster::maxPixels, and from 64 MiB of
+// pixels on at most 2048 bytes of pixels a byte of the file, which the formats' compression does
+// not exceed in practice (Deflate reaches 1032, LZW 1360). So a tiny file is told off before any
+// large block is allocated or filled.
+bool isAcceptable(const PictureDescription& picture, std::uint64_t fileSize) noexcept;
+
+// Resolutions: what does not fit or is not positive counts as unknown, 0.
+unsigned perMetreFromPerInch(double dotsPerInch) noexcept;
+unsigned perInchFromPerMetre(unsigned dotsPerMetre) noexcept;
+
+}  // namespace exifkeep

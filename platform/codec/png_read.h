@@ -1,0 +1,13 @@
+// Reading PNG files: opaque bilevel grey as 1 bit, other grey and palette as 8, the rest as 24.
+// Transparency becomes a white background, 16-bit levels are rounded to 8.
+#pragma once
+
+#include "picture_format.h"
+
+namespace exifkeep {
+
+bool isPng(const BYTE* start, std::size_t count);
+bool describePng(PictureReading& file, PictureDescription& picture);
+bool decodePng(PictureReading& file, const PictureRows& rows);
+
+}  // namespace exifkeep

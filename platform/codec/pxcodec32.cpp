@@ -1,0 +1,151 @@
+// The five functions of the picture codec, and the table of its formats. Each call opens its file,
+// finds the format and leaves the rest to it.
+#include "pxcodec32.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "failure_switch.h"
+#include "picture_format.h"
+
+namespace exifkeep {
+namespace {
+
+struct NamedFormat {
+  const char* extension;
+  const PictureFormat* format;
+};
+
+constexpr NamedFormat namedFormats[] = {
+    {"jpg", &jpegFormat}, {"jpeg", &jpegFormat}, {"jpe", &jpegFormat},
+    {"tif", &tiffFormat}, {"tiff", &tiffFormat}, {"png", &pngFormat},
+};
+
+// For writing: by the text after the last '.'.
+const PictureFormat* formatOfName(const char* path) noexcept {
+  const char* dot = std::strrchr(path, '.');
+  if (!dot) return nullptr;
+  for (const NamedFormat& named : namedFormats)
+    if (lstrcmpiA(dot + 1, named.extension) == 0) return named.format;
+  return nullptr;
+}
+
+// For reading: by the file's first bytes. Leaves the file at its start.
+const PictureFormat* formatOfContent(PictureReading& file) noexcept {
+  BYTE start[16];
+  const std::size_t count = file.read(start, sizeof start);
+  file.moveTo(0);
+  for (const NamedFormat& named : namedFormats)
+    if (named.format->recognizes(start, count)) return named.format;
+  return nullptr;
+}
+
+bool describe(const char* path, PictureDescription& picture) {
+  PictureReading file(path);
+  if (!file.isOpen()) return false;
+  const PictureFormat* format = formatOfContent(file);
+  return format && format->describe(file, picture);
+}
+
+bool decode(const char* path, const PictureRows& rows) {
+  PictureReading file(path);
+  if (!file.isOpen()) return false;
+  const PictureFormat* format = formatOfContent(file);
+  return format && format->decode(file, rows);
+}
+
+bool encode(const char* path, const PictureRows& rows) {
+  const PictureFormat* format = formatOfName(path);
+  if (!format) return false;
+  PictureWriting file(path);
+  return file.isOpen() && format->encode(file, rows) && file.finish();
+}
+
+HPALETTE makePalette(const PictureDescription& picture) noexcept {
+  struct {
+    LOGPALETTE head;
+    PALETTEENTRY rest[255];
+  } palette = {};
+  palette.head.palVersion = 0x300;
+  palette.head.palNumEntries = 256;
+  BYTE* entry = reinterpret_cast<BYTE*>(palette.head.palPalEntry);
+  for (const RGBQUAD& colour : picture.palette) {
+    const PALETTEENTRY converted = {colour.rgbRed, colour.rgbGreen, colour.rgbBlue, 0};
+    std::memcpy(entry, &converted, sizeof converted);
+    entry += sizeof converted;
+  }
+  return CreatePalette(&palette.head);
+}
+
+// Runs one call: no exception leaves it, and the failure switch can end it.
+template <typename Result, typename Body>
+Result guarded(Result failure, Body body) noexcept {
+  if (failsNow(PlatformCall::codec)) return failure;
+  try {
+    return body();
+  } catch (...) {
+    return failure;
+  }
+}
+
+}  // namespace
+}  // namespace exifkeep
+
+using namespace exifkeep;
+
+short AllGetReadWriteCaps(HWND, HGLOBAL block) {
+  return guarded(short{0}, [&]() -> short {
+    void* records = GlobalLock(block);
+    if (!records) return 0;
+    char* record = static_cast<char*>(records);
+    for (const NamedFormat& named : namedFormats) {
+      CodecCapability capability = {};
+      std::strncpy(capability.extension, named.extension, sizeof capability.extension - 1);
+      capability.readable = 1;
+      capability.writable = 1;
+      std::memcpy(record, &capability, sizeof capability);
+      record += sizeof capability;
+    }
+    GlobalUnlock(block);
+    return static_cast<short>(std::size(namedFormats));
+  });
+}
+
+int AllReadHeader(const char* path, BITMAPINFOHEADER* header) {
+  return guarded(0, [&] {
+    PictureDescription picture;
+    if (!describe(path, picture)) return 0;
+    *header = {};
+    header->biSize = sizeof *header;
+    header->biWidth = static_cast<LONG>(picture.width);
+    header->biHeight = static_cast<LONG>(picture.height);
+    header->biPlanes = 1;
+    header->biBitCount = static_cast<WORD>(picture.bits);
+    header->biXPelsPerMeter = static_cast<LONG>(picture.dpmX);
+    header->biYPelsPerMeter = static_cast<LONG>(picture.dpmY);
+    header->biClrUsed = picture.coloursUsed;
+    return 1;
+  });
+}
+
+HPALETTE AllReadPalette(const char* path) {
+  return guarded(HPALETTE{}, [&] {
+    PictureDescription picture;
+    if (!describe(path, picture) || picture.coloursUsed == 0) return HPALETTE{};
+    return makePalette(picture);
+  });
+}
+
+int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProgress progress) {
+  return guarded(0, [&] {
+    const PictureRows rows(*image, progress);
+    return rows.areValid() && decode(path, rows) ? 1 : 0;
+  });
+}
+
+int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProgress progress) {
+  return guarded(0, [&] {
+    const PictureRows rows(*image, progress);
+    return rows.areValid() && encode(path, rows) ? 1 : 0;
+  });
+}

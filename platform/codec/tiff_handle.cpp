@@ -1,0 +1,75 @@
+// The TIFF library's view of a picture file: reading, writing and seeking through PictureFile.
+#include "tiff_handle.h"
+
+#include <cstdarg>
+
+namespace exifkeep {
+namespace {
+
+constexpr tmsize_t largestAllocation = tmsize_t{1} << 30;
+
+// Not 0: the message is dealt with and the process-wide handlers are not called.
+int swallow(TIFF*, void*, const char*, const char*, va_list) {
+  return 1;
+}
+
+template <class File>
+toff_t seekFile(thandle_t handle, toff_t offset, int whence) {
+  File& file = *static_cast<File*>(handle);
+  if (whence == SEEK_CUR) offset += file.position();
+  if (whence == SEEK_END) offset += file.size();
+  file.moveTo(offset);
+  return offset;
+}
+
+template <class File>
+tmsize_t readFile(thandle_t handle, void* bytes, tmsize_t count) {
+  return count > 0 ? static_cast<tmsize_t>(
+                         static_cast<File*>(handle)->read(bytes, static_cast<std::size_t>(count)))
+                   : 0;
+}
+
+tmsize_t writeFile(thandle_t handle, void* bytes, tmsize_t count) {
+  const bool written =
+      static_cast<PictureWriting*>(handle)->write(bytes, static_cast<std::size_t>(count));
+  return written ? count : -1;
+}
+
+tmsize_t refuseWriting(thandle_t, void*, tmsize_t) {
+  return -1;
+}
+
+template <class File>
+toff_t fileSize(thandle_t handle) {
+  return static_cast<File*>(handle)->size();
+}
+
+int keepOpen(thandle_t) {
+  return 0;
+}
+
+// "m" keeps the library from mapping the file: a mapped file that another process cuts short would
+// end this one.
+template <class File>
+TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept {
+  const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
+                                                                             TIFFOpenOptionsFree);
+  if (!options) return nullptr;
+  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), largestAllocation);
+  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), swallow, nullptr);
+  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), swallow, nullptr);
+  return TiffHandle(TIFFClientOpenExt("picture", mode, &file, readFile<File>, write, seekFile<File>,
+                                      keepOpen, fileSize<File>, nullptr, nullptr, options.get()));
+}
+
+}  // namespace
+
+TiffHandle openTiff(PictureReading& file) noexcept {
+  return open(file, "rm", refuseWriting);
+}
+
+TiffHandle createTiff(PictureWriting& file) noexcept {
+  return open(file, "wlm", writeFile);
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,76 @@
+// Writes TIFF files of one form for every image: little-endian, directory at offset 8, its values,
+// then one uncompressed strip of 8-bit RGB rows that ends the file. Exif saving moves that strip
+// and relies on the form. Also holds the format's row of the table.
+#include <algorithm>
+#include <vector>
+
+#include "picture_format.h"
+#include "tiff_handle.h"
+#include "tiff_read.h"
+
+namespace exifkeep {
+namespace {
+
+constexpr std::size_t bytesAtOnce = 256 * 1024;
+
+void setResolution(TIFF* tiff, const PictureRows& rows) {
+  const unsigned x = perInchFromPerMetre(rows.dpmX());
+  const unsigned y = perInchFromPerMetre(rows.dpmY());
+  const bool known = x != 0 && y != 0;
+  TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, known ? RESUNIT_INCH : RESUNIT_NONE);
+  TIFFSetField(tiff, TIFFTAG_XRESOLUTION, known ? x : 1.0);
+  TIFFSetField(tiff, TIFFTAG_YRESOLUTION, known ? y : 1.0);
+}
+
+void setFields(TIFF* tiff, const PictureRows& rows) {
+  TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, rows.width());
+  TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, rows.height());
+  TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
+  TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 3);
+  TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+  TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+  TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+  TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, rows.height());
+  setResolution(tiff, rows);
+}
+
+// The strip's offset and count stay open, so that the directory goes ahead of the pixels.
+bool writeDirectory(TIFF* tiff) {
+  return TIFFDeferStrileArrayWriting(tiff) == 1 && TIFFWriteCheck(tiff, 0, "picture") == 1 &&
+         TIFFWriteDirectory(tiff) == 1 && TIFFSetDirectory(tiff, 0) == 1;
+}
+
+// Successive raw writes to one strip append to it.
+bool writeStrip(TIFF* tiff, const PictureRows& rows) {
+  const std::size_t rowBytes = std::size_t{rows.width()} * 3;
+  const unsigned most =
+      static_cast<unsigned>(std::clamp<std::size_t>(bytesAtOnce / rowBytes, 1, rows.height()));
+  std::vector<BYTE> piece(rowBytes * most);
+  std::vector<BYTE> expanded(rows.bits() == 24 ? 0 : rowBytes);
+  for (unsigned y = 0; y < rows.height(); y += most) {
+    const unsigned count = std::min(most, rows.height() - y);
+    for (unsigned i = 0; i < count; ++i) {
+      if (!expanded.empty()) rows.expand(y + i, expanded.data());
+      const BYTE* bgr = expanded.empty() ? rows.row(y + i) : expanded.data();
+      swapRedAndBlue(bgr, &piece[i * rowBytes], rows.width());
+      rows.report(y + i);
+    }
+    const tmsize_t bytes = static_cast<tmsize_t>(rowBytes * count);
+    if (TIFFWriteRawStrip(tiff, 0, piece.data(), bytes) != bytes) return false;
+  }
+  return true;
+}
+
+bool encodeTiff(PictureWriting& file, const PictureRows& rows) {
+  const TiffHandle tiff = createTiff(file);
+  if (!tiff) return false;
+  setFields(tiff.get(), rows);
+  return writeDirectory(tiff.get()) && writeStrip(tiff.get(), rows) &&
+         TIFFForceStrileArrayWriting(tiff.get()) == 1 && TIFFFlush(tiff.get()) == 1;
+}
+
+}  // namespace
+
+const PictureFormat tiffFormat = {isTiff, describeTiff, decodeTiff, encodeTiff};
+
+}  // namespace exifkeep

@@ -1,0 +1,34 @@
+// What a PRaster holds: information header, palette and pixels of one image. The pixels are a
+// zeroed block from calloc, so that the pages of a large image that is decoded into are touched
+// once only.
+#pragma once
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+#include "praster.h"
+
+struct FreeBlock {
+  void operator()(BYTE* block) const noexcept { std::free(block); }
+};
+
+struct PRaster::Image {
+  BITMAPINFOHEADER header = {};
+  std::array<RGBQUAD, 256> colours = {};
+  std::size_t stride = 0;
+  std::unique_ptr<BYTE[], FreeBlock> bits;
+
+  unsigned width() const noexcept { return static_cast<unsigned>(header.biWidth); }
+  unsigned height() const noexcept { return static_cast<unsigned>(header.biHeight); }
+  unsigned depth() const noexcept { return header.biBitCount; }
+  unsigned paletteSize() const noexcept { return depth() <= 8 ? 1u << depth() : 0; }
+  bool contains(int x, int y) const noexcept {
+    return x >= 0 && y >= 0 && x < header.biWidth && y < header.biHeight;
+  }
+  BYTE* row(unsigned y) const noexcept { return bits.get() + (height() - 1 - y) * stride; }
+
+  bool sameShapeAs(const Image& other) const noexcept {
+    return width() == other.width() && height() == other.height() && depth() == other.depth();
+  }
+};

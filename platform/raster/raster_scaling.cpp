@@ -1,0 +1,230 @@
+// Scaling by integer sums. Both axes give each target pixel a span of source pixels with integer
+// weights whose total is the same for all spans, so a uniform source stays uniform to the last bit.
+// Source rows that lie wholly inside one target row are summed into 16-bit columns first (the only
+// loop over all source pixels, and one that vectorises), then reduced along the row like any other.
+#include "raster_scaling.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <vector>
+
+namespace exifkeep {
+namespace {
+
+// The source pixels first..last that make one target pixel. Those between the two ends count with
+// the axis's inner weight; when both are one pixel, only firstWeight counts.
+struct Span {
+  unsigned first;
+  unsigned last;
+  unsigned firstWeight;
+  unsigned lastWeight;
+};
+
+class Axis {
+ public:
+  Axis(unsigned source, unsigned target) : source_(source), target_(target) {}
+
+  // A source pixel is target_ units long when shrinking, and a target pixel source_ units.
+  unsigned innerWeight() const { return target_; }
+  unsigned totalWeight() const { return shrinks() ? source_ : blendSteps; }
+  Span span(unsigned index) const { return shrinks() ? covered(index) : blended(index); }
+
+ private:
+  static constexpr unsigned blendSteps = 4096;
+
+  bool shrinks() const { return target_ <= source_; }
+
+  Span covered(unsigned index) const {
+    const std::uint64_t begin = index * source_;
+    const std::uint64_t end = begin + source_;
+    const std::uint64_t first = begin / target_;
+    const std::uint64_t last = (end - 1) / target_;
+    const std::uint64_t firstWeight = std::min(end, (first + 1) * target_) - begin;
+    return {static_cast<unsigned>(first), static_cast<unsigned>(last),
+            static_cast<unsigned>(firstWeight), static_cast<unsigned>(end - last * target_)};
+  }
+
+  // The target pixel's centre lies between the centres of two source pixels, or beyond the outer
+  // ones.
+  Span blended(unsigned index) const {
+    const std::uint64_t doubled = (2 * std::uint64_t{index} + 1) * source_;
+    const std::uint64_t position = doubled > target_ ? doubled - target_ : 0;
+    const unsigned first = static_cast<unsigned>(position / (2 * target_));
+    const unsigned part =
+        static_cast<unsigned>(position % (2 * target_) * blendSteps / (2 * target_));
+    if (part == 0 || first + 1 >= source_) return {first, first, blendSteps, 0};
+    return {first, first + 1, blendSteps - part, part};
+  }
+
+  std::uint64_t source_;
+  std::uint64_t target_;
+};
+
+using Sums = std::vector<std::uint64_t>;
+
+// Weighted sums of one row's spans, one a target column and channel.
+template <int channels, typename Level>
+void reduceRow(const Level* row, const std::vector<Span>& spans, unsigned innerWeight, Sums& sums) {
+  std::uint64_t* sum = sums.data();
+  for (const Span& span : spans) {
+    std::uint64_t inner[channels] = {};
+    const Level* level = row + std::size_t{span.first} * channels;
+    for (int c = 0; c < channels; ++c) sum[c] = std::uint64_t{span.firstWeight} * level[c];
+    if (span.last > span.first) {
+      const Level* const last = row + std::size_t{span.last} * channels;
+      for (level += channels; level != last; level += channels)
+        for (int c = 0; c < channels; ++c) inner[c] += level[c];
+      for (int c = 0; c < channels; ++c)
+        sum[c] += innerWeight * inner[c] + std::uint64_t{span.lastWeight} * last[c];
+    }
+    sum += channels;
+  }
+}
+
+void addRow(std::uint16_t* __restrict sums, const BYTE* a, std::size_t length) {
+  for (std::size_t i = 0; i < length; ++i) sums[i] = static_cast<std::uint16_t>(sums[i] + a[i]);
+}
+
+void addFourRows(std::uint16_t* __restrict sums, const BYTE* a, const BYTE* b, const BYTE* c,
+                 const BYTE* d, std::size_t length) {
+  for (std::size_t i = 0; i < length; ++i)
+    sums[i] = static_cast<std::uint16_t>(sums[i] + a[i] + b[i] + c[i] + d[i]);
+}
+
+template <int channels>
+class BlendedScaling {
+ public:
+  BlendedScaling(const PRaster::Image& source, PRaster::Image& target)
+      : source_(source),
+        target_(target),
+        across_(source.width(), target.width()),
+        down_(source.height(), target.height()),
+        cells_(std::size_t{target.width()} * channels) {
+    spans_.reserve(target.width());
+    for (unsigned x = 0; x < target.width(); ++x) spans_.push_back(across_.span(x));
+    if (source.height() > 2 * target.height())
+      columns_.resize(std::size_t{source.width()} * channels);
+    for (ReducedRow& row : reduced_) row.sums.resize(cells_.size());
+    innerSums_.resize(cells_.size());
+  }
+
+  void run() {
+    for (unsigned y = 0; y < target_.height(); ++y) {
+      const Span span = down_.span(y);
+      std::fill(cells_.begin(), cells_.end(), 0);
+      addToCells(reduced(span.first), span.firstWeight);
+      if (span.last > span.first) {
+        addInnerRows(span.first + 1, span.last);
+        addToCells(reduced(span.last), span.lastWeight);
+      }
+      finishRow(target_.row(y));
+    }
+  }
+
+ private:
+  struct ReducedRow {
+    unsigned y = ~0u;
+    Sums sums;
+  };
+
+  // Neighbouring target rows share a source row: the last two reduced ones are kept.
+  const Sums& reduced(unsigned y) {
+    ReducedRow& row = reduced_[y % 2];
+    if (row.y != y) {
+      reduceRow<channels>(source_.row(y), spans_, across_.innerWeight(), row.sums);
+      row.y = y;
+    }
+    return row.sums;
+  }
+
+  void addToCells(const Sums& sums, unsigned weight) {
+    for (std::size_t i = 0; i < cells_.size(); ++i) cells_[i] += sums[i] * weight;
+  }
+
+  void addInnerRows(unsigned y, unsigned end) {
+    if (columns_.empty()) {
+      for (; y < end; ++y) addToCells(reduced(y), down_.innerWeight());
+      return;
+    }
+    while (y < end) {
+      const unsigned groupEnd = std::min(end, y + rowsPerGroup);
+      sumColumns(y, groupEnd);
+      reduceRow<channels>(columns_.data(), spans_, across_.innerWeight(), innerSums_);
+      addToCells(innerSums_, down_.innerWeight());
+      y = groupEnd;
+    }
+  }
+
+  void sumColumns(unsigned y, unsigned end) {
+    std::fill(columns_.begin(), columns_.end(), std::uint16_t{0});
+    for (; y + 4 <= end; y += 4)
+      addFourRows(columns_.data(), source_.row(y), source_.row(y + 1), source_.row(y + 2),
+                  source_.row(y + 3), columns_.size());
+    for (; y < end; ++y) addRow(columns_.data(), source_.row(y), columns_.size());
+  }
+
+  // Sums stay below 2^53 (at most 2^28 pixels or 4096 steps an axis), so a double holds them.
+  void finishRow(BYTE* row) const {
+    const double scale = 1.0 / (static_cast<double>(across_.totalWeight()) *
+                                static_cast<double>(down_.totalWeight()));
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+      row[i] = static_cast<BYTE>(static_cast<int>(
+          static_cast<double>(static_cast<std::int64_t>(cells_[i])) * scale + 0.5));
+  }
+
+  static constexpr unsigned rowsPerGroup = 256;  // 256 * 255 still fits 16 bits
+
+  const PRaster::Image& source_;
+  PRaster::Image& target_;
+  Axis across_;
+  Axis down_;
+  std::vector<Span> spans_;
+  std::vector<std::uint16_t> columns_;
+  ReducedRow reduced_[2];
+  Sums innerSums_;
+  Sums cells_;
+};
+
+// The source index whose pixel covers the centre of a target pixel.
+unsigned nearestIndex(unsigned index, unsigned source, unsigned target) {
+  return static_cast<unsigned>((2 * std::uint64_t{index} + 1) * source /
+                               (2 * std::uint64_t{target}));
+}
+
+void pickLevels(const BYTE* from, unsigned sourceWidth, BYTE* to, unsigned targetWidth) {
+  for (unsigned x = 0; x < targetWidth; ++x)
+    to[x] = from[nearestIndex(x, sourceWidth, targetWidth)];
+}
+
+void pickBits(const BYTE* from, unsigned sourceWidth, BYTE* to, unsigned targetWidth) {
+  std::memset(to, 0, (targetWidth + 7) / 8);
+  for (unsigned x = 0; x < targetWidth; ++x) {
+    const unsigned at = nearestIndex(x, sourceWidth, targetWidth);
+    const unsigned bit = from[at / 8] >> (7 - at % 8) & 1;
+    to[x / 8] = static_cast<BYTE>(to[x / 8] | bit << (7 - x % 8));
+  }
+}
+
+}  // namespace
+
+bool scaleBlended(const PRaster::Image& source, PRaster::Image& target) noexcept {
+  try {
+    if (source.depth() == 24)
+      BlendedScaling<3>(source, target).run();
+    else
+      BlendedScaling<1>(source, target).run();
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+void scaleNearest(const PRaster::Image& source, PRaster::Image& target) noexcept {
+  const auto pick = source.depth() == 1 ? pickBits : pickLevels;
+  for (unsigned y = 0; y < target.height(); ++y)
+    pick(source.row(nearestIndex(y, source.height(), target.height())), source.width(),
+         target.row(y), target.width());
+}
+
+}  // namespace exifkeep
