@@ -1,0 +1,84 @@
+// The ten exported functions: argument checks and the call frame around what the other folders do.
+#include <exifkeep/exifkeep.h>
+
+#include "api/call_frame.h"
+#include "audio/sound_file.h"
+#include "info/info_list.h"
+#include "probe/exif_reader.h"
+#include "read/exif_version.h"
+
+using namespace exifkeep;
+
+int IsExifFile(const char* path) noexcept {
+  return runCall(0, [&] {
+    ExifReader reader;
+    return reader.probeFile(path) ? 1 : 0;
+  });
+}
+
+int GetExifInfo(const char* path, CPtrList* list) noexcept {
+  return runCall(0, [&] {
+    if (!list || *path == '\0') return 0;
+    ExifReader reader;
+    return FillInfoList(reader, path, *list) ? 1 : 0;
+  });
+}
+
+int FreeInfoList(CPtrList* list) noexcept {
+  return runCall(0, [&] {
+    if (!list) return 0;
+    shrinkInfoList(*list, 0);
+    return list->GetCount() == 0 ? 1 : 0;
+  });
+}
+
+float GetExifVersion(const char* path) noexcept {
+  return runCall(0.0f, [&] {
+    ExifReader reader;
+    return readExifVersion(reader, path);
+  });
+}
+
+int GetSoundFile(const char* path, char* soundFileName) noexcept {
+  return runCall(0, [&] {
+    ExifReader reader;
+    return readSoundFileName(reader, path, soundFileName) ? 1 : 0;
+  });
+}
+
+namespace {
+
+bool isMissing(PRaster* image) {
+  return !image || image->IsEmpty();
+}
+
+}  // namespace
+
+// Not built yet: opening.
+int OpenExifFile(const char*, PRaster*, PRaster*) noexcept {
+  return 0;
+}
+
+// Not built yet: saving.
+int SaveFile(const char*, const char*, PRaster* image, PRaster*) noexcept {
+  if (isMissing(image)) return 0;
+  return 0;
+}
+
+// Not built yet: saving.
+int SaveProcessFile(const char*, const char*, int, PRaster* image, PRaster*) noexcept {
+  if (isMissing(image)) return 0;
+  return 0;
+}
+
+// Not built yet: recordings.
+int AddAudio(char* picturePath, const char*, PRaster* image, PRaster*) noexcept {
+  if (!image || *picturePath == '\0') return 0;
+  return 0;
+}
+
+// Not built yet: recordings.
+int AddAudioFile(char* picturePath, const char*, char*, PRaster* image, PRaster*, HWND) noexcept {
+  if (!image || *picturePath == '\0') return 0;
+  return 0;
+}

@@ -1,0 +1,130 @@
+// Which fields are shown, in which order, under which label and by which rule.
+#pragma once
+
+#include <cstdint>
+
+#include "info/words.h"
+#include "read/tag_tables.h"
+
+namespace exifkeep {
+
+enum class ValueRule : uint8_t {
+  text,           // the stored text up to its first zero byte
+  dateTime,       // the date's colons become slashes
+  version,        // four digits as a number
+  exifVersion,    // the same, then "(R98)" for files that follow those interoperability rules
+  wholeRational,  // as stored
+  exposureTime,   // as stored, in seconds
+  decimal,        // the quotient in the row's format; no item for a denominator of 0
+  focalLength,    // the quotient in millimetres; likewise
+  number,
+  nonZeroNumber,  // no item for 0
+  makerNote,      // the start of the bytes as text
+  userComment,    // likewise, behind the character code
+  components,     // letters of the four components
+  word,           // the row's word for the value
+};
+
+struct DisplayRow {
+  UINT label;
+  const TagRow* source;
+  ValueRule rule;
+  const char* format = nullptr;
+  const WordTable* words = nullptr;
+};
+
+namespace display_rows_detail {
+
+// A tag that its table does not have ends the compilation.
+consteval const TagRow* known(TagTable table, uint16_t tag) {
+  const TagRow* row = findTag(table, tag);
+  return row ? row : throw "a display row names an unknown tag";
+}
+consteval DisplayRow image(UINT label, uint16_t tag, ValueRule rule) {
+  return {label, known(imageTags, tag), rule};
+}
+consteval DisplayRow image(UINT label, uint16_t tag, const WordTable& words) {
+  return {label, known(imageTags, tag), ValueRule::word, nullptr, &words};
+}
+consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, const char* format = nullptr) {
+  return {label, known(exifTags, tag), rule, format};
+}
+consteval DisplayRow exif(UINT label, uint16_t tag, const WordTable& words) {
+  return {label, known(exifTags, tag), ValueRule::word, nullptr, &words};
+}
+
+// clang-format off
+inline constexpr DisplayRow imageRows[] = {
+    image(1, tag::imageDescription, ValueRule::text),
+    image(2, tag::artist, ValueRule::text),
+    image(3, tag::copyright, ValueRule::text),
+    image(4, tag::make, ValueRule::text),
+    image(153, tag::model, ValueRule::text),
+    image(5, tag::orientation, words::orientation),
+    image(6, tag::xResolution, ValueRule::wholeRational),
+    image(7, tag::yResolution, ValueRule::wholeRational),
+    image(8, tag::resolutionUnit, words::resolutionUnit),
+    image(9, tag::software, ValueRule::text),
+    image(10, tag::dateTime, ValueRule::dateTime),
+    image(11, tag::yCbCrPositioning, words::positioning),
+    image(12, tag::imageWidth, ValueRule::number),
+    image(13, tag::imageLength, ValueRule::number),
+};
+
+inline constexpr DisplayRow exifRows[] = {
+    exif(25, tag::exposureTime, ValueRule::exposureTime),
+    exif(26, tag::fNumber, ValueRule::decimal, "%.1f"),
+    exif(27, tag::exposureProgram, words::exposureProgram),
+    exif(28, tag::isoSpeedRatings, ValueRule::nonZeroNumber),
+    exif(29, tag::exifVersion, ValueRule::exifVersion),
+    exif(30, tag::dateTimeOriginal, ValueRule::dateTime),
+    exif(31, tag::dateTimeDigitized, ValueRule::dateTime),
+    exif(32, tag::componentsConfiguration, ValueRule::components),
+    exif(33, tag::compressedBitsPerPixel, ValueRule::decimal, "%.1f"),
+    exif(34, tag::shutterSpeedValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(35, tag::apertureValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(36, tag::exposureBiasValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(37, tag::maxApertureValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(38, tag::meteringMode, words::meteringMode),
+    exif(39, tag::lightSource, words::lightSource),
+    exif(40, tag::flash, words::flash),
+    exif(41, tag::focalLength, ValueRule::focalLength),
+    exif(42, tag::makerNote, ValueRule::makerNote),
+    exif(43, tag::userComment, ValueRule::userComment),
+    exif(44, tag::flashpixVersion, ValueRule::version),
+    exif(45, tag::colorSpace, words::colorSpace),
+    exif(46, tag::pixelXDimension, ValueRule::number),
+    exif(47, tag::pixelYDimension, ValueRule::number),
+    exif(48, tag::focalPlaneXResolution, ValueRule::decimal, "%.1f"),
+    exif(49, tag::focalPlaneYResolution, ValueRule::decimal, "%.1f"),
+    exif(50, tag::focalPlaneResolutionUnit, words::resolutionUnit),
+    exif(51, tag::sensingMethod, words::sensingMethod),
+    exif(52, tag::fileSource, words::fileSource),
+    exif(53, tag::sceneType, words::sceneType),
+    exif(54, tag::relatedSoundFile, ValueRule::text),
+    exif(55, tag::subSecTime, ValueRule::dateTime),
+    exif(56, tag::subSecTimeDigitized, ValueRule::dateTime),
+    exif(57, tag::subSecTimeOriginal, ValueRule::dateTime),
+    exif(58, tag::flashEnergy, ValueRule::decimal, "%.1f (BCPS)"),
+    exif(59, tag::brightnessValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(60, tag::sharpness, words::softness),
+    exif(61, tag::saturation, words::saturation),
+    exif(62, tag::contrast, words::softness),
+    exif(63, tag::gainControl, words::gainControl),
+    exif(64, tag::sceneCaptureType, words::sceneCaptureType),
+    exif(65, tag::digitalZoomRatio, ValueRule::decimal, "%.1f"),
+    exif(66, tag::whiteBalance, words::whiteBalance),
+    exif(67, tag::exposureMode, words::exposureMode),
+    exif(68, tag::customRendered, words::customRendered),
+    exif(69, tag::exposureIndex, ValueRule::decimal, "%.1f"),
+    exif(70, tag::focalLengthIn35mmFilm, ValueRule::number),
+    exif(71, tag::imageUniqueId, ValueRule::text),
+};
+// clang-format on
+
+}  // namespace display_rows_detail
+
+inline constexpr std::span<const DisplayRow> imageDisplayRows = display_rows_detail::imageRows;
+inline constexpr std::span<const DisplayRow> exifDisplayRows = display_rows_detail::exifRows;
+
+}  // namespace exifkeep

@@ -1,0 +1,173 @@
+#include "info/info_list.h"
+
+#include <exifkeep/exifkeep.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "info/display_rows.h"
+#include "info/value_text.h"
+#include "read/read_metadata.h"
+
+namespace exifkeep {
+
+namespace {
+
+// A row's field in a record.
+class FieldView {
+ public:
+  FieldView(const void* record, const TagRow& row)
+      : bytes_(static_cast<const char*>(record) + row.field), row_(row) {}
+
+  template <class Value>
+  Value as() const {
+    Value value;
+    std::memcpy(&value, bytes_, sizeof value);
+    return value;
+  }
+  // Bounded: a field may be full to its last byte.
+  std::string_view text() const {
+    return {bytes_, static_cast<size_t>(std::find(bytes_, bytes_ + row_.capacity, '\0') - bytes_)};
+  }
+  const char* bytes() const { return bytes_; }
+  uint32_t number() const {
+    if (row_.capacity == sizeof(uint8_t)) return as<uint8_t>();
+    return row_.capacity == sizeof(uint16_t) ? as<uint16_t>() : as<uint32_t>();
+  }
+
+ private:
+  const char* bytes_;
+  const TagRow& row_;
+};
+
+// False when there is nothing to divide by.
+bool decimalValue(const DisplayRow& row, FieldView field, CString& value) {
+  if (field.as<Rational>().denominator == 0) return false;
+  if (row.source->type == TiffType::srational) {
+    const SRational pair = field.as<SRational>();
+    value = decimalText(pair.numerator, pair.denominator, row.format);
+  } else {
+    const Rational pair = field.as<Rational>();
+    value = decimalText(pair.numerator, pair.denominator, row.format);
+  }
+  return true;
+}
+
+bool focalLengthValue(FieldView field, CString& value) {
+  const Rational length = field.as<Rational>();
+  if (length.denominator == 0) return false;
+  value = focalLengthText(length);
+  return true;
+}
+
+bool nonZeroValue(FieldView field, CString& value) {
+  if (field.number() == 0) return false;
+  value = numberText(field.number());
+  return true;
+}
+
+CString exifVersionValue(const ExifIfdRecord& exif) {
+  CString text = versionText(exif.exifVersion);
+  if (exif.isR98Interoperability) text += wordText(word::r98);
+  return text;
+}
+
+// The value text of a present field; false when its rule rejects it.
+bool valueOf(const DisplayRow& row, const void* record, CString& value) {
+  const FieldView field(record, *row.source);
+  const auto exif = [&]() -> const ExifIfdRecord& {
+    return *static_cast<const ExifIfdRecord*>(record);
+  };
+  switch (row.rule) {
+    case ValueRule::text: {
+      const std::string_view text = field.text();
+      value = CString(text.data(), static_cast<int>(text.size()));
+      return true;
+    }
+    case ValueRule::dateTime:
+      value = dateTimeText(field.text());
+      return true;
+    case ValueRule::version:
+      value = versionText(field.bytes());
+      return true;
+    case ValueRule::exifVersion:
+      value = exifVersionValue(exif());
+      return true;
+    case ValueRule::wholeRational:
+      value = wholeRationalText(field.as<Rational>());
+      return true;
+    case ValueRule::exposureTime:
+      value = exposureTimeText(field.as<Rational>());
+      return true;
+    case ValueRule::decimal:
+      return decimalValue(row, field, value);
+    case ValueRule::focalLength:
+      return focalLengthValue(field, value);
+    case ValueRule::number:
+      value = numberText(field.number());
+      return true;
+    case ValueRule::nonZeroNumber:
+      return nonZeroValue(field, value);
+    case ValueRule::makerNote:
+      value = bytesText(exif().makerNote, exif().makerNoteLength);
+      return true;
+    case ValueRule::userComment:
+      value = bytesText(exif().userComment, exif().userCommentLength);
+      return true;
+    case ValueRule::components:
+      value = componentsText(field.bytes());
+      return true;
+    case ValueRule::word:
+      value = wordText(row.words->idOf(field.number()));
+      return true;
+  }
+  return false;
+}
+
+bool isPresent(const DisplayRow& row, const void* record) {
+  uint32_t flag;
+  std::memcpy(&flag, static_cast<const char*>(record) + row.source->flag, sizeof flag);
+  return flag == 1;
+}
+
+void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList& list) {
+  for (const DisplayRow& row : rows) {
+    if (!isPresent(row, record)) continue;
+    auto item = std::make_unique<InfoItem>();
+    item->label.LoadString(row.label);
+    if (!valueOf(row, record, item->value)) continue;
+    list.AddTail(item.get());
+    item.release();
+  }
+}
+
+}  // namespace
+
+void AppendImageInfoItems(const ImageIfdRecord& primary, CPtrList& list) {
+  appendItems(imageDisplayRows, &primary, list);
+}
+
+void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list) {
+  appendItems(exifDisplayRows, &exif, list);
+}
+
+bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
+  ExifMetadata metadata;
+  if (!readExifMetadata(reader, path, metadata.exif, metadata.primary)) return false;
+  const int before = list.GetCount();
+  try {
+    AppendImageInfoItems(metadata.primary, list);
+    AppendExifInfoItems(metadata.exif, list);
+  } catch (...) {
+    shrinkInfoList(list, before);
+    throw;
+  }
+  return true;
+}
+
+void shrinkInfoList(CPtrList& list, int count) {
+  while (list.GetCount() > count) delete static_cast<InfoItem*>(list.RemoveTail());
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,23 @@
+// From a file's records to the host's list of label and value: the two item builders and the
+// filling of a whole list.
+#pragma once
+
+#include <afxwin.h>
+
+#include "probe/exif_reader.h"
+#include "read/records.h"
+
+namespace exifkeep {
+
+// Append the items of the fields that are present, in the order of their display rows.
+void AppendImageInfoItems(const ImageIfdRecord& primary, CPtrList& list);
+void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list);
+
+// Reads the file and appends its items, those of IFD0 first. False, with the list as it was, when
+// the file is not an Exif file; the same when memory runs out, which is thrown on.
+bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list);
+
+// Removes and destroys the elements from the tail until `count` are left.
+void shrinkInfoList(CPtrList& list, int count);
+
+}  // namespace exifkeep

@@ -1,0 +1,47 @@
+// An open picture file as the metadata readers see it: its bytes by position, its numbers in its
+// byte order, its TIFF offsets from its TIFF header. These reads are the only ones that the readers
+// make; a value that the file does not hold whole is never stored.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "probe/disk_file.h"
+
+namespace exifkeep {
+
+class ExifFile {
+ public:
+  explicit ExifFile(const char* path) : file_(DiskFile::openForReading(path)) {}
+  explicit ExifFile(DiskFile file) : file_(std::move(file)) {}
+
+  bool isOpen() const { return file_.isOpen(); }
+  uint64_t size() const { return file_.size(); }
+
+  // Where the TIFF header lies and the byte order it names.
+  void setLayout(uint32_t tiffBase, bool littleEndian);
+  bool littleEndian() const { return littleEndian_; }
+  // The file position of a TIFF offset; 64 bits, so it cannot wrap.
+  uint64_t positionOf(uint32_t tiffOffset) const { return tiffBase_ + tiffOffset; }
+
+  // Copies up to `length` bytes from file position `at`; returns how many the file had there.
+  size_t readAt(uint64_t at, void* destination, size_t length) {
+    return file_.readAt(at, destination, length);
+  }
+  // Reads a number in the file's byte order. False, and `value` untouched, when the file ends
+  // first.
+  bool read(uint64_t at, uint16_t& value);
+  bool read(uint64_t at, uint32_t& value);
+
+  // Numbers in the file's byte order from bytes already read.
+  uint16_t toShort(const uint8_t* bytes) const;
+  uint32_t toLong(const uint8_t* bytes) const;
+
+ private:
+  DiskFile file_;
+  uint64_t tiffBase_ = 0;
+  bool littleEndian_ = true;
+};
+
+}  // namespace exifkeep

@@ -1,0 +1,139 @@
+#include "probe/exif_reader.h"
+
+#include <cstring>
+#include <string>
+
+#include "imageio/path_extension.h"
+#include "probe/directory_entries.h"
+#include "read/tags.h"
+
+namespace exifkeep {
+
+namespace {
+
+constexpr uint16_t soi = 0xFFD8;
+constexpr uint16_t app0 = 0xFFE0;
+constexpr uint16_t app1 = 0xFFE1;
+
+// JPEG markers and lengths are big-endian whatever the TIFF structure is (ITU-T T.81, B.1.1.1).
+bool readMarker(ExifFile& file, uint64_t at, uint16_t& value) {
+  uint8_t bytes[2];
+  if (file.readAt(at, bytes, sizeof bytes) != sizeof bytes) return false;
+  value = static_cast<uint16_t>(bytes[0] << 8 | bytes[1]);
+  return true;
+}
+
+// The byte order mark at `at`: 1 for "II", 0 for "MM", -1 for anything else.
+int readByteOrder(ExifFile& file, uint64_t at) {
+  char mark[2];
+  if (file.readAt(at, mark, sizeof mark) != sizeof mark) return -1;
+  if (std::memcmp(mark, "II", 2) == 0) return 1;
+  return std::memcmp(mark, "MM", 2) == 0 ? 0 : -1;
+}
+
+bool findEntry(DirectoryEntries entries, uint16_t tag, IfdEntry& entry) {
+  while (entries.next(entry))
+    if (entry.tag == tag) return true;
+  return false;
+}
+
+}  // namespace
+
+bool hasExifExtension(const char* path) {
+  const std::string extension(extensionOf(path));
+  for (const char* known : {"tif", "tiff", "jpg", "jpeg", "jpe"})
+    if (lstrcmpiA(extension.c_str(), known) == 0) return true;
+  return false;
+}
+
+int32_t asDirectoryPosition(uint64_t position) {
+  return position <= INT32_MAX ? static_cast<int32_t>(position) : -1;
+}
+
+ExifReader::ExifReader(ImageCodecBridge* bridge) : codec(bridge) {
+  if (codec) return;
+  ownedCodec_ = std::make_unique<ImageCodecBridge>();
+  codec = ownedCodec_.get();
+  codec->loadCapabilities();
+}
+
+uint32_t ExifReader::tiffBase() const {
+  // SOI, the APP1 marker and length, "Exif" and two zero bytes (Exif 2.2, 4.7.2).
+  constexpr uint32_t app1Head = 2 + 2 + 2 + 6;
+  return isJpeg ? app0Size + app1Head : 0;
+}
+
+bool ExifReader::probeFile(const char* path) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  return probeFile(file);
+}
+
+bool ExifReader::probeFile(ExifFile& file) {
+  exifIfdOffset = primaryIfdOffset = -1;
+  app0Size = 0;
+  if (!file.isOpen()) return false;
+  const int order = readByteOrder(file, 0);
+  return order >= 0 ? probeTiff(file, order == 1) : probeJpeg(file);
+}
+
+bool ExifReader::probeTiff(ExifFile& file, bool hasLittleEndianMark) {
+  isJpeg = 0;
+  littleEndian = hasLittleEndianMark;
+  file.setLayout(0, hasLittleEndianMark);
+  // Behind the mark stands 42; it is not checked, nor is it in the JPEG route.
+  uint32_t offset;
+  if (!file.read(4, offset)) return false;
+  primaryIfdOffset = asDirectoryPosition(offset);
+  return locateExifDirectory(file);
+}
+
+// A walk over fixed positions, not over segments. That is intended: files of this library and of
+// the cameras it was made for begin SOI, APP1 or SOI, APP0, APP1, and other files are not to be
+// taken for Exif files because of an Exif segment further on. Behind an APP0 of length L the walk
+// reads the marker at L + 2, the end of that segment; unless these two bytes happen to be an APP1
+// marker it passes over them and the real marker uncompared. A first segment of another kind is
+// passed over in the same way, and counts when "Exif" stands at byte 8.
+bool ExifReader::probeJpeg(ExifFile& file) {
+  uint16_t start, marker;
+  if (!readMarker(file, 0, start) || start != soi) return false;
+  uint64_t at = 2;
+  if (!readMarker(file, at, marker)) return false;
+  if (marker == app0) {
+    uint16_t length;
+    if (!readMarker(file, 4, length)) return false;
+    app0Size = static_cast<uint16_t>(length + 2);
+    at = uint64_t{length} + 2;
+    if (!readMarker(file, at, marker)) return false;
+  }
+  const uint64_t identifier = at + (marker == app1 ? 4 : 6);
+
+  char text[4];
+  if (file.readAt(identifier, text, sizeof text) != sizeof text) return false;
+  if (std::memcmp(text, "Exif", sizeof text) != 0) return false;
+  const uint64_t header = identifier + 6;
+  const int order = readByteOrder(file, header);
+  if (order < 0) return false;
+
+  isJpeg = 1;
+  littleEndian = order;
+  file.setLayout(tiffBase(), order == 1);
+  uint32_t offset;
+  if (!file.read(header + 4, offset)) return false;
+  primaryIfdOffset = asDirectoryPosition(file.positionOf(offset));
+  return locateExifDirectory(file);
+}
+
+// The first Exif pointer of IFD0 counts; entries are not assumed to be sorted.
+bool ExifReader::locateExifDirectory(ExifFile& file) {
+  IfdEntry entry;
+  if (primaryIfdOffset < 0) return false;
+  if (!findEntry({file, static_cast<uint32_t>(primaryIfdOffset)}, tag::exifIfdPointer, entry))
+    return false;
+  if (!entry.hasValueBytes(sizeof entry.value)) return false;
+  exifIfdOffset = asDirectoryPosition(file.positionOf(file.toLong(entry.value)));
+  if (exifIfdOffset < 0) return false;
+  return findEntry({file, static_cast<uint32_t>(exifIfdOffset)}, tag::exifVersion, entry);
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,175 @@
+#include "read/directory_walk.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace exifkeep {
+
+namespace {
+
+// Copies text up to a zero byte and fills the rest of the field with zeros.
+void copyText(char* field, size_t capacity, const char* text, size_t length) {
+  const size_t used = static_cast<size_t>(std::find(text, text + length, '\0') - text);
+  std::memcpy(field, text, used);
+  std::memset(field + used, 0, capacity - used);
+}
+
+// Stores the value of one entry in one field.
+class FieldFiller {
+ public:
+  FieldFiller(ExifFile& file, const IfdEntry& entry, const TagRow& row, void* record)
+      : file_(file), entry_(entry), row_(row), record_(static_cast<uint8_t*>(record)) {}
+
+  // The entry itself holds the value. What the file does not hold of it leaves the field alone.
+  void fillShort() {
+    if (entry_.hasValueBytes(2)) storeNumber(file_.toShort(entry_.value));
+  }
+  void fillLong() {
+    if (entry_.hasValueBytes(4)) storeNumber(file_.toLong(entry_.value));
+  }
+  void fillByType() { entry_.type == uint16_t(TiffType::short_) ? fillShort() : fillLong(); }
+  void fillByte() {
+    if (entry_.hasValueBytes(1)) *field() = entry_.value[0];
+  }
+  void fillRawText() {
+    copyText(reinterpret_cast<char*>(field()), row_.capacity,
+             reinterpret_cast<const char*>(entry_.value), row_.limit);
+  }
+
+  // The entry's value field is an offset.
+  void fillLongs(uint32_t longs) {
+    uint8_t bytes[6 * sizeof(Rational)];
+    const size_t whole = readValue(bytes, longs * sizeof(uint32_t)) / sizeof(uint32_t);
+    for (size_t i = 0; i < whole; ++i) storeAt(i, file_.toLong(bytes + i * sizeof(uint32_t)));
+  }
+  void fillShorts(uint32_t shorts) {
+    uint8_t bytes[4 * sizeof(uint16_t)];
+    const size_t whole = readValue(bytes, shorts * sizeof(uint16_t)) / sizeof(uint16_t);
+    for (size_t i = 0; i < whole; ++i) storeAt(i, file_.toShort(bytes + i * sizeof(uint16_t)));
+  }
+  void fillBytes() { readValue(field(), std::min<uint32_t>(entry_.count, row_.limit)); }
+  void fillText() {
+    char text[32];
+    static_assert(sizeof text > sizeof ImageIfdRecord::dateTime);
+    const size_t length = readValue(text, std::min<uint32_t>(entry_.count, row_.limit));
+    copyText(reinterpret_cast<char*>(field()), row_.capacity, text, length);
+  }
+  // A point has two values, a circle three, a rectangle four.
+  void fillSubjectArea() {
+    storeAt(2, uint16_t{0});
+    storeAt(3, uint16_t{0});
+    if (entry_.count >= 2 && entry_.count <= 4) fillShorts(entry_.count);
+  }
+
+ private:
+  uint8_t* field() { return record_ + row_.field; }
+
+  template <class Number>
+  void storeAt(size_t index, Number value) {
+    std::memcpy(field() + index * sizeof value, &value, sizeof value);
+  }
+
+  void storeNumber(uint32_t value) {
+    if (row_.capacity == sizeof(uint16_t))
+      storeAt(0, static_cast<uint16_t>(value));
+    else
+      storeAt(0, value);
+  }
+
+  size_t readValue(void* destination, size_t length) {
+    if (!entry_.hasValueBytes(4)) return 0;
+    return file_.readAt(file_.positionOf(file_.toLong(entry_.value)), destination, length);
+  }
+
+  ExifFile& file_;
+  const IfdEntry& entry_;
+  const TagRow& row_;
+  uint8_t* record_;
+};
+
+// Fetches the value by the row's way. False when the entry is refused and its flag stays as it was.
+bool fetchValue(const TagRow& row, const IfdEntry& entry, FieldFiller filler, ExifFile& file,
+                DeferredEntries* deferred) {
+  switch (row.fetch) {
+    case Fetch::shortValue:
+      filler.fillShort();
+      return true;
+    case Fetch::longValue:
+      filler.fillLong();
+      return true;
+    case Fetch::shortOrLong:
+      filler.fillByType();
+      return true;
+    case Fetch::rawByte:
+      filler.fillByte();
+      return true;
+    case Fetch::rawText:
+      filler.fillRawText();
+      return true;
+    case Fetch::rationals:
+      filler.fillLongs(row.limit * 2u);
+      return true;
+    case Fetch::shorts:
+      filler.fillShorts(row.limit);
+      return true;
+    case Fetch::bytes:
+      filler.fillBytes();
+      return true;
+    case Fetch::text:
+      filler.fillText();
+      return true;
+    case Fetch::shortText:
+      if (entry.count > row.limit) return false;
+      filler.fillText();
+      return true;
+    case Fetch::subjectArea:
+      filler.fillSubjectArea();
+      return true;
+    case Fetch::isR98:
+      return std::memcmp(entry.value, "R98", 4) == 0;
+    case Fetch::makerNote:
+      deferred->makerNote = entry;
+      return true;
+    case Fetch::userComment:
+      if (entry.count < row.limit) return false;
+      deferred->userComment = entry;
+      return true;
+    case Fetch::interoperability:
+      if (entry.hasValueBytes(4)) deferred->noteInteroperability(file.toLong(entry.value));
+      return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void DeferredEntries::noteInteroperability(uint32_t offset) {
+  const auto begin = interoperability.begin();
+  const auto end = begin + interoperabilityCount;
+  auto known = std::find(begin, end, offset);
+  if (known == end && interoperabilityCount < maxOffsets) {
+    interoperability[interoperabilityCount++] = offset;
+    return;
+  }
+  if (known == end) known = begin;
+  std::rotate(known, known + 1, end);
+  end[-1] = offset;
+}
+
+void decodeEntry(ExifFile& file, const IfdEntry& entry, TagTable table, void* record,
+                 DeferredEntries* deferred) {
+  const TagRow* row = entry.hasValueBytes(0) ? findTag(table, entry.tag) : nullptr;
+  if (!row) return;
+  const bool taken = fetchValue(*row, entry, {file, entry, *row, record}, file, deferred);
+  if (!taken || row->flag == noField) return;
+  const uint32_t present = 1;
+  std::memcpy(static_cast<char*>(record) + row->flag, &present, sizeof present);
+}
+
+void decodeDirectory(ExifFile& file, uint64_t position, TagTable table, void* record,
+                     DeferredEntries* deferred) {
+  DirectoryEntries entries(file, position);
+  for (IfdEntry entry; entries.next(entry);) decodeEntry(file, entry, table, record, deferred);
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,181 @@
+#include "read/read_metadata.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <span>
+
+#include "read/directory_walk.h"
+
+namespace exifkeep {
+
+namespace {
+
+// Loads what the file holds of an entry's value, so that a count of 4 GiB costs nothing. None when
+// memory runs out.
+std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint32_t& length) {
+  const uint64_t at = file.positionOf(file.toLong(entry.value));
+  const uint64_t held = entry.hasValueBytes(4) && at < file.size() ? file.size() - at : 0;
+  length = static_cast<uint32_t>(std::min<uint64_t>(entry.count, held));
+  std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[length]);
+  if (bytes) length = static_cast<uint32_t>(file.readAt(at, bytes.get(), length));
+  return bytes;
+}
+
+void loadMakerNote(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
+                   ExifIfdRecord& record) {
+  reader.makerNoteBuffer = loadValue(file, entry, record.makerNoteLength);
+  record.makerNote = reader.makerNoteBuffer.get();
+  record.hasMakerNote = record.makerNote != nullptr;
+}
+
+// The comment is behind an 8-byte character code (Exif 2.2, 4.6.5 C). The code is text: it ends at
+// a zero byte.
+void loadUserComment(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
+                     ExifIfdRecord& record) {
+  constexpr uint32_t codeLength = sizeof record.userCommentCode;
+  uint32_t length;
+  reader.userCommentBuffer = loadValue(file, entry, length);
+  record.hasUserComment = reader.userCommentBuffer != nullptr;
+  if (!record.hasUserComment) return;
+  const uint8_t* bytes = reader.userCommentBuffer.get();
+  const uint8_t* codeEnd = std::find(bytes, bytes + std::min(length, codeLength), 0);
+  std::copy(bytes, codeEnd, record.userCommentCode);
+  if (length <= codeLength) return;
+  record.userCommentLength = length - codeLength;
+  record.userComment = bytes + codeLength;
+}
+
+// The number that the version's leading digits form; 0 without any.
+int leadingNumber(std::span<const char> version) {
+  int number = 0;
+  for (char c : version) {
+    if (c < '0' || c > '9') break;
+    number = number * 10 + (c - '0');
+  }
+  return number;
+}
+
+// Files before Exif 2.1 have no interoperability rules, whatever their directory says.
+void applyVersionRule(ExifIfdRecord& record) {
+  if (!record.isR98Interoperability || leadingNumber(record.exifVersion) >= 210) return;
+  record.isR98Interoperability = 0;
+  std::memset(record.interoperabilityVersion, 0, sizeof record.interoperabilityVersion);
+}
+
+// Both pointers and the Exif directory's position give the GPS directory's position. 32-bit
+// arithmetic is intended: the last pointer values count, but the position of the first Exif
+// pointer, so the difference may be negative.
+void updateGpsPosition(ExifReader& reader, const ImageIfdRecord& record) {
+  if (reader.exifIfdOffset == -1 || !record.hasGpsIfdPointer || !record.hasExifIfdPointer) return;
+  reader.gpsIfdOffset = static_cast<int32_t>(record.gpsIfdPointer - record.exifIfdPointer +
+                                             static_cast<uint32_t>(reader.exifIfdOffset));
+}
+
+// REQUIRES: the directory's position is known.
+void readImageDirectory(ExifReader& reader, ExifFile& file, int32_t position,
+                        ImageIfdRecord& record) {
+  DirectoryEntries entries(file, static_cast<uint32_t>(position));
+  for (IfdEntry entry; entries.next(entry);) decodeImageEntry(reader, file, entry, record);
+}
+
+void readPrimaryDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
+  resetImageIfdRecord(reader, record);
+  readImageDirectory(reader, file, reader.primaryIfdOffset, record);
+}
+
+bool readThumbnailDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
+  resetImageIfdRecord(reader, record);
+  const int32_t position = locateThumbnailDirectory(reader, file);
+  if (position <= 0) return false;
+  readImageDirectory(reader, file, position, record);
+  return true;
+}
+
+bool readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) {
+  if (reader.gpsIfdOffset == -1) return false;
+  resetGpsIfdRecord(record);
+  decodeDirectory(file, static_cast<uint32_t>(reader.gpsIfdOffset), gpsTags, &record);
+  return true;
+}
+
+}  // namespace
+
+void decodeImageEntry(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
+                      ImageIfdRecord& record) {
+  decodeEntry(file, entry, imageTags, &record);
+  updateGpsPosition(reader, record);
+}
+
+void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record) {
+  resetExifIfdRecord(reader, record);
+  DeferredEntries deferred;
+  decodeDirectory(file, static_cast<uint32_t>(reader.exifIfdOffset), exifTags, &record, &deferred);
+  if (deferred.makerNote) loadMakerNote(reader, file, *deferred.makerNote, record);
+  if (deferred.userComment) loadUserComment(reader, file, *deferred.userComment, record);
+  for (size_t i = 0; i < deferred.interoperabilityCount; ++i)
+    decodeDirectory(file, file.positionOf(deferred.interoperability[i]), interoperabilityTags,
+                    &record);
+  applyVersionRule(record);
+}
+
+bool readExifDirectory(ExifReader& reader, const char* path, ExifIfdRecord& record) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  if (!reader.probeFile(file)) return false;
+  readExifDirectory(reader, file, record);
+  return true;
+}
+
+bool readPrimaryDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  if (!reader.probeFile(file)) return false;
+  readPrimaryDirectory(reader, file, record);
+  return true;
+}
+
+bool readGpsDirectory(ExifReader& reader, const char* path, GpsIfdRecord& record) {
+  ImageIfdRecord primary;
+  if (!readPrimaryDirectory(reader, path, primary)) return false;
+  ExifFile file(path);
+  if (!file.isOpen()) return false;
+  file.setLayout(reader.tiffBase(), reader.littleEndian);
+  return readGpsDirectory(reader, file, record);
+}
+
+bool readThumbnailDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record) {
+  ExifFile file(path);
+  if (!file.isOpen()) return false;
+  file.setLayout(reader.tiffBase(), reader.littleEndian);
+  return readThumbnailDirectory(reader, file, record);
+}
+
+int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file) {
+  if (reader.primaryIfdOffset == -1) return 0;
+  const DirectoryEntries entries(file, static_cast<uint32_t>(reader.primaryIfdOffset));
+  uint32_t link = 0;
+  file.read(entries.endPosition(), link);
+  reader.thumbnailIfdOffset = link ? asDirectoryPosition(file.positionOf(link)) : 0;
+  return reader.thumbnailIfdOffset;
+}
+
+bool readExifMetadata(ExifReader& reader, const char* path, ExifIfdRecord& exif,
+                      ImageIfdRecord& primary, ImageIfdRecord* thumbnail, GpsIfdRecord* gps) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  if (!file.isOpen()) return false;
+  const bool isExif = reader.probeFile(file);
+  if (isExif) {
+    readExifDirectory(reader, file, exif);
+    readPrimaryDirectory(reader, file, primary);
+  }
+  if (thumbnail) readThumbnailDirectory(reader, file, *thumbnail);
+  if (!isExif || !gps || reader.gpsIfdOffset < 1) return isExif;
+  // IFD1's pointers may have moved the position; those of IFD0, where they are, have the last word.
+  updateGpsPosition(reader, primary);
+  readGpsDirectory(reader, file, *gps);
+  return true;
+}
+
+}  // namespace exifkeep
