@@ -1,0 +1,119 @@
+// The codec bridge: capability table, loading and saving through the codec's five functions.
+#include "imageio/image_codec_bridge.h"
+
+#include <praster.h>
+#include <pxcodec32.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "imageio/path_extension.h"
+
+namespace exifkeep {
+namespace {
+
+// The codec's capability list: records of 52 bytes, of which the first 16 are used.
+constexpr std::size_t recordSize = 52;
+constexpr std::size_t usedSize = sizeof(CodecFormatEntry);
+constexpr std::size_t blockSize = recordSize * ImageCodecBridge::maxFormats;
+static_assert(usedSize == 16 && blockSize == 1300);
+
+struct GlobalBlockFree {
+  void operator()(HGLOBAL block) const noexcept { GlobalFree(block); }
+};
+using GlobalBlock = std::unique_ptr<void, GlobalBlockFree>;
+
+struct PaletteDelete {
+  void operator()(HPALETTE palette) const noexcept { DeleteObject(palette); }
+};
+using Palette = std::unique_ptr<std::remove_pointer_t<HPALETTE>, PaletteDelete>;
+
+HWND ownerWindow() {
+  const CWnd* window = AfxGetMainWnd();
+  return window ? window->m_hWnd : nullptr;
+}
+
+bool hasDot(std::string_view path) {
+  return path.find('.') != std::string_view::npos;
+}
+
+bool createImage(PRaster& image, const BITMAPINFOHEADER& header) {
+  return image.CreateImage(PRaster::GetImageType(header.biBitCount, 0),
+                           static_cast<unsigned>(header.biWidth),
+                           static_cast<unsigned>(header.biHeight), 0, header.biClrUsed,
+                           static_cast<unsigned>(header.biXPelsPerMeter),
+                           static_cast<unsigned>(header.biYPelsPerMeter), 15, 0, 0) != 0;
+}
+
+bool readPixels(const char* path, PRaster& image) {
+  tagLmmInfo info;
+  image.GetLmmInfo(info);
+  return AllReadDIBImg(path, &info, image.GetLmmOffset(), ImageCodecBridge::codecProgress) != 0;
+}
+
+}  // namespace
+
+bool ImageCodecBridge::loadCapabilities() {
+  const GlobalBlock block(GlobalAlloc(GHND, blockSize));
+  if (!block) return false;
+  // A negative 16-bit count is no count.
+  const std::int16_t count = AllGetReadWriteCaps(ownerWindow(), block.get());
+  formatCount = std::clamp<std::int16_t>(count, 0, maxFormats);
+  if (formatCount == 0) return false;
+  const void* records = GlobalLock(block.get());
+  if (!records) {
+    formatCount = 0;
+    return false;
+  }
+  const char* record = static_cast<const char*>(records);
+  for (int i = 0; i < formatCount; ++i, record += recordSize)
+    std::memcpy(&formats[static_cast<std::size_t>(i)], record, usedSize);
+  GlobalUnlock(block.get());
+  return true;
+}
+
+std::string ImageCodecBridge::getExtension(std::string_view path) {
+  return std::string(extensionOf(path));
+}
+
+int ImageCodecBridge::findFormat(std::string_view extension) const {
+  const std::string wanted(extension);
+  for (int i = 0; i < formatCount; ++i) {
+    char known[sizeof(CodecFormatEntry::extension) + 1] = {};
+    std::memcpy(known, formats[static_cast<std::size_t>(i)].extension, sizeof known - 1);
+    if (lstrcmpiA(known, wanted.c_str()) == 0) return i;
+  }
+  return -1;
+}
+
+bool ImageCodecBridge::canWrite(std::string_view extension) const {
+  const int index = findFormat(extension);
+  return index >= 0 && formats[static_cast<std::size_t>(index)].writable != 0;
+}
+
+std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path) const {
+  BITMAPINFOHEADER header = {};
+  if (!hasDot(path) || AllReadHeader(path, &header) == 0) return nullptr;
+  Palette palette(AllReadPalette(path));
+  auto image = std::make_unique<PRasterBlock>();
+  if (!createImage(*image, header) || !readPixels(path, *image)) return nullptr;
+  if (palette) image->SetPalette(palette.release(), 1);
+  return image;
+}
+
+bool ImageCodecBridge::saveImageFile(const char* path, PRaster& image) const {
+  if (!hasDot(path) || !canWrite(extensionOf(path))) {
+    AfxMessageBox(AFX_IDP_FAILED_TO_SAVE_DOC, MB_OK, 0);
+    return false;
+  }
+  image.EnableBlock(0, 256);
+  tagLmmInfo info;
+  image.GetLmmInfo(info);
+  return AllSaveDIBImg(path, &info, image.GetLmmOffset(), codecProgress) != 0;
+}
+
+int ImageCodecBridge::codecProgress(int, int, int) {
+  return 0;
+}
+
+}  // namespace exifkeep
