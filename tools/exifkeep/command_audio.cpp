@@ -1,0 +1,92 @@
+// exifkeep audio: records a sound recording in a picture, and copies the recording beside it.
+#include <exifkeep/exifkeep.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "answer_lines.h"
+#include "commands.h"
+#include "copy_dialogue.h"
+#include "file_refusal.h"
+#include "image_files.h"
+#include "standard_streams.h"
+
+namespace program {
+namespace {
+
+// A path that the library may write back into, with room for another extension or name.
+class PathBuffer {
+ public:
+  explicit PathBuffer(const std::string& path)
+      : bytes_(std::max(path.size() + longestExtension, longestName) + 1) {
+    std::copy(path.begin(), path.end(), bytes_.begin());
+  }
+  char* data() { return bytes_.data(); }
+  std::string text() const { return bytes_.data(); }
+
+ private:
+  static constexpr std::size_t longestExtension = 4;
+  static constexpr std::size_t longestName = 15;
+  std::vector<char> bytes_;
+};
+
+bool hasTiffName(const std::string& path) {
+  const std::string extension = path.substr(path.rfind('.') + 1);
+  return lstrcmpiA(extension.c_str(), "tif") == 0 || lstrcmpiA(extension.c_str(), "tiff") == 0;
+}
+
+// The file that will be written: a picture without Exif data becomes a JPEG file beside it. A name
+// without an extension stays, for the library to refuse.
+std::string writtenPath(const std::string& path) {
+  if (hasTiffName(path) || IsExifFile(path.c_str())) return path;
+  const std::size_t dot = path.rfind('.');
+  if (dot == std::string::npos || path.find('/', dot) != std::string::npos) return path;
+  return path.substr(0, dot + 1) + "jpg";
+}
+
+bool mayBeWritten(const std::string& path, const CopyDialogue& dialogue) {
+  const std::string written = writtenPath(path);
+  struct stat status;
+  return written == path || ::lstat(written.c_str(), &status) != 0 ||
+         dialogue.mayOverwrite(written);
+}
+
+// The name that was recorded, or nothing when the picture was not rewritten.
+std::string attach(const AudioOptions& options, PathBuffer& path, PRaster& image,
+                   PRaster* thumbnail) {
+  const CopyDialogue dialogue(options.overwrite);
+  if (!mayBeWritten(options.target, dialogue)) return "";
+  const char* software = options.software.c_str();
+  if (options.sound.empty()) {
+    char name[15] = "";
+    if (AddAudio(path.data(), software, &image, thumbnail)) GetSoundFile(path.data(), name);
+    return name;
+  }
+  PathBuffer sound(options.sound);
+  const int result = AddAudioFile(path.data(), software, sound.data(), &image, thumbnail, nullptr);
+  return result == 1 ? sound.text() : "";
+}
+
+}  // namespace
+
+ExitStatus audio(const AudioOptions& options) {
+  if (!canBeOpened(options.target)) return ExitStatus::failed;
+  if (!options.sound.empty() && !canBeOpened(options.sound)) return ExitStatus::failed;
+  PRaster image, thumbnail;
+  const std::string& picture = options.picture.empty() ? options.target : options.picture;
+  if (!readImage(picture, image)) return ExitStatus::failed;
+  const bool ownThumbnail = !options.thumbnail.empty();
+  if (ownThumbnail && !readImage(options.thumbnail, thumbnail)) return ExitStatus::failed;
+
+  PathBuffer path(options.target);
+  const std::string name = attach(options, path, image, ownThumbnail ? &thumbnail : nullptr);
+  if (name.empty()) {
+    complainAbout(options.target, "no recording attached");
+    return ExitStatus::failed;
+  }
+  printAnswer(path.text(), name);
+  return flushOutput() ? ExitStatus::ok : ExitStatus::failed;
+}
+
+}  // namespace program

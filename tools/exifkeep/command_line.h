@@ -1,0 +1,21 @@
+// The command line: which command was chosen, with what options.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "exit_status.h"
+
+namespace program {
+
+// What the command line asks for: a command to run, or a text to print (help or version), or a
+// complaint when it makes no sense.
+struct CommandLine {
+  std::function<ExitStatus()> command;
+  std::string text;
+  std::string complaint;
+};
+
+CommandLine parseCommandLine(int count, char** values);
+
+}  // namespace program

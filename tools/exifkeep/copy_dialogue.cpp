@@ -1,0 +1,60 @@
+// The terminal's stand-in for the shell's copy windows.
+#include "copy_dialogue.h"
+
+#include <shellapi.h>
+#include <unistd.h>
+
+#include <iostream>
+
+#include "standard_streams.h"
+#include "terminal_text.h"
+
+namespace program {
+namespace {
+
+// Smaller copies are done before anyone could read how far they are.
+constexpr std::uint64_t largeCopy = 32u << 20;
+
+bool askOnTerminal(const std::string& target) {
+  std::cerr << escapeForTerminal(target) << " exists. Overwrite it? [y/N] " << std::flush;
+  std::string answer;
+  std::getline(std::cin, answer);
+  return !answer.empty() && (answer[0] == 'y' || answer[0] == 'Y');
+}
+
+}  // namespace
+
+CopyDialogue::CopyDialogue(bool overwriteUnasked) : overwriteUnasked_(overwriteUnasked) {
+  ShellCopyHandler handler;
+  handler.mayOverwrite = answerOverwrite;
+  if (::isatty(STDERR_FILENO)) handler.progress = showProgress;
+  handler.context = this;
+  SetShellCopyHandler(handler);
+}
+
+CopyDialogue::~CopyDialogue() {
+  SetShellCopyHandler({});
+  if (shownPercent_ >= 0) std::cerr << "\r\x1b[K" << std::flush;
+}
+
+bool CopyDialogue::mayOverwrite(const std::string& target) const {
+  if (overwriteUnasked_) return true;
+  if (::isatty(STDIN_FILENO) && ::isatty(STDERR_FILENO)) return askOnTerminal(target);
+  complainAbout(target, "exists; --yes overwrites it");
+  return false;
+}
+
+bool CopyDialogue::answerOverwrite(void* context, HWND, const char*, const char* target) {
+  return static_cast<const CopyDialogue*>(context)->mayOverwrite(target);
+}
+
+bool CopyDialogue::showProgress(void* context, HWND, std::uint64_t done, std::uint64_t total) {
+  if (total < largeCopy) return true;
+  int& shown = static_cast<CopyDialogue*>(context)->shownPercent_;
+  const int percent = static_cast<int>(done * 100 / total);
+  if (percent != shown) std::cerr << "\rcopying " << percent << " %" << std::flush;
+  shown = percent;
+  return true;
+}
+
+}  // namespace program

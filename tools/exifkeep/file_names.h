@@ -1,0 +1,26 @@
+// The files that a command goes over: those of the command line, and for "-" those named on
+// standard input, taken one by one as they arrive.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "exit_status.h"
+
+namespace program {
+
+struct FileNames {
+  std::vector<std::string> arguments;
+  bool nulSeparated = false;  // names on standard input end in NUL; they are read even without "-"
+
+  bool readsInput() const;
+  bool empty() const { return arguments.empty() && !nulSeparated; }
+  // Whether answers must tell which file they are about.
+  bool several() const { return arguments.size() > 1 || readsInput(); }
+  // Calls `answer` for each name, flushes standard output after each, and returns the gravest
+  // status. Ends early when standard output cannot be written.
+  ExitStatus forEach(const std::function<ExitStatus(const std::string&)>& answer) const;
+};
+
+}  // namespace program

@@ -1,0 +1,83 @@
+// The codec's calls in their order: header, palette and pixels for reading; format and pixels for
+// writing.
+#include "image_files.h"
+
+#include <pxcodec32.h>
+#include <windows.h>
+
+#include <memory>
+#include <vector>
+
+#include "file_refusal.h"
+#include "standard_streams.h"
+
+namespace program {
+namespace {
+
+bool decode(const char* path, PRaster& image) {
+  BITMAPINFOHEADER header{};
+  if (!AllReadHeader(path, &header)) return false;
+  const int type = PRaster::GetImageType(header.biBitCount, 0);
+  if (!image.CreateImage(type, header.biWidth, header.biHeight, 0, header.biClrUsed,
+                         header.biXPelsPerMeter, header.biYPelsPerMeter)) {
+    return false;
+  }
+  if (HPALETTE palette = AllReadPalette(path)) image.SetPalette(palette, 1);
+  tagLmmInfo memory;
+  image.GetLmmInfo(memory);
+  return AllReadDIBImg(path, &memory, image.GetLmmOffset(), nullptr) != 0;
+}
+
+struct BlockFree {
+  void operator()(HGLOBAL block) const { GlobalFree(block); }
+};
+
+// The extensions of the formats that the codec writes.
+std::vector<std::string> writableExtensions() {
+  std::vector<std::string> extensions;
+  constexpr int capacity = 25;
+  const std::unique_ptr<void, BlockFree> block(
+      GlobalAlloc(GHND, capacity * sizeof(CodecCapability)));
+  if (block == nullptr) return extensions;
+  const int count = AllGetReadWriteCaps(nullptr, block.get());
+  const auto* records = static_cast<const CodecCapability*>(GlobalLock(block.get()));
+  for (int i = 0; records != nullptr && i < count; ++i) {
+    if (records[i].writable) extensions.emplace_back(records[i].extension);
+  }
+  return extensions;
+}
+
+// Empty when the codec writes files of this name, else what it does write.
+std::string whyNotWritable(const std::string& path) {
+  const std::string extension = path.substr(path.rfind('.') + 1);
+  std::string known;
+  for (const std::string& candidate : writableExtensions()) {
+    if (lstrcmpiA(candidate.c_str(), extension.c_str()) == 0) return "";
+    known += (known.empty() ? "" : ", ") + candidate;
+  }
+  return "pictures are written as " + known;
+}
+
+}  // namespace
+
+bool readImage(const std::string& path, PRaster& image) {
+  if (!canBeOpened(path)) return false;
+  if (decode(path.c_str(), image)) return true;
+  image.DeleteImage();
+  complainAbout(path, "not a picture that can be decoded");
+  return false;
+}
+
+bool writeImage(const std::string& path, PRaster& image) {
+  if (const std::string problem = whyNotWritable(path); !problem.empty()) {
+    complainAbout(path, problem);
+    return false;
+  }
+  tagLmmInfo memory;
+  image.GetLmmInfo(memory);
+  if (AllSaveDIBImg(path.c_str(), &memory, image.GetLmmOffset(), nullptr)) return true;
+  complainAbout(path, "cannot be written");
+  return false;
+}
+
+}  // namespace program

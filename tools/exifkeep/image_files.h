@@ -1,0 +1,18 @@
+// Pictures in files to images in memory and back, through the codec that library and hosts share.
+#pragma once
+
+#include <praster.h>
+
+#include <string>
+
+namespace program {
+
+// Decodes the picture at `path` into `image`, resolution and palette included. False, after saying
+// so, when it cannot be read.
+bool readImage(const std::string& path, PRaster& image);
+
+// Encodes `image` into the file `path` by its extension. False, after saying so, when it cannot be
+// written.
+bool writeImage(const std::string& path, PRaster& image);
+
+}  // namespace program

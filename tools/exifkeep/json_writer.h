@@ -1,0 +1,37 @@
+// Appends JSON (RFC 8259) to a string as it is told; who owns the string may take out what is there
+// at any time, so that no document need be in memory. What comes out is valid UTF-8
+// whatever bytes a text holds: a run of bytes that is no UTF-8 becomes one U+FFFD.
+// REQUIRES: calls nest properly, and inside an object every value follows a key.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace program {
+
+class JsonWriter {
+ public:
+  explicit JsonWriter(std::string& out) : out_(out) {}
+
+  void beginArray() { open('['); }
+  void endArray() { close(']'); }
+  void beginObject() { open('{'); }
+  void endObject() { close('}'); }
+  void key(std::string_view name);
+  void text(std::string_view value);
+  void boolean(bool value);
+
+ private:
+  void open(char bracket);
+  void close(char bracket);
+  void beginValue();
+  void newLine();
+  void quoted(std::string_view text);
+
+  std::string& out_;
+  int depth_ = 0;
+  bool empty_ = true;  // the open array or object has no element yet
+  bool afterKey_ = false;
+};
+
+}  // namespace program

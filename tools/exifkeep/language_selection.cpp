@@ -1,0 +1,40 @@
+// LANGUAGE carries the language; it counts only under a locale other than C, and LC_ALL=C.UTF-8 is
+// such a locale and names the code page as well.
+#include "language_selection.h"
+
+#include <language.h>
+
+#include <cstdlib>
+
+namespace program {
+namespace {
+
+std::string_view tagOf(LANGID language) {
+  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
+    if (variant.language == language) return variant.tag;
+  }
+  return "en";
+}
+
+}  // namespace
+
+void selectLanguage(std::string_view tag) {
+  const LANGID language = tag.empty() ? exifkeep::userLanguage() : exifkeep::matchLanguage(tag);
+  ::setenv("LANGUAGE", std::string(tagOf(language)).c_str(), 1);
+  ::setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+bool isLanguage(std::string_view tag) {
+  return exifkeep::matchLanguage(tag) != 0;
+}
+
+std::string languageTags() {
+  std::string tags;
+  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
+    if (!tags.empty()) tags += ", ";
+    tags += variant.tag;
+  }
+  return tags;
+}
+
+}  // namespace program

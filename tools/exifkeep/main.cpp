@@ -1,0 +1,33 @@
+// exifkeep, the command-line program: runs the command that the command line asks for. It is a host
+// of the library like any other and uses nothing but its public interface.
+#include <exception>
+
+#include "command_line.h"
+#include "standard_streams.h"
+
+namespace program {
+namespace {
+
+ExitStatus run(int count, char** values) {
+  const CommandLine parsed = parseCommandLine(count, values);
+  if (parsed.command) return parsed.command();
+  if (!parsed.complaint.empty()) {
+    complain(parsed.complaint);
+    return ExitStatus::usage;
+  }
+  print(parsed.text);
+  return flushOutput() ? ExitStatus::ok : ExitStatus::failed;
+}
+
+}  // namespace
+}  // namespace program
+
+int main(int count, char** values) {
+  program::guardStandardStreams();
+  try {
+    return static_cast<int>(program::run(count, values));
+  } catch (const std::exception& error) {
+    program::complain(error.what());
+    return static_cast<int>(program::ExitStatus::failed);
+  }
+}
