@@ -2,6 +2,7 @@
 #include <exifkeep/exifkeep.h>
 
 #include "api/call_frame.h"
+#include "api/save.h"
 #include "audio/sound_file.h"
 #include "info/info_list.h"
 #include "probe/exif_reader.h"
@@ -59,16 +60,18 @@ int OpenExifFile(const char*, PRaster*, PRaster*) noexcept {
   return 0;
 }
 
-// Not built yet: saving.
-int SaveFile(const char*, const char*, PRaster* image, PRaster*) noexcept {
-  if (isMissing(image)) return 0;
-  return 0;
+int SaveFile(const char* source, const char* destination, PRaster* image,
+             PRaster* thumbnail) noexcept {
+  constexpr int noProcessing = 0;
+  return SaveProcessFile(source, destination, noProcessing, image, thumbnail);
 }
 
-// Not built yet: saving.
-int SaveProcessFile(const char*, const char*, int, PRaster* image, PRaster*) noexcept {
-  if (isMissing(image)) return 0;
-  return 0;
+int SaveProcessFile(const char* source, const char* destination, int processCode, PRaster* image,
+                    PRaster* thumbnail) noexcept {
+  return runCall(0, [&] {
+    if (isMissing(image)) return 0;
+    return saveWithMetadata(source, destination, processCode, image, thumbnail) ? 1 : 0;
+  });
 }
 
 // Not built yet: recordings.

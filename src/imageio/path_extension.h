@@ -11,4 +11,8 @@ constexpr std::string_view extensionOf(std::string_view path) noexcept {
   return path.substr(path.rfind('.') + 1);
 }
 
+// By the extension alone, in any case: jpg, jpeg or jpe; tif or tiff.
+bool isJpegName(std::string_view path);
+bool isTiffName(std::string_view path);
+
 }  // namespace exifkeep

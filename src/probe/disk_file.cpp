@@ -33,7 +33,9 @@ DiskFile DiskFile::openForReading(const char* path) {
   return DiskFile(handle != INVALID_HANDLE_VALUE ? handle : openShared(path, GENERIC_READ));
 }
 
-DiskFile DiskFile::openForWriting(const char* path) { return DiskFile(openShared(path, readWrite)); }
+DiskFile DiskFile::openForWriting(const char* path) {
+  return DiskFile(openShared(path, readWrite));
+}
 
 DiskFile DiskFile::create(const char* path) {
   return DiskFile(
@@ -49,7 +51,9 @@ DiskFile& DiskFile::operator=(DiskFile&& other) noexcept {
   return *this;
 }
 
-DiskFile::~DiskFile() { close(); }
+DiskFile::~DiskFile() {
+  close();
+}
 
 size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
   if (!isOpen() || at >= size_) return 0;
@@ -59,7 +63,8 @@ size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
   for (DWORD delivered = 1; done < wanted && delivered > 0; done += delivered) {
     const auto step = static_cast<DWORD>(std::min<uint64_t>(wanted - done, largestTransfer));
     delivered = 0;
-    if (!ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, nullptr)) break;
+    if (!ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, nullptr))
+      break;
   }
   return done;
 }

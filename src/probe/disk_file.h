@@ -1,4 +1,5 @@
-// A file on disk by position: opened, sized, read and written in 64 bits and closed with its object.
+// A file on disk by position: opened, sized, read and written in 64 bits and closed with its
+// object.
 #pragma once
 
 #include <windows.h>

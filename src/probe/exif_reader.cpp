@@ -1,7 +1,6 @@
 #include "probe/exif_reader.h"
 
 #include <cstring>
-#include <string>
 
 #include "imageio/path_extension.h"
 #include "probe/directory_entries.h"
@@ -40,10 +39,7 @@ bool findEntry(DirectoryEntries entries, uint16_t tag, IfdEntry& entry) {
 }  // namespace
 
 bool hasExifExtension(const char* path) {
-  const std::string extension(extensionOf(path));
-  for (const char* known : {"tif", "tiff", "jpg", "jpeg", "jpe"})
-    if (lstrcmpiA(extension.c_str(), known) == 0) return true;
-  return false;
+  return isTiffName(path) || isJpegName(path);
 }
 
 int32_t asDirectoryPosition(uint64_t position) {

@@ -137,6 +137,8 @@ bool fetchValue(const TagRow& row, const IfdEntry& entry, FieldFiller filler, Ex
     case Fetch::interoperability:
       if (entry.hasValueBytes(4)) deferred->noteInteroperability(file.toLong(entry.value));
       return true;
+    case Fetch::passedOver:
+      return false;
   }
   return false;
 }

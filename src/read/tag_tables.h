@@ -43,6 +43,7 @@ enum class Fetch : uint8_t {
   userComment,       // at offset: count bytes, 8 at least, into the reader's comment buffer
   interoperability,  // the interoperability directory
   isR98,             // nothing but the flag, when the value field reads "R98"
+  passedOver,        // not read: a save writes it anew
 };
 
 inline constexpr uint16_t noField = 0xFFFF;
@@ -84,6 +85,8 @@ inline constexpr TagRow imageTags[] = {
     VALUE(artist, ascii, bytes, 255, artist, hasArtist),
     VALUE(whitePoint, rational, rationals, 2, whitePoint, hasWhitePoint),
     VALUE(primaryChromaticities, rational, rationals, 6, primaryChromaticities, hasPrimaryChromaticities),
+    TagRow{tag::jpegInterchangeFormat, TiffType::long_, Fetch::passedOver, 1, noField, 0, noField},
+    TagRow{tag::jpegInterchangeFormatLength, TiffType::long_, Fetch::passedOver, 1, noField, 0, noField},
     VALUE(yCbCrCoefficients, rational, rationals, 3, yCbCrCoefficients, hasYCbCrCoefficients),
     VALUE(yCbCrPositioning, short_, shortValue, 1, yCbCrPositioning, hasYCbCrPositioning),
     VALUE(referenceBlackWhite, rational, rationals, 6, referenceBlackWhite, hasReferenceBlackWhite),

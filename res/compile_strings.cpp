@@ -1,0 +1,159 @@
+// Build step: turns the language files of this folder into one C++ file with the library's string
+// table. A file with a missing id, an id that no table has, a text with blanks around it, invalid
+// UTF-8 or a comment that is not the English text stops the build with a line that says where.
+//
+//   compile_strings OUTPUT FILE...     each FILE is named LANGUAGEID-tag.txt
+
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr int firstId = 1;
+constexpr int lastId = 158;
+constexpr int emptyId = 19;  // holds no text in any language
+constexpr int english = 1033;
+
+struct Language {
+  int id = 0;
+  std::string file;
+  std::map<int, std::string> texts;
+  std::map<int, std::string> comments;
+};
+
+[[noreturn]] void fail(const std::string& where, const std::string& what) {
+  std::cerr << where << ": " << what << '\n';
+  std::exit(1);
+}
+
+// Length of the well-formed UTF-8 sequence at the start of `text` (Unicode 15, table 3-7), 0 for an
+// ill-formed one.
+size_t sequenceLength(std::string_view text) {
+  const auto byte = [&](size_t i) {
+    return i < text.size() ? static_cast<uint8_t>(text[i]) : uint8_t{0};
+  };
+  const auto isTail = [&](size_t i) { return (byte(i) & 0xC0) == 0x80; };
+  const uint8_t lead = byte(0), second = byte(1);
+  if (lead < 0x80) return 1;
+  if (lead >= 0xC2 && lead <= 0xDF) return isTail(1) ? 2 : 0;
+  if (lead >= 0xE0 && lead <= 0xEF) {
+    const bool isOverlong = lead == 0xE0 && second < 0xA0;
+    const bool isSurrogate = lead == 0xED && second > 0x9F;
+    return isTail(1) && isTail(2) && !isOverlong && !isSurrogate ? 3 : 0;
+  }
+  if (lead >= 0xF0 && lead <= 0xF4) {
+    const bool isOverlong = lead == 0xF0 && second < 0x90;
+    const bool isBeyond = lead == 0xF4 && second > 0x8F;
+    return isTail(1) && isTail(2) && isTail(3) && !isOverlong && !isBeyond ? 4 : 0;
+  }
+  return 0;
+}
+
+bool isText(std::string_view text) {
+  if (text.empty() || text.front() == ' ' || text.back() == ' ') return false;
+  while (!text.empty()) {
+    const size_t length = sequenceLength(text);
+    const auto lead = static_cast<uint8_t>(text.front());
+    if (length == 0 || lead < 0x20 || lead == 0x7F) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+int leadingNumber(std::string_view text) {
+  int number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+Language readLanguage(const std::string& path) {
+  Language language;
+  language.file = path.substr(path.find_last_of('/') + 1);
+  language.id = leadingNumber(language.file);
+  std::ifstream input(path);
+  if (!input || language.id == 0) fail(path, "cannot be read, or its name has no language id");
+  std::string comment;
+  int lineNumber = 0, previousId = 0;
+  for (std::string line; std::getline(input, line);) {
+    const std::string where = language.file + ":" + std::to_string(++lineNumber);
+    if (line.empty()) continue;
+    if (line.starts_with("# ")) {
+      comment = line.substr(2);
+      continue;
+    }
+    const size_t tab = line.find('\t');
+    const int id = leadingNumber(line);
+    if (tab == std::string::npos || line.substr(0, tab) != std::to_string(id))
+      fail(where, "is neither a comment nor id, tab, text");
+    if (id < firstId || id > lastId || id == emptyId) fail(where, "this id is not in the table");
+    if (id <= previousId) fail(where, "ids are not in ascending order");
+    if (!isText(line.substr(tab + 1))) fail(where, "the text is empty, padded or not clean UTF-8");
+    language.texts[id] = line.substr(tab + 1);
+    language.comments[id] = comment;
+    previousId = id;
+  }
+  for (int id = firstId; id <= lastId; ++id)
+    if (id != emptyId && !language.texts.contains(id))
+      fail(language.file, "id " + std::to_string(id) + " is missing");
+  return language;
+}
+
+void checkComments(const std::vector<Language>& languages) {
+  for (const Language& original : languages) {
+    if (original.id != english) continue;
+    for (const Language& language : languages)
+      for (const auto& [id, comment] : language.comments)
+        if (comment != original.texts.at(id))
+          fail(language.file, "the comment of id " + std::to_string(id) + " is not its English text");
+    return;
+  }
+  fail("string table", "the English file is missing");
+}
+
+void writeLiteral(std::ostream& output, std::string_view text) {
+  output << '"';
+  for (char c : text) {
+    if (c == '"' || c == '\\') output << '\\';
+    output << c;
+  }
+  output << '"';
+}
+
+void writeTable(std::ostream& output, const std::vector<Language>& languages) {
+  output << "// Made by compile_strings from res/.\n#include \"info/string_table.h\"\n\n"
+            "namespace exifkeep {\n\nnamespace {\n";
+  for (const Language& language : languages) {
+    output << "\nconstexpr std::string_view texts" << language.id << "[] = {\n    \"\",\n";
+    for (int id = firstId; id <= lastId; ++id) {
+      output << "    ";
+      writeLiteral(output, id == emptyId ? "" : language.texts.at(id));
+      output << ",\n";
+    }
+    output << "};\n";
+  }
+  output << "\nconstexpr AfxStringVariant variants[] = {\n";
+  for (const Language& language : languages)
+    output << "    {" << language.id << ", texts" << language.id << "},\n";
+  output << "};\n\n}  // namespace\n\nconst AfxStringTable stringTable{variants};\n\n"
+            "}  // namespace exifkeep\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 3) fail("usage", "compile_strings OUTPUT FILE...");
+  std::vector<Language> languages;
+  for (int i = 2; i < argc; ++i) languages.push_back(readLanguage(argv[i]));
+  checkComments(languages);
+  std::ofstream output(argv[1]);
+  writeTable(output, languages);
+  output.close();
+  if (!output) fail(argv[1], "cannot be written");
+}

@@ -1,0 +1,53 @@
+// A movable, zero-filled block of global memory with one owner, and its lock.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+namespace exifkeep {
+
+class GlobalBlock {
+ public:
+  GlobalBlock() = default;
+  // Empty when there is no memory.
+  explicit GlobalBlock(size_t size) : handle_(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size)) {}
+  GlobalBlock(GlobalBlock&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  GlobalBlock& operator=(GlobalBlock&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
+  ~GlobalBlock() {
+    if (handle_) GlobalFree(handle_);
+  }
+
+  explicit operator bool() const { return handle_ != nullptr; }
+  HGLOBAL handle() const { return handle_; }
+
+ private:
+  HGLOBAL handle_ = nullptr;
+};
+
+// Locks a block while it lives. REQUIRES: the block outlives it.
+class BlockLock {
+ public:
+  explicit BlockLock(const GlobalBlock& block)
+      : handle_(block.handle()),
+        bytes_(handle_ ? static_cast<uint8_t*>(GlobalLock(handle_)) : nullptr) {}
+  ~BlockLock() {
+    if (bytes_) GlobalUnlock(handle_);
+  }
+  BlockLock(const BlockLock&) = delete;
+  BlockLock& operator=(const BlockLock&) = delete;
+
+  // Null when the block is empty or cannot be locked.
+  uint8_t* bytes() const { return bytes_; }
+
+ private:
+  HGLOBAL handle_;
+  uint8_t* bytes_;
+};
+
+}  // namespace exifkeep

@@ -1,0 +1,33 @@
+// The Exif APP1 segment of a saved JPEG picture (Exif 2.2, 4.7.2), assembled in one block: from the
+// records of the picture's source, or with default fields for a picture that has none.
+#pragma once
+
+#include <praster.h>
+
+#include <cstdint>
+
+#include "imageio/image_codec_bridge.h"
+#include "read/records.h"
+#include "write/directory_writer.h"
+#include "write/global_block.h"
+
+namespace exifkeep {
+
+// The segment with IFD0, the Exif directory, the interoperability and GPS directories where the
+// source had them, IFD1 and a new thumbnail (the host's when it is given and not empty). None when
+// exif or primary is missing or the segment cannot be built. Without `thumbnail` there is no IFD1,
+// without `gps` no GPS directory.
+GlobalBlock buildSegmentFromRecords(const ImageCodecBridge& codec, const PRaster& picture,
+                                    PRaster* hostThumbnail, const ExifIfdRecord* exif,
+                                    const ImageIfdRecord* primary, const ImageIfdRecord* thumbnail,
+                                    const GpsIfdRecord* gps);
+
+// The segment with default fields, what is set in `exif`, and the Software of `primary`.
+GlobalBlock buildSegmentWithDefaults(const ImageCodecBridge& codec, const PRaster& picture,
+                                     PRaster* hostThumbnail, const ExifIfdRecord& exif,
+                                     const ImageIfdRecord& primary);
+
+// Bytes of a finished segment, marker included.
+uint32_t segmentSize(const uint8_t* segment);
+
+}  // namespace exifkeep

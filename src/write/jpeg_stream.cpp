@@ -1,0 +1,117 @@
+#include "write/jpeg_stream.h"
+
+#include <cstring>
+
+namespace exifkeep {
+
+namespace {
+
+constexpr size_t markerSize = 2;
+constexpr size_t segmentHead = 4;  // marker and length
+constexpr size_t quantTable = 65;
+constexpr size_t dcTable = 29;
+constexpr size_t acTable = 179;
+constexpr size_t frameHeader = 19;  // SOF0 of three components, marker included
+constexpr size_t scanHeader = 14;   // SOS likewise
+
+// The codec's header segments: where each starts behind APP0, and its first bytes.
+struct Segment {
+  size_t at;
+  uint8_t head[segmentHead];
+};
+constexpr Segment codecHeaders[] = {
+    {0, {0xFF, 0xDB, 0, 67}},    {69, {0xFF, 0xDB, 0, 67}},   {138, {0xFF, 0xC0, 0, 17}},
+    {157, {0xFF, 0xC4, 0, 31}},  {190, {0xFF, 0xC4, 0, 181}}, {373, {0xFF, 0xC4, 0, 31}},
+    {406, {0xFF, 0xC4, 0, 181}}, {589, {0xFF, 0xDA, 0, 12}},
+};
+constexpr size_t codecHeadersSize = 603;
+
+constexpr uint8_t oneQuantSegment[] = {0xFF, 0xDB, 0, 2 + 3 * quantTable};
+constexpr size_t huffmanLength = 2 + 2 * (dcTable + acTable);
+constexpr uint8_t oneHuffmanSegment[] = {0xFF, 0xC4, huffmanLength >> 8, huffmanLength & 0xFF};
+
+// Bytes of an APP0 segment at the start of `bytes`, modulo 65536; 0 when there is none.
+size_t app0SizeAt(JpegStream::Bytes bytes) {
+  if (bytes.size() < segmentHead || bytes[0] != 0xFF || bytes[1] != 0xE0) return 0;
+  return (bytes[2] * 256u + bytes[3] + markerSize) & 0xFFFF;
+}
+
+JpegStream::Bytes dropApp0(JpegStream::Bytes bytes) {
+  const size_t size = app0SizeAt(bytes);
+  return size <= bytes.size() ? bytes.subspan(size) : JpegStream::Bytes{};
+}
+
+bool writePieces(DiskFile& file, uint64_t at, std::span<const JpegStream::Bytes> pieces) {
+  for (const JpegStream::Bytes piece : pieces) {
+    if (!file.writeAt(at, piece.data(), piece.size())) return false;
+    at += piece.size();
+  }
+  return true;
+}
+
+}  // namespace
+
+JpegStream::JpegStream(DiskFile& file)
+    : block_(file.isOpen() ? GlobalBlock(static_cast<size_t>(file.size())) : GlobalBlock()),
+      lock_(block_) {
+  const auto size = static_cast<size_t>(file.size());
+  if (!lock_.bytes() || size < markerSize || file.readAt(0, lock_.bytes(), size) != size) return;
+  bytes_ = {lock_.bytes(), size};
+  add(bytes_.subspan(markerSize));
+}
+
+bool JpegStream::hasCodecLayout(Bytes headers) const {
+  if (headers.size() < codecHeadersSize + markerSize) return false;
+  for (const Segment& segment : codecHeaders)
+    if (std::memcmp(headers.data() + segment.at, segment.head, segmentHead) != 0) return false;
+  return bytes_[0] == 0xFF && bytes_[1] == 0xD8;
+}
+
+bool JpegStream::compact() {
+  if (!isLoaded()) return false;
+  Bytes rest = dropApp0(bytes_.subspan(markerSize));
+  if (!hasCodecLayout(rest)) return false;
+
+  const auto take = [&rest](size_t size) {
+    const Bytes taken = rest.first(size);
+    rest = rest.subspan(size);
+    return taken;
+  };
+  pieceCount_ = 0;
+  add(oneQuantSegment);
+  take(segmentHead);
+  add(take(quantTable));
+  take(segmentHead);
+  const Bytes secondTable = take(quantTable);
+  add(secondTable);
+  add(secondTable);  // three tables, the third a copy of the second: intended, readers ignore it
+  add(take(frameHeader));
+  add(oneHuffmanSegment);
+  for (size_t table : {dcTable, acTable, dcTable, acTable}) {
+    take(segmentHead);
+    add(take(table));
+  }
+  add(take(scanHeader));
+  add(rest);
+  return true;
+}
+
+bool JpegStream::writeTo(DiskFile& file) const {
+  return file.writeAt(0, bytes_.data(), markerSize) && writePieces(file, markerSize, pieces());
+}
+
+bool JpegStream::writeWithSegment(DiskFile& file, Bytes segment) const {
+  std::array<Bytes, maxPieces> rest = pieces_;
+  rest[0] = dropApp0(rest[0]);
+  const Bytes head[] = {bytes_.first(markerSize), segment};
+  return writePieces(file, 0, head) &&
+         writePieces(file, markerSize + segment.size(), {rest.data(), pieceCount_});
+}
+
+void compactJpegStream(const char* path) {
+  DiskFile file = DiskFile::openForWriting(path);
+  JpegStream stream(file);
+  if (stream.compact()) stream.writeTo(file);
+}
+
+}  // namespace exifkeep

@@ -1,0 +1,81 @@
+#include "write/thumbnail.h"
+
+#include <algorithm>
+
+#include "imageio/praster_block.h"
+
+namespace exifkeep {
+
+namespace {
+
+bool create(PRaster& image, int type, unsigned width, unsigned height) {
+  return image.CreateImage(type, width, height, 0, 0, 0, 0, 15, 0, 0) != 0;
+}
+
+bool isMissing(const PRaster* image) {
+  return !image || image->IsEmpty();
+}
+
+}  // namespace
+
+bool makeThumbnail(const PRaster* source, PRaster* thumbnail, uint64_t fillColour) {
+  if (isMissing(source) || !thumbnail) return false;
+  if (!thumbnail->IsEmpty()) thumbnail->DeleteImage(1);
+  return create(*thumbnail, source->GetImageType(), thumbnailWidth, thumbnailHeight) &&
+         fitIntoThumbnail(*source, *thumbnail, fillColour);
+}
+
+bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail, uint64_t fillColour) {
+  const unsigned sourceWidth = source.GetImageWidth(), sourceHeight = source.GetImageHeight();
+  const unsigned width = thumbnail.GetImageWidth(), height = thumbnail.GetImageHeight();
+  // Ratios in single precision, as the thumbnails of earlier saves were sized.
+  const auto ratioX = static_cast<float>(static_cast<double>(sourceWidth) / width);
+  const auto ratioY = static_cast<float>(static_cast<double>(sourceHeight) / height);
+  if (ratioX == ratioY) return thumbnail.RescaleImage(source, nullptr, 0, 100);
+  if (sourceWidth <= width && sourceHeight <= height) {
+    centerImage(source, thumbnail, fillColour);
+    return true;
+  }
+  const double ratio = std::max(ratioX, ratioY);
+  const auto scaled = [&](unsigned size) {
+    return std::max(1u, static_cast<unsigned>(static_cast<double>(size) / ratio));
+  };
+  PRasterBlock scratch;
+  if (!create(scratch, source.GetImageType(), scaled(sourceWidth), scaled(sourceHeight)) ||
+      !scratch.RescaleImage(source, nullptr, 0, 100))
+    return false;
+  centerImage(scratch, thumbnail, fillColour);
+  return true;
+}
+
+void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour) {
+  target.Clear(fillColour);
+  // Levels mean colours only together with their palette.
+  if (source.palette() && target.palette() && source.GetImageType() == target.GetImageType())
+    std::copy_n(source.palette(), size_t{1} << source.bitsPerPixel(), target.palette());
+  const unsigned left = (target.GetImageWidth() - source.GetImageWidth()) / 2;
+  const unsigned top = (target.GetImageHeight() - source.GetImageHeight()) / 2;
+  for (unsigned y = 0; y < source.GetImageHeight(); ++y)
+    for (unsigned x = 0; x < source.GetImageWidth(); ++x)
+      target.SetPixel(static_cast<int>(left + x), static_cast<int>(top + y),
+                      source.GetPixel(static_cast<int>(x), static_cast<int>(y), nullptr));
+}
+
+void ThumbnailFile::write(const ImageCodecBridge& codec, const PRaster& picture,
+                          PRaster* hostThumbnail) {
+  if (!isMissing(hostThumbnail)) {
+    save(codec, *hostThumbnail);
+    isWritten_ = true;
+    return;
+  }
+  PRasterBlock made;
+  isWritten_ = makeThumbnail(&picture, &made, 0) && save(codec, made);
+}
+
+bool ThumbnailFile::save(const ImageCodecBridge& codec, PRaster& image) {
+  width_ = image.GetImageWidth();
+  height_ = image.GetImageHeight();
+  return !file_.path().empty() && codec.saveImageFile(path(), image);
+}
+
+}  // namespace exifkeep
