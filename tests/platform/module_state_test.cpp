@@ -1,0 +1,75 @@
+// Texts by module state, and messages by handler.
+#include <afxwin.h>
+#include <platform/scratch.h>
+
+#include <thread>
+#include <vector>
+
+namespace exifkeep::test {
+namespace {
+
+constexpr std::string_view englishTexts[] = {"", "Maker", "only English"};
+constexpr std::string_view germanTexts[] = {"", "Größ!"};
+constexpr AfxStringVariant variants[] = {{1031, germanTexts}, {1033, englishTexts}};
+constexpr AfxStringTable table{variants};
+constexpr AFX_MODULE_STATE module(&table);
+
+constexpr std::string_view otherTexts[] = {"", "other"};
+constexpr AfxStringVariant otherVariants[] = {{1033, otherTexts}};
+constexpr AfxStringTable otherTable{otherVariants};
+constexpr AFX_MODULE_STATE otherModule(&otherTable);
+
+// The text as LoadString gives it; "(none)" stands for FALSE with an empty string.
+CString loaded(UINT id) {
+  CString text = "old";
+  if (text.LoadString(id)) return text;
+  return text.IsEmpty() ? CString("(none)") : text;
+}
+
+TEST(ModuleState, NestsPerThread) {
+  setLocaleVariables({});
+  EXPECT_EQ(loaded(1), "(none)");
+  const AFX_MAINTAIN_STATE2 outer(&module);
+  {
+    const AFX_MAINTAIN_STATE2 inner(&otherModule);
+    EXPECT_EQ(loaded(1), "other");
+    std::thread([] { EXPECT_EQ(loaded(1), "(none)"); }).join();
+  }
+  EXPECT_EQ(loaded(1), "Maker");
+}
+
+TEST(ModuleState, TakesLanguageAndCodePageOncePerSwitch) {
+  setLocaleVariables({{"LANG", "de_DE.ISO-8859-1"}});
+  const AFX_MAINTAIN_STATE2 state(&module);
+  EXPECT_EQ(loaded(1), "Gr\xF6\xDF!");
+  setLocaleVariables({{"LANG", "en_US.UTF-8"}});
+  EXPECT_EQ(loaded(1), "Gr\xF6\xDF!");
+  // Ids that only another language has, or none, or the framework itself.
+  for (const UINT id : {0u, 2u, 3u, 0xF102u, ~0u}) EXPECT_EQ(loaded(id), "(none)") << id;
+  const AFX_MAINTAIN_STATE2 nextCall(&module);
+  EXPECT_EQ(loaded(1), "Maker");
+}
+
+int note(void* context, const char* text, UINT) {
+  static_cast<std::vector<std::string>*>(context)->push_back(text);
+  return 42;
+}
+
+TEST(MessageBox, ShowsThroughTheHandlerElseOnStandardError) {
+  setLocaleVariables({});
+  const AFX_MAINTAIN_STATE2 state(&module);
+  std::vector<std::string> shown;
+  AfxSetMessageBoxHandler(note, &shown);
+  EXPECT_EQ(AfxMessageBox(AFX_IDP_FAILED_TO_SAVE_DOC), 42);
+  EXPECT_EQ(AfxMessageBox(1u), 42);
+  EXPECT_EQ(AfxMessageBox("100 %s"), 42);
+  AfxSetMessageBoxHandler(nullptr, nullptr);
+  EXPECT_EQ(shown, (std::vector<std::string>{"Failed to save document.", "Maker", "100 %s"}));
+
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(AfxMessageBox(AFX_IDP_FAILED_TO_SAVE_DOC), IDOK);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Failed to save document.\n");
+}
+
+}  // namespace
+}  // namespace exifkeep::test
