@@ -103,7 +103,7 @@ ExitStatus listAsJson(const FileNames& files) {
   });
   json.endArray();
   printBytes(text);
-  return flushOutput() ? status : ExitStatus::failed;
+  return status;
 }
 
 }  // namespace

@@ -34,8 +34,7 @@ ExitStatus showBoth(const std::string& path) {
   table.addRow("image", image.IsEmpty() ? "cannot be decoded" : describe(image));
   table.addRow("thumbnail", describe(thumbnail));
   print(table.text());
-  const bool written = flushOutput();
-  return written && !image.IsEmpty() ? ExitStatus::ok : ExitStatus::failed;
+  return image.IsEmpty() ? ExitStatus::failed : ExitStatus::ok;
 }
 
 // Writes what was opened to `target`; an empty target is a part that was not asked for.

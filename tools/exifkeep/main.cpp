@@ -10,13 +10,13 @@ namespace {
 
 ExitStatus run(int count, char** values) {
   const CommandLine parsed = parseCommandLine(count, values);
-  if (parsed.command) return parsed.command();
   if (!parsed.complaint.empty()) {
     complain(parsed.complaint);
     return ExitStatus::usage;
   }
   print(parsed.text);
-  return flushOutput() ? ExitStatus::ok : ExitStatus::failed;
+  const ExitStatus status = parsed.command ? parsed.command() : ExitStatus::ok;
+  return flushOutput() ? status : ExitStatus::failed;
 }
 
 }  // namespace

@@ -14,7 +14,8 @@ void guardStandardStreams();
 void print(std::string_view text);
 void printBytes(std::string_view bytes);
 
-// Writes what was kept. False, after saying so once, when standard output cannot be written.
+// Writes what was kept; the program does so at its end, commands over many files after each. False,
+// after saying so once, when standard output cannot be written.
 bool flushOutput();
 
 // One line on standard error: the program's name and `text`, escaped for a terminal and in the

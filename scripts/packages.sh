@@ -1,0 +1,39 @@
+# The Debian packages that ./run and ./test need, and how they are installed. Sourced by both.
+
+run_packages=(
+  g++ cmake ninja-build
+  libjpeg-dev libtiff-dev libpng-dev  # the picture codec
+  libcli11-dev                        # the program's command line
+)
+test_packages=(
+  libgtest-dev libgmock-dev nlohmann-json3-dev
+)
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+is_installed() {
+  [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+apt_install() {
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
+}
+
+# install_missing LOG PACKAGE...: silent when all are there. Where packages are not Debian's, the
+# tools are the user's own business.
+install_missing() {
+  local log=$1 package missing=()
+  shift
+  command -v dpkg-query >/dev/null && command -v apt-get >/dev/null || return 0
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing ${missing[*]}" >&2
+  apt_install "${missing[@]}" >"$log" 2>&1 && return 0
+  { as_root apt-get update && apt_install "${missing[@]}"; } >"$log" 2>&1 && return 0
+  cat "$log" >&2
+  return 1
+}
