@@ -33,12 +33,13 @@ bool PictureFile::open(const char* path, int flags) noexcept {
 }
 
 std::size_t PictureFile::read(void* bytes, std::size_t count) noexcept {
-  if (failsNow(PlatformCall::read)) return 0;
+  if (failsNow(PlatformCall::read)) failed_ = true;
   std::size_t done = 0;
-  while (done < count) {
+  while (!failed_ && done < count) {
     const ssize_t got = ::pread(file_, static_cast<char*>(bytes) + done, count - done,
                                 static_cast<off_t>(position_));
     if (got < 0 && errno == EINTR) continue;
+    if (got < 0) failed_ = true;
     if (got <= 0) break;
     done += static_cast<std::size_t>(got);
     position_ += static_cast<std::uint64_t>(got);
@@ -67,10 +68,8 @@ bool PictureWriting::write(const void* bytes, std::size_t count) noexcept {
     const ssize_t put = ::pwrite(file_, static_cast<const char*>(bytes) + done, count - done,
                                  static_cast<off_t>(position_));
     if (put < 0 && errno == EINTR) continue;
-    if (put <= 0) {
-      failed_ = true;
-      break;
-    }
+    if (put <= 0) failed_ = true;
+    if (failed_) break;
     done += static_cast<std::size_t>(put);
     position_ += static_cast<std::uint64_t>(put);
   }

@@ -20,6 +20,8 @@ class PictureFile {
 
   // Reads at the position; fewer bytes than asked for only at the end of the file or on an error.
   std::size_t read(void* bytes, std::size_t count) noexcept;
+  // Whether any reading or writing failed so far; the libraries pass over some errors.
+  bool hasFailed() const noexcept { return failed_; }
 
  protected:
   PictureFile() noexcept = default;
@@ -28,6 +30,7 @@ class PictureFile {
   int file_ = -1;
   std::uint64_t size_ = 0;
   std::uint64_t position_ = 0;
+  bool failed_ = false;
 };
 
 // An existing file.
@@ -50,7 +53,6 @@ class PictureWriting : public PictureFile {
 
  private:
   const char* path_;
-  bool failed_ = false;
 };
 
 }  // namespace exifkeep

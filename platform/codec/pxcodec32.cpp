@@ -44,14 +44,14 @@ bool describe(const char* path, PictureDescription& picture) {
   PictureReading file(path);
   if (!file.isOpen()) return false;
   const PictureFormat* format = formatOfContent(file);
-  return format && format->describe(file, picture);
+  return format && format->describe(file, picture) && !file.hasFailed();
 }
 
 bool decode(const char* path, const PictureRows& rows) {
   PictureReading file(path);
   if (!file.isOpen()) return false;
   const PictureFormat* format = formatOfContent(file);
-  return format && format->decode(file, rows);
+  return format && format->decode(file, rows) && !file.hasFailed();
 }
 
 bool encode(const char* path, const PictureRows& rows) {

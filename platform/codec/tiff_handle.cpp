@@ -2,6 +2,7 @@
 #include "tiff_handle.h"
 
 #include <cstdarg>
+#include <cstdlib>
 
 namespace exifkeep {
 namespace {
@@ -48,8 +49,24 @@ int keepOpen(thandle_t) {
   return 0;
 }
 
-// "m" keeps the library from mapping the file: a mapped file that another process cuts short would
-// end this one.
+// A copy in memory, not a mapping: a mapped file that another process cuts short would end this
+// one.
+int copyFile(thandle_t handle, void** base, toff_t* size) {
+  PictureReading& file = *static_cast<PictureReading*>(handle);
+  if (file.size() == 0 || file.size() > static_cast<toff_t>(largestAllocation)) return 0;
+  void* bytes = std::malloc(file.size());
+  if (!bytes) return 0;
+  file.moveTo(0);
+  *base = bytes;
+  *size = file.read(bytes, file.size());
+  return 1;
+}
+
+void freeCopy(thandle_t, void* base, toff_t) {
+  std::free(base);
+}
+
+// "m" in a mode keeps the library from asking for the file in memory.
 template <class File>
 TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept {
   const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
@@ -58,14 +75,19 @@ TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept 
   TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), largestAllocation);
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), swallow, nullptr);
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), swallow, nullptr);
+  file.moveTo(0);
   return TiffHandle(TIFFClientOpenExt("picture", mode, &file, readFile<File>, write, seekFile<File>,
-                                      keepOpen, fileSize<File>, nullptr, nullptr, options.get()));
+                                      keepOpen, fileSize<File>, copyFile, freeCopy, options.get()));
 }
 
 }  // namespace
 
 TiffHandle openTiff(PictureReading& file) noexcept {
   return open(file, "rm", refuseWriting);
+}
+
+TiffHandle openTiffInMemory(PictureReading& file) noexcept {
+  return open(file, "r", refuseWriting);
 }
 
 TiffHandle createTiff(PictureWriting& file) noexcept {

@@ -18,6 +18,8 @@ using TiffHandle = std::unique_ptr<TIFF, TiffClose>;
 
 // The file must outlive the handle. Null when this is no readable TIFF file.
 TiffHandle openTiff(PictureReading& file) noexcept;
+// The same with the whole file, of 1 GiB at most, read into memory first.
+TiffHandle openTiffInMemory(PictureReading& file) noexcept;
 // A new little-endian file.
 TiffHandle createTiff(PictureWriting& file) noexcept;
 

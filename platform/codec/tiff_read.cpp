@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "tiff_handle.h"
@@ -196,7 +197,17 @@ class ColourConversion {
   bool begun_ = false;
 };
 
+// The library's conversion takes uncompressed tiles for larger than they are and then fails, except
+// on a file in memory.
+TiffHandle openForConversion(PictureReading& file, TiffHandle tiff) {
+  std::uint16_t compression = COMPRESSION_NONE;
+  TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_COMPRESSION, &compression);
+  const bool needsMemory = TIFFIsTiled(tiff.get()) && compression == COMPRESSION_NONE;
+  return needsMemory ? openTiffInMemory(file) : std::move(tiff);
+}
+
 bool decodeConverted(TIFF* tiff, const Layout& layout, const PictureRows& rows) {
+  if (!tiff) return false;
   std::uint32_t rowsAtOnce = 0;
   if (layout.tiled)
     TIFFGetField(tiff, TIFFTAG_TILELENGTH, &rowsAtOnce);
@@ -221,12 +232,13 @@ bool describeTiff(PictureReading& file, PictureDescription& picture) {
 }
 
 bool decodeTiff(PictureReading& file, const PictureRows& rows) {
-  const TiffHandle tiff = openTiff(file);
+  TiffHandle tiff = openTiff(file);
   PictureDescription picture;
   if (!tiff || !describe(tiff.get(), file.size(), picture) || !rows.fit(picture)) return false;
   const Layout layout = layoutOf(tiff.get());
   if (layout.isGrey() || layout.isPalette() || layout.isRgb())
     return decodeRows(tiff.get(), layout, rows);
+  tiff = openForConversion(file, std::move(tiff));
   return decodeConverted(tiff.get(), layout, rows);
 }
 

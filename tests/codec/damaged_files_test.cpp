@@ -1,0 +1,181 @@
+// Damaged, truncated and hostile files: a clean failure, or a picture, quickly; never a crash, a
+// message on stderr or an exit.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstring>
+
+#include "failure_switch.h"
+#include "picture_fixture.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class DamagedFiles : public CodecTest {
+ protected:
+  void SetUp() override { testing::internal::CaptureStderr(); }
+  void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
+
+  Bytes saved(const std::string& name, PRaster image) {
+    EXPECT_EQ(save(path(name), image), 1);
+    return bytesOf(path(name));
+  }
+
+  bool loads(const Bytes& bytes) {
+    writeBytes(path("damaged"), bytes);
+    return load(path("damaged")).has_value();
+  }
+};
+
+TEST_F(DamagedFiles, EveryPrefixFails) {
+  for (const char* name : {"a.jpg", "a.tif", "a.png"}) {
+    const Bytes whole = saved(name, patterned(24, 9, 7));
+    ASSERT_TRUE(loads(whole));
+    // A JPEG picture whose scan is complete may lack its EOI.
+    const std::size_t least = whole.size() - (name[2] == 'j' ? 2 : 0);
+    EXPECT_EQ(loads(Bytes(whole.begin(), whole.begin() + long(least))), true);
+    for (std::size_t size = 0; size < least; ++size)
+      ASSERT_FALSE(loads(Bytes(whole.begin(), whole.begin() + long(size)))) << name << ' ' << size;
+  }
+}
+
+TEST_F(DamagedFiles, FlippedBitsNeverCrash) {
+  unsigned seed = 1;
+  const auto random = [&seed] { return (seed = seed * 1664525 + 1013904223) >> 8; };
+  for (const char* name : {"a.jpg", "a.tif", "a.png", "b.tif"}) {
+    const Bytes whole = saved(name, patterned(name[0] == 'b' ? 1 : 24, 33, 29));
+    int loaded = 0;
+    for (int round = 0; round < 400; ++round) {
+      Bytes bytes = whole;
+      const std::size_t range = round % 2 ? bytes.size() : std::min<std::size_t>(200, bytes.size());
+      for (int flips = 0; flips <= round % 3; ++flips)
+        bytes[random() % range] ^= static_cast<unsigned char>(1 << random() % 8);
+      loaded += loads(bytes);
+    }
+    EXPECT_LT(loaded, 400) << name;
+  }
+}
+
+void put(Bytes& bytes, std::size_t at, std::initializer_list<unsigned char> value) {
+  std::copy(value.begin(), value.end(), bytes.begin() + long(at));
+}
+
+TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
+  const Bytes jpeg = saved("a.jpg", patterned(24, 8, 8)),
+              tiff = saved("a.tif", patterned(24, 8, 8));
+  const Bytes png = saved("a.png", patterned(24, 8, 8));
+  std::vector<Bytes> hostile;
+  for (auto size : {std::initializer_list<unsigned char>{0xFF, 0xFF, 0xFF, 0xFF},
+                    {0x40, 0x00, 0x3F, 0xFF},
+                    {0x80, 0x00, 0x00, 0x01}}) {
+    hostile.push_back(jpeg);
+    put(hostile.back(), 163, size);              // SOF0: height, width
+    for (std::size_t entry : {0, 1, 5, 7, 8}) {  // width, length, offset, rows a strip, byte count
+      hostile.push_back(tiff);
+      put(hostile.back(), 10 + 12 * entry + 2, {4, 0});  // as LONG
+      put(hostile.back(), 10 + 12 * entry + 8, size);
+    }
+  }
+  for (std::size_t at : {16, 20}) {  // IHDR: width, height; its checksum is then wrong as well
+    hostile.push_back(png);
+    put(hostile.back(), at, {0x7F, 0xFF, 0xFF, 0xFF});
+  }
+  const auto start = Clock::now();
+  int loaded = 0;
+  for (const Bytes& bytes : hostile) loaded += loads(bytes);
+  EXPECT_LE(loaded, 6);  // too many rows a strip and bytes a strip do no harm
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
+}
+
+// Well-formed files that claim 16384 x 16383 pixels and hold next to none.
+TEST_F(DamagedFiles, EmptyGiantsAreToldOff) {
+  Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
+  put(jpeg, 163, {0x40, 0x00, 0x3F, 0xFF});
+  writeBytes(path("giant"), jpeg);
+  BITMAPINFOHEADER header;
+  EXPECT_EQ(AllReadHeader(path("giant").c_str(), &header), 0);
+  jpeg.resize(600000);  // behind the picture: now the size alone is plausible, the data is not
+  PRaster image;
+  writeBytes(path("giant"), jpeg);
+  EXPECT_EQ(AllReadHeader(path("giant").c_str(), &header), 1);
+  const auto start = Clock::now();
+  EXPECT_FALSE(load(path("giant")));
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
+}
+
+TEST_F(DamagedFiles, RefusesOtherPrecisionAndComponents) {
+  const Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
+  Bytes twelveBits = jpeg;
+  twelveBits[162] = 12;
+  EXPECT_FALSE(loads(twelveBits));
+  Bytes extraneous = jpeg;  // bytes between two segments do no harm
+  extraneous.insert(extraneous.begin() + 20, {0, 1, 2, 3});
+  EXPECT_TRUE(loads(extraneous));
+}
+
+// More scans than any encoder makes: the picture's one scan, repeated.
+TEST_F(DamagedFiles, EndlessScansAreCutShort) {
+  const Bytes progressive = {0xFF, 0xC2};
+  Bytes jpeg = saved("a.jpg", patterned(8, 8000, 4000));
+  const std::size_t scan = 2 + 18 + 138 + 19 + 432;
+  std::copy(progressive.begin(), progressive.end(), jpeg.begin() + 2 + 18 + 138);
+  jpeg.resize(scan);
+  // The DC of the first component, point transform 1: ends at once, with warnings at most.
+  const Bytes emptyScan = {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0x01};
+  for (int i = 0; i < 20000; ++i) jpeg.insert(jpeg.end(), emptyScan.begin(), emptyScan.end());
+  const auto start = Clock::now();
+  EXPECT_FALSE(loads(jpeg));
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(3));
+}
+
+TEST_F(DamagedFiles, OnlyRegularFilesOpen) {
+  PRaster image = patterned(24, 2, 2);
+  BITMAPINFOHEADER header;
+  ASSERT_EQ(mkfifo(path("fifo.jpg").c_str(), 0600), 0);
+  EXPECT_EQ(save(path("fifo.jpg"), image), 0);
+  for (const std::string& name : {path("fifo.jpg"), path(""), path("absent.jpg"), std::string()}) {
+    EXPECT_EQ(AllReadHeader(name.c_str(), &header), 0);
+    EXPECT_EQ(AllReadPalette(name.c_str()), nullptr);
+    EXPECT_FALSE(load(name));
+  }
+}
+
+TEST_F(DamagedFiles, RefusesAnImageOfAnotherShape) {
+  const std::pair<unsigned, unsigned> sizes[] = {{8, 9}, {9, 8}, {8, 8}};
+  for (const char* name : {"a.jpg", "a.tif", "a.png"}) {
+    saved(name, patterned(24, 8, 8));
+    for (const auto& [width, height] : sizes) {
+      PRaster image = patterned(width == height ? 8 : 24, width, height);
+      tagLmmInfo info;
+      image.GetLmmInfo(info);
+      EXPECT_EQ(AllReadDIBImg(path(name).c_str(), &info, 0, nullptr), 0);
+    }
+  }
+}
+
+TEST_F(DamagedFiles, EveryFailingReadIsAFailure) {
+  using exifkeep::PlatformCall;
+  PRaster image = patterned(24, 40, 30);
+  tagLmmInfo info;
+  image.GetLmmInfo(info);
+  for (const char* name : {"a.jpg", "a.tif", "a.png"}) {
+    ASSERT_EQ(save(path(name), image), 1);
+    for (PlatformCall kind : {PlatformCall::open, PlatformCall::read, PlatformCall::codec}) {
+      exifkeep::clearFailures();
+      ASSERT_EQ(AllReadDIBImg(path(name).c_str(), &info, 0, nullptr), 1);
+      const int calls = exifkeep::callsMade(kind);
+      EXPECT_GT(calls, 0);
+      for (int n = 1; n <= calls; ++n) {
+        exifkeep::clearFailures();
+        exifkeep::failCall(kind, n);
+        EXPECT_EQ(AllReadDIBImg(path(name).c_str(), &info, 0, nullptr), 0)
+            << name << ' ' << int(kind) << ' ' << n;
+      }
+    }
+  }
+  exifkeep::clearFailures();
+}
+
+}  // namespace

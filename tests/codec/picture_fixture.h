@@ -1,0 +1,92 @@
+// Pictures and files for the codec's tests: a directory of its own for each test, images filled
+// with a repeatable pattern, whole files as bytes, and loading as a caller of the codec does it.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <praster.h>
+#include <pxcodec32.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <vector>
+
+using Bytes = std::vector<unsigned char>;
+
+class CodecTest : public testing::Test {
+ protected:
+  CodecTest() {
+    std::string name = (std::filesystem::temp_directory_path() / "codecXXXXXX").string();
+    directory_ = mkdtemp(name.data());
+  }
+  ~CodecTest() override { std::filesystem::remove_all(directory_); }
+
+  std::string path(const std::string& name) const { return directory_ + "/" + name; }
+
+ private:
+  std::string directory_;
+};
+
+// A smooth pattern that differs in every channel and corner; palette images get colours.
+inline PRaster patterned(int bits, unsigned width, unsigned height, bool coloured = false) {
+  PRaster image;
+  EXPECT_EQ(image.CreateImage(PRaster::GetImageType(bits, 0), width, height), 1);
+  if (coloured)
+    for (unsigned i = 0; i < (1u << bits); ++i)
+      image.palette()[i] = {BYTE(255 - i), BYTE(i / 2 + 3), BYTE(i), 0};
+  for (unsigned y = 0; y < height; ++y)
+    for (unsigned x = 0; x < width; ++x) {
+      const unsigned across = 255 * x / width, down = 255 * y / height;
+      const unsigned value = bits == 24  ? across | down << 8 | (255 - across) << 16
+                             : bits == 8 ? (across + down) / 2
+                                         : (x * x + y) % 3 == 0;
+      image.SetPixel(int(x), int(y), value);
+    }
+  return image;
+}
+
+inline int save(const std::string& path, PRaster& image) {
+  tagLmmInfo info;
+  image.GetLmmInfo(info);
+  return AllSaveDIBImg(path.c_str(), &info, image.GetLmmOffset(), nullptr);
+}
+
+inline std::optional<PRaster> load(const std::string& path) {
+  BITMAPINFOHEADER header = {};
+  if (!AllReadHeader(path.c_str(), &header)) return std::nullopt;
+  PRaster image;
+  if (!image.CreateImage(PRaster::GetImageType(header.biBitCount, 0), unsigned(header.biWidth),
+                         unsigned(header.biHeight), 0, header.biClrUsed,
+                         unsigned(header.biXPelsPerMeter), unsigned(header.biYPelsPerMeter)))
+    return std::nullopt;
+  if (HPALETTE palette = AllReadPalette(path.c_str())) image.SetPalette(palette, 1);
+  tagLmmInfo info;
+  image.GetLmmInfo(info);
+  if (!AllReadDIBImg(path.c_str(), &info, image.GetLmmOffset(), nullptr)) return std::nullopt;
+  return image;
+}
+
+inline Bytes bytesOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return Bytes(std::istreambuf_iterator<char>(file), {});
+}
+
+inline void writeBytes(const std::string& path, const Bytes& bytes) {
+  std::ofstream(path, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+}
+
+// The largest difference of any channel between two images, both through their palettes.
+inline int largestDifference(PRaster& a, PRaster& b) {
+  if (a.width() != b.width() || a.height() != b.height()) return 256;
+  a.ConvertTo24bit();
+  b.ConvertTo24bit();
+  int largest = 0;
+  for (unsigned y = 0; y < a.height(); ++y)
+    for (unsigned i = 0; i < a.width() * 3; ++i)
+      largest = std::max(largest, std::abs(a.row(y)[i] - b.row(y)[i]));
+  return largest;
+}
