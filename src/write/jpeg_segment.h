@@ -6,10 +6,10 @@
 
 #include <cstdint>
 
+#include "imageio/global_block.h"
 #include "imageio/image_codec_bridge.h"
 #include "read/records.h"
 #include "write/directory_writer.h"
-#include "write/global_block.h"
 
 namespace exifkeep {
 
