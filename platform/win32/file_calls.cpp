@@ -31,12 +31,12 @@ HANDLE createTemporary(LPCSTR path, int flags, DWORD disposition) {
   return OpenFile::open(path, flags | O_CREAT | O_EXCL | O_NOFOLLOW, 0600).release();
 }
 
-HANDLE openFile(LPCSTR path, int flags, DWORD disposition) {
+HANDLE openFile(LPCSTR path, int flags, DWORD disposition, mode_t mode) {
   if (disposition == OPEN_EXISTING) return OpenFile::open(path, flags, 0).release();
   if (disposition != CREATE_ALWAYS && disposition != CREATE_NEW) return nullptr;
   if (exifkeep::isTemporaryPath(path)) return createTemporary(path, flags, disposition);
   const int creation = O_CREAT | (disposition == CREATE_NEW ? O_EXCL : O_TRUNC);
-  return OpenFile::open(path, flags | creation, 0666).release();
+  return OpenFile::open(path, flags | creation, mode).release();
 }
 
 void store(LPDWORD target, std::size_t value) {
@@ -46,9 +46,10 @@ void store(LPDWORD target, std::size_t value) {
 }  // namespace
 
 HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD disposition,
-                   DWORD, HANDLE) {
+                   DWORD attributes, HANDLE) {
   if ((access & (GENERIC_READ | GENERIC_WRITE)) == 0) return INVALID_HANDLE_VALUE;
-  const HANDLE file = openFile(path, accessFlags(access), disposition);
+  const mode_t mode = (attributes & FILE_ATTRIBUTE_TEMPORARY) != 0 ? 0600 : 0666;
+  const HANDLE file = openFile(path, accessFlags(access), disposition, mode);
   return file != nullptr ? file : INVALID_HANDLE_VALUE;
 }
 

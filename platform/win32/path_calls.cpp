@@ -2,17 +2,21 @@
 // new name is on disk when the call returns.
 #include <failure_switch.h>
 #include <fcntl.h>
+#include <open_file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <windows.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstring>
 #include <new>
 #include <string>
 #include <string_view>
 
 using exifkeep::failsNow;
+using exifkeep::OpenFile;
 using exifkeep::PlatformCall;
 
 namespace {
@@ -54,6 +58,36 @@ BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
     // As any failure to sync.
   }
   return TRUE;
+}
+
+BOOL ReplaceFileA(LPCSTR replaced, LPCSTR replacement, LPCSTR, DWORD flags, LPVOID, LPVOID) {
+  struct stat status;
+  if (stat(replaced, &status) != 0) return FALSE;
+  // Only root may give files away; for anyone else the owner is the same already, mostly. The owner
+  // comes first, since a change of owner may clear mode bits.
+  [[maybe_unused]] const int ignored = chown(replacement, status.st_uid, status.st_gid);
+  if (chmod(replacement, status.st_mode & 07777) != 0) return FALSE;
+  const DWORD through = (flags & REPLACEFILE_WRITE_THROUGH) != 0 ? MOVEFILE_WRITE_THROUGH : 0;
+  return MoveFileExA(replacement, replaced, MOVEFILE_REPLACE_EXISTING | through);
+}
+
+DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
+  if (file == INVALID_HANDLE_VALUE) return 0;
+  char link[32];
+  std::snprintf(link, sizeof link, "/proc/self/fd/%d",
+                static_cast<const OpenFile*>(file)->descriptor());
+  char path[PATH_MAX];
+  const ssize_t length = readlink(link, path, sizeof path);
+  // A path that long, and one that no longer leads to the file, are not known.
+  struct stat named, opened;
+  if (length <= 0 || length >= PATH_MAX) return 0;
+  path[length] = '\0';
+  if (stat(path, &named) != 0 || stat(link, &opened) != 0) return 0;
+  if (named.st_dev != opened.st_dev || named.st_ino != opened.st_ino) return 0;
+  const auto needed = static_cast<DWORD>(length) + 1;
+  if (size < needed) return needed;
+  std::memcpy(buffer, path, needed);
+  return needed - 1;
 }
 
 // The attributes of a link are its own, so a link that leads nowhere still takes its name.

@@ -82,6 +82,10 @@ bool DiskFile::writeAt(uint64_t at, const void* bytes, size_t length) {
   return true;
 }
 
+bool DiskFile::flush() {
+  return isOpen() && FlushFileBuffers(handle_);
+}
+
 bool DiskFile::close() {
   return isOpen() && CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
 }

@@ -29,6 +29,8 @@ class DiskFile {
   size_t readAt(uint64_t at, void* destination, size_t length);
   // True when all bytes were written; a short write is a failure.
   bool writeAt(uint64_t at, const void* bytes, size_t length);
+  // True when everything written is on disk.
+  bool flush();
   // True when the file was open and closing reported no late error.
   bool close();
 
