@@ -1,11 +1,15 @@
 #include "write/jpeg_stream.h"
 
+#include <windows.h>
+
+#include <algorithm>
 #include <cstring>
 
 namespace exifkeep {
 
 namespace {
 
+constexpr uint64_t largestFile = UINT32_MAX;
 constexpr size_t markerSize = 2;
 constexpr size_t segmentHead = 4;  // marker and length
 constexpr size_t quantTable = 65;
@@ -30,15 +34,15 @@ constexpr uint8_t oneQuantSegment[] = {0xFF, 0xDB, 0, 2 + 3 * quantTable};
 constexpr size_t huffmanLength = 2 + 2 * (dcTable + acTable);
 constexpr uint8_t oneHuffmanSegment[] = {0xFF, 0xC4, huffmanLength >> 8, huffmanLength & 0xFF};
 
-// Bytes of an APP0 segment at the start of `bytes`, modulo 65536; 0 when there is none.
+// What compaction adds to a stream without APP0.
+constexpr size_t growth = sizeof oneQuantSegment + 3 * quantTable + frameHeader +
+                          sizeof oneHuffmanSegment + 2 * (dcTable + acTable) + scanHeader -
+                          codecHeadersSize;
+
+// Bytes that an APP0 segment at the start of `bytes` claims; 0 when there is none.
 size_t app0SizeAt(JpegStream::Bytes bytes) {
   if (bytes.size() < segmentHead || bytes[0] != 0xFF || bytes[1] != 0xE0) return 0;
-  return (bytes[2] * 256u + bytes[3] + markerSize) & 0xFFFF;
-}
-
-JpegStream::Bytes dropApp0(JpegStream::Bytes bytes) {
-  const size_t size = app0SizeAt(bytes);
-  return size <= bytes.size() ? bytes.subspan(size) : JpegStream::Bytes{};
+  return bytes[2] * 256u + bytes[3] + markerSize;
 }
 
 bool writePieces(DiskFile& file, uint64_t at, std::span<const JpegStream::Bytes> pieces) {
@@ -52,7 +56,9 @@ bool writePieces(DiskFile& file, uint64_t at, std::span<const JpegStream::Bytes>
 }  // namespace
 
 JpegStream::JpegStream(DiskFile& file)
-    : block_(file.isOpen() ? GlobalBlock(static_cast<size_t>(file.size())) : GlobalBlock()),
+    : block_(file.isOpen() && file.size() <= largestFile
+                 ? GlobalBlock(static_cast<size_t>(file.size()))
+                 : GlobalBlock()),
       lock_(block_) {
   const auto size = static_cast<size_t>(file.size());
   if (!lock_.bytes() || size < markerSize || file.readAt(0, lock_.bytes(), size) != size) return;
@@ -69,7 +75,10 @@ bool JpegStream::hasCodecLayout(Bytes headers) const {
 
 bool JpegStream::compact() {
   if (!isLoaded()) return false;
-  Bytes rest = dropApp0(bytes_.subspan(markerSize));
+  Bytes rest = bytes_.subspan(markerSize);
+  const size_t app0Size = app0SizeAt(rest);
+  if (app0Size > rest.size()) return false;
+  rest = rest.subspan(app0Size);
   if (!hasCodecLayout(rest)) return false;
 
   const auto take = [&rest](size_t size) {
@@ -93,6 +102,9 @@ bool JpegStream::compact() {
   }
   add(take(scanHeader));
   add(rest);
+  // The file keeps its size when a long APP0 goes, and so its last bytes, behind the new EOI:
+  // intended, a decoder stops there.
+  if (app0Size > growth) add(bytes_.last(app0Size - growth));
   return true;
 }
 
@@ -102,16 +114,21 @@ bool JpegStream::writeTo(DiskFile& file) const {
 
 bool JpegStream::writeWithSegment(DiskFile& file, Bytes segment) const {
   std::array<Bytes, maxPieces> rest = pieces_;
-  rest[0] = dropApp0(rest[0]);
+  const size_t app0Size = app0SizeAt(rest[0]) & 0xFFFF;  // modulo 65536: intended
+  rest[0] = rest[0].subspan(std::min(app0Size, rest[0].size()));
   const Bytes head[] = {bytes_.first(markerSize), segment};
   return writePieces(file, 0, head) &&
          writePieces(file, markerSize + segment.size(), {rest.data(), pieceCount_});
 }
 
-void compactJpegStream(const char* path) {
-  DiskFile file = DiskFile::openForWriting(path);
-  JpegStream stream(file);
-  if (stream.compact()) stream.writeTo(file);
+bool compactJpegStream(const char* path) {
+  {
+    DiskFile file = DiskFile::openForWriting(path);
+    JpegStream stream(file);
+    if (!stream.compact() || (stream.writeTo(file) && file.close())) return true;
+  }
+  DeleteFileA(path);
+  return false;
 }
 
 }  // namespace exifkeep

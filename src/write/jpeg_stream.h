@@ -17,7 +17,7 @@ class JpegStream {
  public:
   using Bytes = std::span<const uint8_t>;
 
-  // Loads the whole file; empty when memory or the file fails.
+  // Loads the whole file; empty when memory or the file fails, or for 4 GiB and more.
   explicit JpegStream(DiskFile& file);
 
   bool isLoaded() const { return !bytes_.empty(); }
@@ -26,8 +26,7 @@ class JpegStream {
   // three components, four DHT, SOS. False, and nothing changed, for any other stream.
   bool compact();
 
-  // Writes the stream over the file from its start. The file is not truncated: it never becomes
-  // shorter here.
+  // Writes the stream over the file from its start. The file is not truncated.
   bool writeTo(DiskFile& file) const;
   // The same with `segment` behind SOI and without an APP0 segment that may still follow it.
   bool writeWithSegment(DiskFile& file, Bytes segment) const;
@@ -48,7 +47,7 @@ class JpegStream {
 };
 
 // Compacts the JPEG file at `path` in place; a file of another layout, or one that cannot be read,
-// stays as it is.
-void compactJpegStream(const char* path);
+// stays as it is. False when writing failed: the file, damaged then, is deleted.
+bool compactJpegStream(const char* path);
 
 }  // namespace exifkeep

@@ -31,10 +31,7 @@ template <class BuildSegment>
 bool saveJpeg(ExifReader& reader, const char* destination, bool withExif, PRaster* picture,
               BuildSegment buildSegment) {
   if (isMissing(picture) || !reader.codec->saveImageFile(destination, *picture)) return false;
-  if (!withExif) {
-    compactJpegStream(destination);
-    return true;
-  }
+  if (!withExif) return compactJpegStream(destination);
   if (spliceSegment(destination, buildSegment)) return true;
   DeleteFileA(destination);
   return false;
