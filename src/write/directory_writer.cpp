@@ -135,7 +135,9 @@ void DirectoryWriter::writeRow(const OutputRow& row, const void* record,
     case RowValue::fixedNumber:
       return putInEntry(row, 1, row.number);
     case RowValue::supplied:
-      return putInEntry(row, 1, context.supplied[row.number]);
+      return putSupplied(row, context.supplied[row.number]);
+    case RowValue::noteOrZeros:
+      return writeNoteOrZeros(row, record);
     case RowValue::pointer:
       return putInEntry(row, 1, 0);
   }
@@ -187,6 +189,12 @@ void DirectoryWriter::writeMakerNote(const OutputRow& row, const ExifIfdRecord& 
     copyBytes(to, exif.makerNote, static_cast<int32_t>(exif.makerNoteLength));
 }
 
+void DirectoryWriter::writeNoteOrZeros(const OutputRow& row, const void* record) {
+  const auto& exif = *static_cast<const ExifIfdRecord*>(record);
+  if (exif.makerNoteLength > 0 && exif.makerNote[0] == 0) return putInEntry(row, 2, 0);
+  writeRecordValue(row, record);
+}
+
 void DirectoryWriter::writeUserComment(const OutputRow& row, const ExifIfdRecord& exif) {
   constexpr uint32_t codeLength = sizeof exif.userCommentCode;
   const uint64_t size = uint64_t{codeLength} + exif.userCommentLength;
@@ -207,6 +215,11 @@ void DirectoryWriter::putInEntry(const OutputRow& row, uint32_t count, uint32_t 
   if (row.type == TiffType::short_) value &= 0xFFFF;
   writeIfdEntry(block_ + entry_, row.tag, row.type, count, value);
   entry_ += entrySize;
+}
+
+void DirectoryWriter::putSupplied(OutputRow row, uint32_t number) {
+  if (number > UINT16_MAX) row.type = TiffType::long_;
+  putInEntry(row, 1, number);
 }
 
 void DirectoryWriter::putBytesInEntry(const OutputRow& row, uint32_t count, const void* bytes,

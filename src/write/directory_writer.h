@@ -63,11 +63,13 @@ class DirectoryWriter {
   void writeResolution(const OutputRow& row, const void* record, const RowContext& context);
   void writeRecordValue(const OutputRow& row, const void* record);
   void writeMakerNote(const OutputRow& row, const ExifIfdRecord& exif);
+  void writeNoteOrZeros(const OutputRow& row, const void* record);
   void writeUserComment(const OutputRow& row, const ExifIfdRecord& exif);
   void writeSubjectArea(const OutputRow& row, const ExifIfdRecord& exif);
 
   // The forms of a value: in the entry, or in the value area.
   void putInEntry(const OutputRow& row, uint32_t count, uint32_t value);
+  void putSupplied(OutputRow row, uint32_t number);
   void putBytesInEntry(const OutputRow& row, uint32_t count, const void* bytes, size_t length);
   void putText(const OutputRow& row, std::string_view text);
   void putRationals(const OutputRow& row, const void* pairs, uint32_t count);

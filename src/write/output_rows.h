@@ -19,7 +19,8 @@ enum class RowValue : uint8_t {
   fixedText,    // the row's text
   fixedNumber,  // the row's number
   fixedBytes,   // the four bytes of the row's text
-  supplied,     // a number that the writer of the directory supplies
+  supplied,     // a number that the directory's writer supplies; as LONG when SHORT cannot hold it
+  noteOrZeros,  // the maker note, or two zero bytes for one that begins with a zero byte
   pointer,      // a position that is filled in later; 0 until then
 };
 
@@ -60,6 +61,9 @@ struct RowsOf {
   static consteval OutputRow reference(uint16_t tag) {
     const TagRow& row = known(tag);
     return {tag, TiffType::undefined, RowValue::reference, row.flag, &row};
+  }
+  static consteval OutputRow noteOrZeros(uint16_t tag) {
+    return {tag, known(tag).type, RowValue::noteOrZeros, known(tag).flag, &known(tag)};
   }
   static consteval OutputRow resolution(uint16_t tag) {
     return {tag, TiffType::rational, RowValue::resolution, noField, &known(tag)};
