@@ -3,6 +3,7 @@
 #include "imageio/path_extension.h"
 #include "probe/exif_reader.h"
 #include "read/read_metadata.h"
+#include "tiff/save_tiff.h"
 #include "write/processing.h"
 #include "write/save_jpeg.h"
 
@@ -30,6 +31,8 @@ bool saveWithMetadata(const char* source, const char* destination, int processCo
                    &metadata.gps);
   applyProcessing(processCode, image, &metadata.exif, &metadata.primary);
   // Metadata stays within its kind of file: a JPEG saved as TIFF, or the other way, is plain.
+  if (isTiffName(destination) && isTiffName(source))
+    return saveTiffWithRecords(reader, destination, image, thumbnail, metadata);
   if (isJpegName(destination) && isJpegName(source))
     return saveJpegWithRecords(reader, destination, true, image, thumbnail, metadata);
   return savePlain(reader, destination, image);

@@ -9,8 +9,12 @@
 
 namespace exifkeep {
 
-// With the metadata of the picture's source. False when the picture is missing or empty or anything
-// fails; what was saved is deleted then. The records leave with the picture's size in `primary`.
+// With the metadata of the picture's source, made to describe what is saved: what the exports call.
+// False when the picture is missing or empty or anything fails; what was saved is deleted then.
+bool saveTiffWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
+                         PRaster* thumbnail, ExifMetadata& metadata);
+
+// The same with the records just as they are. They leave with the picture's size in `primary`.
 bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture, PRaster* thumbnail,
                   ExifMetadata& metadata);
 

@@ -1,0 +1,51 @@
+#include "tiff/codec_tiff.h"
+
+#include <cstring>
+
+#include "probe/directory_entries.h"
+#include "read/read_metadata.h"
+#include "read/tags.h"
+
+namespace exifkeep {
+
+namespace {
+
+constexpr uint32_t offsetField = 4;
+constexpr uint32_t directoryPosition = 8;
+
+// TIFF 6.0, section 2: "MM" is big-endian.
+void setByteOrder(ExifFile& file) {
+  char mark[2] = {};
+  file.readAt(0, mark, sizeof mark);
+  file.setLayout(0, std::memcmp(mark, "MM", sizeof mark) != 0);
+}
+
+}  // namespace
+
+uint32_t findStripOffset(ExifFile& file) {
+  setByteOrder(file);
+  uint32_t offset = 0;
+  DirectoryEntries entries(file, directoryPosition);
+  for (IfdEntry entry; entries.next(entry);)
+    if (entry.tag == tag::stripOffsets) offset = file.toLong(entry.value);
+  return offset;
+}
+
+bool readSavedTiffDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
+  if (!file.isOpen()) return false;
+  setByteOrder(file);
+  reader.littleEndian = file.littleEndian();
+  DirectoryEntries entries(file, directoryPosition);
+  for (IfdEntry entry; entries.next(entry);) decodeImageEntry(reader, file, entry, record);
+  return true;
+}
+
+std::optional<uint32_t> locateStrip(ExifFile& file, uint64_t size) {
+  const uint32_t at = findStripOffset(file);
+  uint32_t directory;
+  if (!file.read(offsetField, directory) || directory != directoryPosition) return {};
+  if (at <= directoryPosition || size > file.size() || at > file.size() - size) return {};
+  return at;
+}
+
+}  // namespace exifkeep

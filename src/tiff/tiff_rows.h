@@ -1,0 +1,183 @@
+// What the directories of a written TIFF file hold, in their order: those of a written JPEG segment
+// with the fields that describe the strips. The order is fixed and not ascending by tag, and the
+// same fields are left out: intended, as there.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+
+#include "write/jpeg_rows.h"
+#include "write/output_rows.h"
+
+namespace exifkeep {
+
+namespace row_lists {
+
+template <size_t n>
+constexpr size_t indexOf(const std::array<OutputRow, n>& rows, uint16_t tag) {
+  for (size_t i = 0; i < n; ++i)
+    if (rows[i].tag == tag) return i;
+  throw "the list has no row of that tag";
+}
+
+// The list with rows of its own for some tags.
+template <size_t n>
+constexpr auto replacing(std::array<OutputRow, n> rows, std::initializer_list<OutputRow> own) {
+  for (const OutputRow& row : own) rows[indexOf(rows, row.tag)] = row;
+  return rows;
+}
+
+// The list with one more row behind that of `tag`.
+template <size_t n>
+constexpr auto inserting(const std::array<OutputRow, n>& rows, uint16_t tag, OutputRow row) {
+  std::array<OutputRow, n + 1> longer = {};
+  const auto behind = rows.begin() + indexOf(rows, tag) + 1;
+  auto at = std::copy(rows.begin(), behind, longer.begin());
+  *at = row;
+  std::copy(behind, rows.end(), at + 1);
+  return longer;
+}
+
+}  // namespace row_lists
+
+// clang-format off
+
+// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever the source's were.
+inline constexpr OutputRow tiffPrimaryRows[] = {
+    Image::copy(tag::make),
+    Image::copy(tag::samplesPerPixel),
+    Image::copy(tag::planarConfiguration),
+    Image::fixedNumber(tag::photometricInterpretation, 2),
+    Image::copy(tag::model),
+    Image::copy(tag::imageDescription),
+    Image::copy(tag::copyright),
+    Image::copy(tag::imageWidth),
+    Image::copy(tag::imageLength),
+    Image::copy(tag::bitsPerSample),
+    Image::copy(tag::compression),
+    Image::resolution(tag::xResolution),
+    Image::resolution(tag::yResolution),
+    Image::copy(tag::resolutionUnit),
+    Image::copy(tag::software),
+    Image::copy(tag::whitePoint),
+    Image::copy(tag::primaryChromaticities),
+    Image::copy(tag::referenceBlackWhite),
+    Image::copy(tag::orientation),
+    Image::now(tag::dateTime),
+    Image::copy(tag::yCbCrCoefficients),
+    Image::copy(tag::yCbCrPositioning),
+    Image::pointer(tag::stripOffsets),
+    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
+    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
+    Image::pointerIfPresent(tag::exifIfdPointer),
+    Image::pointerIfPresent(tag::gpsIfdPointer),
+};
+
+inline constexpr auto tiffExifRows = row_lists::replacing(std::to_array(exifRows), {
+    // Intended: TIFF files of this library have always carried such a note as its empty text.
+    Exif::noteOrZeros(tag::makerNote),
+});
+
+// IFD1, from the record of the source's thumbnail.
+inline constexpr OutputRow tiffThumbnailRows[] = {
+    Image::copy(tag::make),
+    Image::copy(tag::model),
+    Image::copy(tag::imageDescription),
+    Image::copy(tag::copyright),
+    Image::copy(tag::imageWidth),
+    Image::copy(tag::imageLength),
+    Image::copy(tag::bitsPerSample),
+    Image::copy(tag::compression),
+    Image::resolution(tag::xResolution),
+    Image::resolution(tag::yResolution),
+    Image::copy(tag::resolutionUnit),
+    Image::copy(tag::software),
+    Image::fixedNumber(tag::photometricInterpretation, 2),
+    Image::pointer(tag::stripOffsets),
+    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
+    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
+    Image::copy(tag::whitePoint),
+    Image::copy(tag::primaryChromaticities),
+    Image::copy(tag::referenceBlackWhite),
+    Image::copy(tag::orientation),
+    Image::nowIfPresent(tag::dateTime),
+    Image::copy(tag::yCbCrCoefficients),
+    Image::copy(tag::yCbCrPositioning),
+};
+
+// IFD0 of a picture without a source, from the directory that the codec wrote.
+inline constexpr OutputRow newTiffPrimaryRows[] = {
+    Image::fixedText(tag::make, defaults::make),
+    Image::fixedNumber(tag::photometricInterpretation, 2),
+    Image::fixedText(tag::model, defaults::model),
+    Image::fixedText(tag::imageDescription, "Exif_TIF"),
+    Image::fixedText(tag::copyright, defaults::copyright),
+    Image::resolution(tag::xResolution),
+    Image::resolution(tag::yResolution),
+    Image::fixedNumberIfPresent(tag::resolutionUnit, 2),
+    Image::copy(tag::software),
+    Image::fixedNumber(tag::orientation, 1),
+    Image::now(tag::dateTime),
+    Image::fixedNumber(tag::yCbCrPositioning, 2),
+    Image::pointer(tag::stripOffsets),
+    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
+    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
+    Image::copy(tag::samplesPerPixel),
+    Image::copy(tag::planarConfiguration),
+    Image::copy(tag::imageWidth),
+    Image::copy(tag::imageLength),
+    Image::copy(tag::bitsPerSample),
+    Image::copy(tag::compression),
+    Image::copy(tag::whitePoint),
+    Image::copy(tag::primaryChromaticities),
+    Image::copy(tag::referenceBlackWhite),
+    Image::copy(tag::yCbCrCoefficients),
+    Image::pointer(tag::exifIfdPointer),
+};
+
+inline constexpr auto newTiffExifRows = row_lists::replacing(
+    row_lists::inserting(std::to_array(exifRows), tag::dateTimeDigitized,
+        Exif::fixedBytes(tag::componentsConfiguration, defaults::componentsConfiguration)), {
+    Exif::fixedBytes(tag::exifVersion, defaults::exifVersion),
+    Exif::textOrNow(tag::dateTimeOriginal),
+    Exif::textOrNow(tag::dateTimeDigitized),
+    Exif::fixedBytes(tag::flashpixVersion, defaults::flashpixVersion),
+    Exif::fixedNumber(tag::colorSpace, 1),
+    Exif::supplied(tag::pixelXDimension, TiffType::long_, Supplied::pictureWidth),
+    Exif::supplied(tag::pixelYDimension, TiffType::long_, Supplied::pictureHeight),
+    Exif::pointer(tag::interoperabilityIfdPointer),
+});
+
+// IFD1 of a picture without a source, from the directory that the codec wrote for the thumbnail.
+inline constexpr OutputRow newTiffThumbnailRows[] = {
+    Image::copy(tag::make),
+    Image::copy(tag::model),
+    Image::copy(tag::imageDescription),
+    Image::copy(tag::copyright),
+    Image::copy(tag::imageWidth),
+    Image::copy(tag::imageLength),
+    Image::copy(tag::bitsPerSample),
+    Image::copy(tag::compression),
+    Image::copy(tag::xResolution),
+    Image::copy(tag::yResolution),
+    Image::copy(tag::resolutionUnit),
+    Image::copy(tag::software),
+    Image::fixedNumber(tag::photometricInterpretation, 2),
+    Image::pointer(tag::stripOffsets),
+    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
+    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
+    Image::copy(tag::whitePoint),
+    Image::copy(tag::primaryChromaticities),
+    Image::copy(tag::referenceBlackWhite),
+    Image::copy(tag::orientation),
+    Image::now(tag::dateTime),
+    Image::copy(tag::yCbCrCoefficients),
+    Image::copy(tag::yCbCrPositioning),
+};
+
+// clang-format on
+
+}  // namespace exifkeep
