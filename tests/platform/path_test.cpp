@@ -80,6 +80,7 @@ TEST_F(PathTest, TheTemporaryDirectoryFollowsTmpdirAndIsMadeAgainWhenGone) {
 TEST_F(PathTest, AChildProcessLeavesItsParentsTemporaryDirectoryAlone) {
   const std::string mine = temporaryPath();
   writeFile(mine + "kept", "");
+  EXPECT_EXIT(std::exit(7), ::testing::ExitedWithCode(7), "");
   EXPECT_EXIT(std::exit(temporaryPath() != mine ? 7 : 8), ::testing::ExitedWithCode(7), "");
   EXPECT_TRUE(std::filesystem::exists(mine + "kept"));
 }
@@ -92,6 +93,7 @@ TEST_F(PathTest, TemporaryFilesArePrivateAndFollowNoLink) {
   const HANDLE created = create(file, CREATE_ALWAYS);
   ASSERT_NE(created, INVALID_HANDLE_VALUE);
   EXPECT_TRUE(CloseHandle(created));
+  EXPECT_EQ(create(file, CREATE_NEW), INVALID_HANDLE_VALUE);
   EXPECT_EQ(modeOf(file), 0600u);
   EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(file)));
   EXPECT_EQ(readFile(path("victim")), "content");
