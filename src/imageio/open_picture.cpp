@@ -1,0 +1,28 @@
+// The codec decodes the main image by its path; probe and thumbnail share one open file.
+#include "imageio/open_picture.h"
+
+#include "imageio/load_thumbnail.h"
+
+namespace exifkeep {
+
+namespace {
+
+// The old image goes before the new one is decoded, so that memory holds one of them at a time; the
+// pixels are handed over, not copied.
+void loadMainImage(const ImageCodecBridge& codec, const char* path, PRaster& image) {
+  if (!image.IsEmpty()) image.DeleteImage(1);
+  if (const auto decoded = codec.loadImageFile(path)) image.Attach(decoded->Detach());
+}
+
+}  // namespace
+
+bool openPicture(ExifReader& reader, const char* path, PRaster* image, PRaster* thumbnail) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  if (!reader.probeFile(file)) return false;
+  if (image) loadMainImage(*reader.codec, path, *image);
+  if (thumbnail) loadThumbnail(reader, file, *thumbnail);
+  return true;
+}
+
+}  // namespace exifkeep
