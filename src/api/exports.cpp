@@ -4,6 +4,7 @@
 #include "api/call_frame.h"
 #include "api/save.h"
 #include "audio/sound_file.h"
+#include "imageio/open_picture.h"
 #include "info/info_list.h"
 #include "probe/exif_reader.h"
 #include "read/exif_version.h"
@@ -55,9 +56,11 @@ bool isMissing(PRaster* image) {
 
 }  // namespace
 
-// Not built yet: opening.
-int OpenExifFile(const char*, PRaster*, PRaster*) noexcept {
-  return 0;
+int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept {
+  return runCall(0, [&] {
+    ExifReader reader;
+    return openPicture(reader, path, image, thumbnail) ? 1 : 0;
+  });
 }
 
 int SaveFile(const char* source, const char* destination, PRaster* image,
