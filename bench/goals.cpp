@@ -1,0 +1,70 @@
+// Runs the benchmarks in interleaved repetitions and prints, beside Google Benchmark's own report,
+// the ratio of medians that each goal is about. Any option of Google Benchmark may be given.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Goal {
+  const char* what;
+  const char* measured;
+  const char* against;
+  double atMost;
+};
+
+constexpr Goal goals[] = {
+    {"IsExifFile / open, read 64 KiB, close", "isExifFile", "floorOfReading", 0.6},
+    {"GetExifInfo / open, read 64 KiB, close", "getExifInfo", "floorOfReading", 1.2},
+    {"GetExifInfo / libexif", "getExifInfo", "libexif", 0.2},
+    {"GetExifInfo / exiv2", "getExifInfo", "exiv2", 0.2},
+    {"SaveFile JPEG 24 MP / plain encoding", "save/jpeg24MP", "encode/24MP", 1.12},
+    {"SaveFile JPEG 2 MP / plain encoding", "save/jpeg2MP", "encode/2MP", 1.20},
+    {"SaveFile TIFF 12 MP / writing the pixels", "save/tiff12MP", "write/12MP", 2.3},
+    {"OpenExifFile 24 MP / plain decoding", "open/24MP", "decode/24MP", 1.1},
+};
+
+// Keeps the medians beside the usual report.
+class MedianReporter : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs)
+      if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
+        medians_[run.run_name.function_name] = run.real_accumulated_time;
+  }
+
+  void printGoals() const {
+    std::printf("\n%-42s %8s %8s\n", "Ratio of medians", "measured", "goal");
+    for (const Goal& goal : goals) {
+      const auto measured = medians_.find(goal.measured), against = medians_.find(goal.against);
+      if (measured == medians_.end() || against == medians_.end()) continue;
+      std::printf("%-42s %8.2f %8.2f\n", goal.what, measured->second / against->second,
+                  goal.atMost);
+    }
+  }
+
+ private:
+  std::map<std::string, double> medians_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::vector<char*> arguments(argv, argv + argc);
+  char interleaved[] = "--benchmark_enable_random_interleaving=true";
+  char repetitions[] = "--benchmark_repetitions=11";
+  char aggregates[] = "--benchmark_report_aggregates_only=true";
+  char shortRuns[] = "--benchmark_min_time=0.1";
+  // The caller's options come later and win.
+  arguments.insert(arguments.begin() + 1, {interleaved, repetitions, aggregates, shortRuns});
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+  MedianReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.printGoals();
+}
