@@ -4,6 +4,7 @@
 #include "probe/exif_reader.h"
 #include "read/read_metadata.h"
 #include "tiff/save_tiff.h"
+#include "write/pending_file.h"
 #include "write/processing.h"
 #include "write/save_jpeg.h"
 
@@ -18,10 +19,10 @@ void resetRecords(ExifReader& reader, ExifMetadata& metadata) {
   resetGpsIfdRecord(metadata.gps);
 }
 
-}  // namespace
-
-bool saveWithMetadata(const char* source, const char* destination, int processCode, PRaster* image,
-                      PRaster* thumbnail) {
+// The extensions decide: metadata stays within its kind of file, and a JPEG saved as TIFF, or the
+// other way, is plain.
+bool saveTo(const char* destination, const char* source, int processCode, PRaster* image,
+            PRaster* thumbnail) {
   ExifReader reader;
   if (!reader.probeFile(source)) return savePlain(reader, destination, image);
   ExifMetadata metadata;
@@ -30,12 +31,19 @@ bool saveWithMetadata(const char* source, const char* destination, int processCo
   readExifMetadata(reader, source, metadata.exif, metadata.primary, &metadata.thumbnail,
                    &metadata.gps);
   applyProcessing(processCode, image, &metadata.exif, &metadata.primary);
-  // Metadata stays within its kind of file: a JPEG saved as TIFF, or the other way, is plain.
   if (isTiffName(destination) && isTiffName(source))
     return saveTiffWithRecords(reader, destination, image, thumbnail, metadata);
   if (isJpegName(destination) && isJpegName(source))
     return saveJpegWithRecords(reader, destination, true, image, thumbnail, metadata);
   return savePlain(reader, destination, image);
+}
+
+}  // namespace
+
+bool saveWithMetadata(const char* source, const char* destination, int processCode, PRaster* image,
+                      PRaster* thumbnail) {
+  PendingFile file(destination);
+  return saveTo(file.path(), source, processCode, image, thumbnail) && file.commit();
 }
 
 }  // namespace exifkeep

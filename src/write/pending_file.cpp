@@ -31,6 +31,16 @@ bool createNew(const char* path, DWORD attributes) {
   return file != INVALID_HANDLE_VALUE && CloseHandle(file);
 }
 
+size_t fileNameAt(std::string_view path) {
+  return path.rfind(pathSeparator) + 1;
+}
+
+// The extension of the file name, its '.' included; empty when it has none.
+std::string_view dottedExtension(std::string_view path) {
+  const size_t dot = path.rfind('.');
+  return dot == path.npos || dot < fileNameAt(path) ? std::string_view() : path.substr(dot);
+}
+
 bool flush(const char* path) {
   DiskFile file = DiskFile::openForWriting(path);
   return file.flush() && file.close();
@@ -40,7 +50,7 @@ bool flush(const char* path) {
 
 PendingFile::PendingFile(const char* destination) : target_(destination) {
   chooseTarget();
-  if (path_.empty() && !reserve()) path_ = target_;
+  if (path_.empty() && !reserve(dottedExtension(destination))) path_ = target_;
 }
 
 PendingFile::~PendingFile() {
@@ -65,16 +75,14 @@ void PendingFile::chooseTarget() {
 
 // Creates an empty file of a new name beside the target. What replaces a file is private until it
 // gets that file's permissions.
-bool PendingFile::reserve() {
-  const size_t nameAt = target_.rfind(pathSeparator) + 1;
-  const std::string_view name = std::string_view(target_).substr(nameAt);
-  const size_t dot = name.rfind('.');
-  const std::string_view extension = dot == name.npos ? std::string_view() : name.substr(dot);
+bool PendingFile::reserve(std::string_view extension) {
+  const std::string directory = target_.substr(0, fileNameAt(target_));
   constexpr int attempts = 1000;
   for (int i = 0; i < attempts; ++i) {
     char unique[24];
     std::snprintf(unique, sizeof unique, "~exifkeep%03d", i);
-    path_ = target_.substr(0, nameAt).append(unique).append(extension);
+    path_ = directory + unique;
+    path_ += extension;
     if (createNew(path(), replaces_ ? FILE_ATTRIBUTE_TEMPORARY : FILE_ATTRIBUTE_NORMAL))
       return true;
     // Only a name that is taken is worth another try.

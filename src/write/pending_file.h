@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace exifkeep {
 
@@ -18,8 +19,8 @@ class PendingFile {
   PendingFile(const PendingFile&) = delete;
   PendingFile& operator=(const PendingFile&) = delete;
 
-  // The file to write: it has the destination's extension and, in place of the destination, exists
-  // and is empty.
+  // The file to write. It has the extension of the destination as it was named, also when that is a
+  // link to a file of another name.
   const char* path() const { return path_.c_str(); }
 
   // Gives the file its destination's name. An existing destination's permissions are kept and a
@@ -28,7 +29,7 @@ class PendingFile {
 
  private:
   void chooseTarget();
-  bool reserve();
+  bool reserve(std::string_view extension);
   bool isInPlace() const { return path_ == target_; }
 
   std::string target_;  // the destination, behind any link
