@@ -3,6 +3,7 @@
 
 #include "api/call_frame.h"
 #include "api/save.h"
+#include "audio/add_audio.h"
 #include "audio/sound_file.h"
 #include "imageio/open_picture.h"
 #include "info/info_list.h"
@@ -77,14 +78,26 @@ int SaveProcessFile(const char* source, const char* destination, int processCode
   });
 }
 
-// Not built yet: recordings.
-int AddAudio(char* picturePath, const char*, PRaster* image, PRaster*) noexcept {
-  if (!image || *picturePath == '\0') return 0;
-  return 0;
+int AddAudio(char* picturePath, const char* softwareName, PRaster* image,
+             PRaster* thumbnail) noexcept {
+  return runCall(0, [&] {
+    if (!image || *picturePath == '\0') return 0;
+    return addAudio(picturePath, softwareName, image, thumbnail) ? 1 : 0;
+  });
 }
 
-// Not built yet: recordings.
-int AddAudioFile(char* picturePath, const char*, char*, PRaster* image, PRaster*, HWND) noexcept {
-  if (!image || *picturePath == '\0') return 0;
-  return 0;
+int AddAudioFile(char* picturePath, const char* softwareName, char* soundPath, PRaster* image,
+                 PRaster* thumbnail, HWND owner) noexcept {
+  return runCall(0, [&] {
+    if (!image || *picturePath == '\0') return 0;
+    switch (addAudioFile(picturePath, softwareName, soundPath, image, thumbnail, owner)) {
+      case AudioResult::attached:
+        return 1;
+      case AudioResult::cancelled:
+        return 2;
+      case AudioResult::failed:
+        break;
+    }
+    return 0;
+  });
 }

@@ -1,0 +1,101 @@
+#include "audio/add_audio.h"
+
+#include <cstring>
+
+#include "audio/copy_recording.h"
+#include "audio/sound_names.h"
+#include "imageio/path_extension.h"
+#include "probe/exif_reader.h"
+#include "read/read_metadata.h"
+#include "tiff/save_tiff.h"
+#include "write/save_jpeg.h"
+
+namespace exifkeep {
+
+namespace {
+
+// What a picture is to record.
+struct Annotation {
+  std::string_view software;
+  std::string_view soundName;
+};
+
+// Cuts what the field cannot hold and clears what the text does not fill.
+template <std::size_t size>
+void setText(char (&field)[size], std::string_view text) {
+  std::memset(field, 0, size);
+  text.copy(field, size - 1);
+}
+
+void annotate(const Annotation& annotation, ExifMetadata& metadata) {
+  setText(metadata.exif.relatedSoundFile, annotation.soundName);
+  metadata.exif.hasRelatedSoundFile = 1;
+  setText(metadata.primary.software, annotation.software);
+  metadata.primary.hasSoftware = 1;
+}
+
+// The name alone decides how a picture is written, here and below: a TIFF file named .jpg becomes a
+// JPEG file. That is intended; the other way round goes for it as well.
+bool rewriteExifPicture(ExifReader& reader, const char* path, const Annotation& annotation,
+                        PRaster* image, PRaster* thumbnail) {
+  ExifMetadata metadata = {};
+  if (!readExifMetadata(reader, path, metadata.exif, metadata.primary, &metadata.thumbnail,
+                        &metadata.gps)) {
+    return false;
+  }
+  annotate(annotation, metadata);
+  if (isTiffName(path)) return saveTiffWithRecords(reader, path, image, thumbnail, metadata);
+  return saveJpegWithRecords(reader, path, true, image, thumbnail, metadata);
+}
+
+// REQUIRES: a '.' in the file name, and room for three bytes behind it.
+void makeJpegName(char* path) {
+  const std::size_t extensionSize = extensionOf(path).size();
+  std::strcpy(path + std::strlen(path) - extensionSize, "jpg");
+}
+
+bool writeNewExifPicture(ExifReader& reader, char* path, const Annotation& annotation,
+                         PRaster* image, PRaster* thumbnail) {
+  ExifMetadata metadata = {};
+  resetExifIfdRecord(reader, metadata.exif);
+  resetImageIfdRecord(reader, metadata.primary);
+  annotate(annotation, metadata);
+  // What cannot be converted is not refused here; the codec writes images of any depth.
+  image->ConvertTo24bit(nullptr, 0, 100);
+  if (isTiffName(path))
+    return saveNewExifTiff(reader, path, image, thumbnail, metadata.exif, metadata.primary);
+  makeJpegName(path);
+  return saveJpegWithNewExif(reader, path, true, image, thumbnail, metadata.exif, metadata.primary);
+}
+
+bool rewritePicture(char* path, const Annotation& annotation, PRaster* image, PRaster* thumbnail) {
+  ExifReader reader;
+  if (reader.probeFile(path)) return rewriteExifPicture(reader, path, annotation, image, thumbnail);
+  return writeNewExifPicture(reader, path, annotation, image, thumbnail);
+}
+
+}  // namespace
+
+bool addAudio(char* picturePath, const char* software, PRaster* image, PRaster* thumbnail) {
+  if (!hasExtension(picturePath)) return false;
+  const std::string soundName = soundNameForPicture(picturePath);
+  return rewritePicture(picturePath, {software, soundName}, image, thumbnail);
+}
+
+AudioResult addAudioFile(char* picturePath, const char* software, char* soundPath, PRaster* image,
+                         PRaster* thumbnail, HWND owner) {
+  if (!hasExtension(picturePath) || fileNameOf(soundPath).empty()) return AudioResult::failed;
+  const std::string destination = recordingDestination(picturePath, soundPath);
+  if (destination.empty()) return AudioResult::failed;
+  const CopyResult copied = copyRecording(soundPath, destination, owner);
+  if (copied == CopyResult::cancelled) return AudioResult::cancelled;
+  if (copied == CopyResult::failed) return AudioResult::failed;
+  // The host's buffer holds it: a name is replaced only when it is longer than the new one.
+  const std::string soundName(fileNameOf(destination));
+  std::strcpy(soundPath, soundName.c_str());
+  return rewritePicture(picturePath, {software, soundName}, image, thumbnail)
+             ? AudioResult::attached
+             : AudioResult::failed;
+}
+
+}  // namespace exifkeep

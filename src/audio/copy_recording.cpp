@@ -1,0 +1,78 @@
+#include "audio/copy_recording.h"
+
+#include <mbstring.h>
+#include <shellapi.h>
+
+#include <algorithm>
+
+#include "audio/sound_names.h"
+
+namespace exifkeep {
+
+namespace {
+
+// A list of one path as the shell takes it: the path's NUL is followed by the list's own.
+class ShellPath {
+ public:
+  explicit ShellPath(const std::string& path) : fits_(path.size() + 2 <= sizeof list_) {
+    if (fits_) std::copy(path.begin(), path.end(), list_);
+  }
+  bool fits() const { return fits_; }
+  const char* list() const { return list_; }
+
+ private:
+  char list_[MAX_PATH] = {};
+  bool fits_;
+};
+
+bool exists(const std::string& path) {
+  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// When all short names are taken. The system makes a file to find a free name; it is not the
+// recording's, whose extension differs, and goes at once.
+std::string uniqueDestination(const std::string& directory) {
+  char path[MAX_PATH];
+  if (!GetTempFileNameA(directory.empty() ? "." : directory.c_str(), "ADO", 0, path)) return "";
+  DeleteFileA(path);
+  return withExtension(path, "wav");
+}
+
+// Only the case of ASCII letters is folded, and the text alone decides: intended. Other spellings
+// of one file are for the shell to notice.
+bool isSameText(const std::string& left, const std::string& right) {
+  const auto bytes = [](const std::string& text) {
+    return reinterpret_cast<const unsigned char*>(text.c_str());
+  };
+  return _mbsicmp(bytes(left), bytes(right)) == 0;
+}
+
+}  // namespace
+
+std::string recordingDestination(const std::string& picturePath, const std::string& soundPath) {
+  const std::string directory(directoryOf(picturePath));
+  const std::string_view name = fileNameOf(soundPath);
+  if (name.size() <= longestSoundName) return directory + std::string(name);
+  for (int n = 1; n <= lastShortName; ++n) {
+    const std::string candidate = directory + shortSoundName(name, n);
+    if (!exists(candidate)) return candidate;
+  }
+  return uniqueDestination(directory);
+}
+
+CopyResult copyRecording(const std::string& soundPath, const std::string& destination, HWND owner) {
+  if (isSameText(soundPath, destination)) return CopyResult::inPlace;
+  const ShellPath from(soundPath), to(destination);
+  if (!from.fits() || !to.fits()) return CopyResult::failed;
+  SHFILEOPSTRUCTA operation = {};
+  operation.hwnd = owner;
+  operation.wFunc = FO_COPY;
+  operation.pFrom = from.list();
+  operation.pTo = to.list();
+  operation.fFlags = FOF_ALLOWUNDO;
+  const int error = SHFileOperationA(&operation);
+  if (operation.fAnyOperationsAborted) return CopyResult::cancelled;
+  return error == 0 ? CopyResult::inPlace : CopyResult::failed;
+}
+
+}  // namespace exifkeep
