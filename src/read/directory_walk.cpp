@@ -32,6 +32,7 @@ class FieldFiller {
     if (entry_.hasValueBytes(1)) *field() = entry_.value[0];
   }
   void fillRawText() {
+    if (!entry_.hasValueBytes(1)) return;
     copyText(reinterpret_cast<char*>(field()), row_.capacity,
              reinterpret_cast<const char*>(entry_.value), row_.limit);
   }
