@@ -1,0 +1,55 @@
+// Writes a picture into the test's own directory and reads it into all four records.
+#pragma once
+
+#include <platform/scratch.h>
+
+#include <cstring>
+#include <memory>
+
+#include "read/read_metadata.h"
+#include "tiff_builder.h"
+
+namespace exifkeep::test {
+
+// The version that makes a directory an Exif directory.
+inline Entry version() {
+  return bytes(0x9000, "0220");
+}
+
+struct Reading {
+  explicit Reading(const std::string& path) {
+    resetExifIfdRecord(reader, exif);
+    resetImageIfdRecord(reader, primary);
+    resetImageIfdRecord(reader, thumbnail);
+    resetGpsIfdRecord(gps);
+    succeeded = readExifMetadata(reader, path.c_str(), exif, primary, &thumbnail, &gps);
+  }
+  ExifReader reader;
+  ExifIfdRecord exif;
+  ImageIfdRecord primary, thumbnail;
+  GpsIfdRecord gps;
+  bool succeeded;
+};
+
+class ReadTest : public ScratchTest {
+ protected:
+  std::string fileOf(const std::string& content, const std::string& name = "x.jpg") const {
+    writeFile(path(name), content);
+    return path(name);
+  }
+  std::unique_ptr<Reading> read(const std::string& content) const {
+    return std::make_unique<Reading>(fileOf(content));
+  }
+  std::unique_ptr<Reading> read(const Picture& picture, Order order = Order::ii) const {
+    return read(tiffBytes(picture, order));
+  }
+  // A picture with these entries in its Exif directory.
+  std::unique_ptr<Reading> readExif(std::vector<Entry> entries, Order order = Order::ii) const {
+    entries.insert(entries.begin(), version());
+    return read({.image = {exifPointer()}, .exif = std::move(entries)}, order);
+  }
+};
+
+inline constexpr Order bothOrders[] = {Order::ii, Order::mm};
+
+}  // namespace exifkeep::test
