@@ -44,21 +44,6 @@ void PictureRows::expand(unsigned y, BYTE* bgr) const noexcept {
   }
 }
 
-// One 32-bit swap a pixel, writing a byte too many that the next pixel overwrites: four times as
-// fast as three single bytes.
-void swapRedAndBlue(const BYTE* from, BYTE* to, std::size_t pixels) noexcept {
-  for (; pixels > 1; --pixels, from += 3, to += 3) {
-    std::uint32_t pixel;
-    std::memcpy(&pixel, from, 4);
-    pixel = (pixel & 0x0000FF00) | (pixel & 0xFF) << 16 | (pixel >> 16 & 0xFF);
-    std::memcpy(to, &pixel, 4);
-  }
-  if (pixels == 0) return;
-  to[0] = from[2];
-  to[1] = from[1];
-  to[2] = from[0];
-}
-
 bool isAcceptable(const PictureDescription& picture, std::uint64_t fileSize) noexcept {
   if (picture.width == 0 || picture.height == 0) return false;
   const std::uint64_t pixels = std::uint64_t{picture.width} * picture.height;
