@@ -66,7 +66,7 @@ BOOL ReplaceFileA(LPCSTR replaced, LPCSTR replacement, LPCSTR, DWORD flags, LPVO
   // Only root may give files away; for anyone else the owner is the same already, mostly. The owner
   // comes first, since a change of owner may clear mode bits.
   [[maybe_unused]] const int ignored = chown(replacement, status.st_uid, status.st_gid);
-  if (chmod(replacement, status.st_mode & 07777) != 0) return FALSE;
+  if (chmod(replacement, status.st_mode & 0777) != 0) return FALSE;
   const DWORD through = (flags & REPLACEFILE_WRITE_THROUGH) != 0 ? MOVEFILE_WRITE_THROUGH : 0;
   return MoveFileExA(replacement, replaced, MOVEFILE_REPLACE_EXISTING | through);
 }

@@ -8,6 +8,7 @@
 #include "probe/exif_reader.h"
 #include "read/read_metadata.h"
 #include "tiff/save_tiff.h"
+#include "write/pending_file.h"
 #include "write/save_jpeg.h"
 
 namespace exifkeep {
@@ -44,8 +45,11 @@ bool rewriteExifPicture(ExifReader& reader, const char* path, const Annotation& 
     return false;
   }
   annotate(annotation, metadata);
-  if (isTiffName(path)) return saveTiffWithRecords(reader, path, image, thumbnail, metadata);
-  return saveJpegWithRecords(reader, path, true, image, thumbnail, metadata);
+  PendingFile file(path);
+  const bool isSaved =
+      isTiffName(path) ? saveTiffWithRecords(reader, file.path(), image, thumbnail, metadata)
+                       : saveJpegWithRecords(reader, file.path(), true, image, thumbnail, metadata);
+  return isSaved && file.commit();
 }
 
 // REQUIRES: a '.' in the file name, and room for three bytes behind it.
@@ -62,10 +66,14 @@ bool writeNewExifPicture(ExifReader& reader, char* path, const Annotation& annot
   annotate(annotation, metadata);
   // What cannot be converted is not refused here; the codec writes images of any depth.
   image->ConvertTo24bit(nullptr, 0, 100);
-  if (isTiffName(path))
-    return saveNewExifTiff(reader, path, image, thumbnail, metadata.exif, metadata.primary);
-  makeJpegName(path);
-  return saveJpegWithNewExif(reader, path, true, image, thumbnail, metadata.exif, metadata.primary);
+  const bool isTiff = isTiffName(path);
+  if (!isTiff) makeJpegName(path);
+  PendingFile file(path);
+  const bool isSaved = isTiff ? saveNewExifTiff(reader, file.path(), image, thumbnail,
+                                                metadata.exif, metadata.primary)
+                              : saveJpegWithNewExif(reader, file.path(), true, image, thumbnail,
+                                                    metadata.exif, metadata.primary);
+  return isSaved && file.commit();
 }
 
 bool rewritePicture(char* path, const Annotation& annotation, PRaster* image, PRaster* thumbnail) {
