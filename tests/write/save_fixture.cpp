@@ -1,0 +1,308 @@
+#include "write/save_fixture.h"
+
+#include <dlfcn.h>
+#include <pxcodec32.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <fstream>
+
+#include "imageio/temporary_picture.h"
+#include "read/read_metadata.h"
+
+// Takes the codec's place when the program is linked, and calls it.
+int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                  CodecProgress progress) {
+  using exifkeep::test::codecFiles;
+  const bool isThumbnail = std::strstr(path, exifkeep::temporaryJpegName) != nullptr;
+  if (const auto& file = isThumbnail ? codecFiles.thumbnail : codecFiles.picture) {
+    if (!file->empty()) std::ofstream(path, std::ios::binary) << *file;
+    return !file->empty();
+  }
+  static const auto save =
+      reinterpret_cast<decltype(&AllSaveDIBImg)>(dlsym(RTLD_NEXT, "AllSaveDIBImg"));
+  return save(path, image, offset, progress);
+}
+
+namespace exifkeep::test {
+
+CodecFiles codecFiles;
+
+SaveTest::SaveTest() {
+  std::string name = (std::filesystem::temp_directory_path() / "saveXXXXXX").string();
+  directory_ = mkdtemp(name.data());
+}
+
+SaveTest::~SaveTest() {
+  std::filesystem::remove_all(directory_);
+  codecFiles = {};
+  clearFailures();
+}
+
+std::string SaveTest::read(const std::string& name) const {
+  std::ifstream file(path(name), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void SaveTest::write(const std::string& name, const std::string& bytes) const {
+  std::ofstream(path(name), std::ios::binary) << bytes;
+}
+
+ExifMetadata SaveTest::recordsOf(const std::string& name) {
+  ExifMetadata metadata = {};
+  EXPECT_TRUE(readExifMetadata(readers_.emplace_back(), path(name).c_str(), metadata.exif,
+                               metadata.primary, &metadata.thumbnail, &metadata.gps))
+      << name;
+  return metadata;
+}
+
+PRaster picture(unsigned width, unsigned height, int bits) {
+  PRaster image;
+  image.CreateImage(PRaster::GetImageType(bits, 0), width, height, 0, 0, 2835, 5906);
+  constexpr unsigned colours[2][2] = {{0x0000FF, 0x00FF00}, {0xFF0000, 0xFFFFFF}};
+  constexpr unsigned levels[2][2] = {{255, 90}, {160, 220}};
+  for (unsigned y = 0; y < height; ++y)
+    for (unsigned x = 0; x < width; ++x) {
+      const unsigned down = 2 * y / height, right = 2 * x / width;
+      image.SetPixel(int(x), int(y), bits == 24 ? colours[down][right] : levels[down][right]);
+    }
+  return image;
+}
+
+std::unique_ptr<PRasterBlock> decoded(const std::string& file, const std::string& jpeg) {
+  std::ofstream(file, std::ios::binary) << jpeg;
+  return ImageCodecBridge().loadImageFile(file.c_str());
+}
+
+std::string temporaryThumbnail() {
+  char directory[256];
+  GetTempPathA(sizeof directory, directory);
+  return std::filesystem::path(directory) / temporaryJpegName;
+}
+
+std::string textOf(const TagRow& row) {
+  // Some fill their field to the last byte.
+  const bool isFull = row.tag % 5 == 0 && row.fetch != Fetch::shortText;
+  std::string text(isFull ? row.limit : 3 + row.tag % 6, ' ');
+  for (size_t i = 0; i < text.size(); ++i) text[i] = static_cast<char>('a' + (row.tag + i) % 26);
+  return text;
+}
+
+void fillRecord(TagTable table, void* record) {
+  static const std::string note("\0note\1\2", 7), comment = "words";
+  for (const TagRow& row : table) {
+    if (row.flag == noField) continue;
+    const uint32_t present = 1;
+    std::memcpy(static_cast<char*>(record) + row.flag, &present, sizeof present);
+    if (row.field == noField) continue;
+    std::string value;
+    const auto add = [&value](unsigned item, size_t size) {
+      for (size_t i = 0; i < size; ++i) value += static_cast<char>(item >> 8 * i);
+    };
+    if (row.fetch == Fetch::rationals)
+      for (unsigned i = 0; i < row.limit * 2u; ++i) add(row.tag * 100u + i, 4);
+    else if (row.fetch == Fetch::shorts || row.fetch == Fetch::subjectArea)
+      for (unsigned i = 0; i < row.limit; ++i) add(row.tag + i, 2);
+    else if (row.fetch == Fetch::rawText)
+      for (unsigned i = 0; i < row.limit; ++i) add('0' + (row.tag + i) % 10, 1);
+    else if (row.fetch == Fetch::rawByte)
+      add(row.tag, 1);
+    else if (row.fetch == Fetch::shortValue)
+      add(row.tag, 2);
+    else if (row.type == TiffType::long_)
+      add(row.tag * 0x10001u, 4);
+    else if (row.fetch == Fetch::userComment)
+      value = "ASCII";
+    else if (row.fetch != Fetch::makerNote)
+      // What stands behind a zero byte is not text.
+      value = textOf(row) + (row.type == TiffType::undefined ? std::string("\0junk", 5) : "");
+    if (row.fetch == Fetch::makerNote || row.fetch == Fetch::userComment) {
+      auto& exif = *static_cast<ExifIfdRecord*>(record);
+      exif.makerNote = reinterpret_cast<const uint8_t*>(note.data());
+      exif.makerNoteLength = static_cast<uint32_t>(note.size());
+      exif.userComment = reinterpret_cast<const uint8_t*>(comment.data());
+      exif.userCommentLength = static_cast<uint32_t>(comment.size());
+    }
+    value.resize(std::min<size_t>(value.size(), row.capacity));
+    if (row.fetch != Fetch::makerNote)
+      std::memcpy(static_cast<char*>(record) + row.field, value.data(), value.size());
+  }
+}
+
+ExifMetadata fullRecords() {
+  ExifMetadata metadata = {};
+  fillRecord(imageTags, &metadata.primary);
+  fillRecord(imageTags, &metadata.thumbnail);
+  fillRecord(exifTags, &metadata.exif);
+  fillRecord(gpsTags, &metadata.gps);
+  metadata.exif.isR98Interoperability = 1;
+  return metadata;
+}
+
+namespace {
+
+void expectSameFields(TagTable table, const void* written, const void* expected) {
+  for (const TagRow& row : table) {
+    if (row.flag == noField) continue;
+    const auto at = [](const void* record, size_t offset) {
+      return static_cast<const char*>(record) + offset;
+    };
+    uint32_t flag, wantedFlag;
+    std::memcpy(&flag, at(written, row.flag), sizeof flag);
+    std::memcpy(&wantedFlag, at(expected, row.flag), sizeof flag);
+    EXPECT_EQ(flag, wantedFlag) << "flag of tag " << row.tag;
+    const bool isRenewed = row.fetch == Fetch::longValue || row.tag == tag::dateTime;
+    if (!flag || !wantedFlag || isRenewed || row.fetch == Fetch::makerNote) continue;
+    EXPECT_EQ(std::string(at(written, row.field), row.capacity),
+              std::string(at(expected, row.field), row.capacity))
+        << "tag " << row.tag;
+  }
+}
+
+std::string bytesAt(const uint8_t* bytes, uint32_t length) {
+  return {reinterpret_cast<const char*>(bytes), length};
+}
+
+}  // namespace
+
+void expectSameRecords(const ExifMetadata& written, const ExifMetadata& expected) {
+  expectSameFields(imageTags, &written.primary, &expected.primary);
+  expectSameFields(imageTags, &written.thumbnail, &expected.thumbnail);
+  expectSameFields(gpsTags, &written.gps, &expected.gps);
+  const ExifIfdRecord &exif = written.exif, &wanted = expected.exif;
+  expectSameFields(exifTags, &exif, &wanted);
+  EXPECT_EQ(exif.isR98Interoperability, wanted.isR98Interoperability);
+  EXPECT_EQ(bytesAt(exif.makerNote, exif.makerNoteLength),
+            bytesAt(wanted.makerNote, wanted.makerNoteLength));
+  EXPECT_EQ(bytesAt(exif.userComment, exif.userCommentLength),
+            bytesAt(wanted.userComment, wanted.userCommentLength));
+}
+
+ExifMetadata afterSave(ExifMetadata source) {
+  for (ImageIfdRecord* image : {&source.primary, &source.thumbnail}) {
+    image->hasArtist = image->hasPhotometricInterpretation = image->hasSamplesPerPixel = 0;
+    image->hasPlanarConfiguration = image->hasStripOffsets = image->hasRowsPerStrip = 0;
+    image->hasStripByteCounts = 0;
+    for (auto [flag, value, perInch] :
+         {std::tuple{&image->hasXResolution, &image->xResolution, 72u},
+          std::tuple{&image->hasYResolution, &image->yResolution, 150u}})
+      if (!std::exchange(*flag, 1)) *value = {perInch, 1};
+  }
+  source.primary.hasDateTime = 1;
+  source.thumbnail.hasExifIfdPointer = source.thumbnail.hasGpsIfdPointer = 0;
+  source.exif.hasComponentsConfiguration = 0;
+  source.gps.hasGpsDestLatitudeRef = source.gps.hasGpsDestLongitude = 0;
+  for (uint8_t* bytes :
+       {source.exif.oecf, source.gps.gpsProcessingMethod, source.gps.gpsAreaInformation}) {
+    const size_t length = strnlen(reinterpret_cast<char*>(bytes), 256);
+    std::memset(bytes + length, 0, 256 - length);
+  }
+  return source;
+}
+
+const Entry* Directory::find(unsigned tag) const {
+  for (const Entry& entry : entries)
+    if (entry.tag == tag) return &entry;
+  return nullptr;
+}
+
+unsigned number(const std::string& bytes, size_t at, size_t size) {
+  unsigned value = 0;
+  EXPECT_LE(at + size, bytes.size());
+  while (size-- > 0 && at + size < bytes.size())
+    value = value << 8 | static_cast<unsigned char>(bytes[at + size]);
+  return value;
+}
+
+namespace {
+
+bool liesInEntry(const Entry& entry, bool isInteroperability) {
+  if (entry.type == 4 || isInteroperability) return true;
+  if (entry.type == 3) return entry.count == 1;
+  return entry.type == 7 && entry.tag != 37500 && entry.tag != 37510;
+}
+
+Directory readDirectory(const std::string& tiff, unsigned at, bool isInteroperability = false) {
+  constexpr unsigned sizes[] = {0, 0, 1, 2, 4, 8, 0, 1, 0, 0, 8};
+  const unsigned count = number(tiff, at, 2);
+  Directory directory = {at, number(tiff, at + 2 + 12 * count, 4), at + 2 + 12 * count + 4, {}};
+  for (unsigned i = 0; i < count; ++i) {
+    const unsigned from = at + 2 + 12 * i;
+    Entry entry = {number(tiff, from, 2), number(tiff, from + 2, 2), number(tiff, from + 4, 4), {}};
+    const unsigned size = entry.count * sizes[entry.type % 11];
+    unsigned valueAt = from + 8, area = 4;
+    if (!liesInEntry(entry, isInteroperability)) {
+      valueAt = directory.end;
+      area = size + size % 2;
+      EXPECT_EQ(number(tiff, from + 8, 4), valueAt) << "tag " << entry.tag;
+      EXPECT_EQ(valueAt % 2, 0u) << "tag " << entry.tag;
+      directory.end += area;
+    }
+    EXPECT_LE(size, area) << "tag " << entry.tag;
+    entry.data = tiff.substr(std::min<size_t>(valueAt, tiff.size()), size);
+    EXPECT_EQ(tiff.substr(std::min<size_t>(valueAt + size, tiff.size()), area - size),
+              std::string(area - size, '\0'))
+        << "padding of tag " << entry.tag;
+    directory.entries.push_back(entry);
+  }
+  return directory;
+}
+
+// The directory that a pointer names, which must be the next one in the file.
+std::optional<Directory> readNext(const std::string& tiff, unsigned pointer, unsigned& end,
+                                  bool isInteroperability = false) {
+  if (pointer == 0) return std::nullopt;
+  EXPECT_EQ(pointer, end);
+  const Directory directory = readDirectory(tiff, end, isInteroperability);
+  EXPECT_EQ(directory.next, 0u);
+  end = directory.end;
+  return directory;
+}
+
+unsigned pointerIn(const Directory& directory, unsigned tag) {
+  const Entry* entry = directory.find(tag);
+  return entry ? number(entry->data, 0, 4) : 0;
+}
+
+}  // namespace
+
+Segment parseSegment(const std::string& bytes) {
+  EXPECT_EQ(bytes.substr(0, 2) + bytes.substr(4, 14), std::string("\xFF\xE1"
+                                                                  "Exif\0\0II*\0\x08\0\0\0",
+                                                                  16));
+  EXPECT_EQ(number({bytes[3], bytes[2]}, 0, 2) + 2, bytes.size());
+  const std::string tiff = bytes.substr(10);
+  Segment segment;
+  segment.primary = readDirectory(tiff, 8);
+  unsigned end = segment.primary.end;
+  // The Exif directory is there whether or not IFD0 has its pointer.
+  const Entry* exif = segment.primary.find(34665);
+  segment.exif = *readNext(tiff, exif ? number(exif->data, 0, 4) : end, end);
+  segment.interoperability = readNext(tiff, pointerIn(segment.exif, 40965), end, true);
+  segment.gps = readNext(tiff, pointerIn(segment.primary, 34853), end);
+  segment.thumbnail = readNext(tiff, segment.primary.next, end);
+  if (segment.thumbnail) {
+    EXPECT_EQ(pointerIn(*segment.thumbnail, 513), end);
+    segment.thumbnailJpeg = tiff.substr(end, pointerIn(*segment.thumbnail, 514));
+    end += pointerIn(*segment.thumbnail, 514);
+  }
+  EXPECT_EQ(end, tiff.size());
+  return segment;
+}
+
+std::string segmentOf(const std::string& file) {
+  if (file.size() < 6 || file.compare(0, 4, "\xFF\xD8\xFF\xE1") != 0) return {};
+  return file.substr(2, number({file[5], file[4]}, 0, 2) + 2);
+}
+
+std::string nowText() {
+  using Clock = std::chrono::system_clock;
+  const std::time_t now = Clock::to_time_t(Clock::now());
+  char text[20];
+  std::strftime(text, sizeof text, "%Y:%m:%d %H:%M:%S", std::localtime(&now));
+  return text;
+}
+
+}  // namespace exifkeep::test

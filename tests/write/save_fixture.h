@@ -1,0 +1,96 @@
+// What the tests of saving stand on: a directory of their own, pictures, records in which every
+// field has a value of its own, a codec whose files a test may replace, and a strict reader of
+// written segments that knows nothing of the code that wrote them.
+#pragma once
+
+#include <failure_switch.h>
+#include <gtest/gtest.h>
+#include <praster.h>
+
+#include <deque>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "probe/exif_reader.h"
+#include "read/records.h"
+#include "read/tag_tables.h"
+
+namespace exifkeep::test {
+
+// What the codec writes in place of an encoded picture; the empty text is a failed save.
+struct CodecFiles {
+  std::optional<std::string> thumbnail;  // under the temporary name
+  std::optional<std::string> picture;    // under any other
+};
+extern CodecFiles codecFiles;
+
+class SaveTest : public testing::Test {
+ protected:
+  SaveTest();
+  ~SaveTest() override;
+
+  std::string path(const std::string& name) const { return (directory_ / name).string(); }
+  bool exists(const std::string& name) const { return std::filesystem::exists(path(name)); }
+  std::string read(const std::string& name) const;
+  void write(const std::string& name, const std::string& bytes) const;
+  // The records of a file; their maker note and comment live as long as the test.
+  ExifMetadata recordsOf(const std::string& name);
+
+  ExifReader reader_;
+
+ private:
+  std::filesystem::path directory_;
+  std::deque<ExifReader> readers_;
+};
+
+// Four quarters of different colours, 72 by 150 dots per inch.
+PRaster picture(unsigned width, unsigned height, int bits = 24);
+
+// An empty picture when the bytes cannot be decoded.
+std::unique_ptr<PRasterBlock> decoded(const std::string& file, const std::string& jpeg);
+
+// The temporary file of thumbnails.
+std::string temporaryThumbnail();
+
+// Sets every field of a table to a value that tells it from the others, and every flag.
+void fillRecord(TagTable table, void* record);
+ExifMetadata fullRecords();
+// The text that fillRecord gives a field.
+std::string textOf(const TagRow& row);
+
+// Every flag and every present value but those a save renews: pointers and DateTime.
+void expectSameRecords(const ExifMetadata& written, const ExifMetadata& expected);
+// What is left of records that were read and saved.
+ExifMetadata afterSave(ExifMetadata source);
+
+struct Entry {
+  unsigned tag, type, count;
+  std::string data;  // the whole value, wherever it lies
+};
+
+struct Directory {
+  unsigned at, next, end;  // TIFF offsets; end: of the value area
+  std::vector<Entry> entries;
+  const Entry* find(unsigned tag) const;
+};
+
+struct Segment {
+  Directory primary, exif;
+  std::optional<Directory> interoperability, gps, thumbnail;
+  std::string thumbnailJpeg;
+};
+
+// Fails the test unless everything is where it must be: directories and value areas one behind the
+// other in order, values even, padded with zeros and in the order of their entries, pointers right,
+// nothing behind the thumbnail.
+Segment parseSegment(const std::string& bytes);
+// The segment behind SOI.
+std::string segmentOf(const std::string& file);
+
+unsigned number(const std::string& bytes, size_t at, size_t size);
+// The local time as the writers format it.
+std::string nowText();
+
+}  // namespace exifkeep::test

@@ -1,0 +1,276 @@
+// Saving as hosts call it: what a saved file holds, byte for byte and read back, which saves keep
+// metadata, processing, and that a failure anywhere leaves nothing behind.
+#include <afxwin.h>
+#include <exifkeep/exifkeep.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+
+#include "read/tag_tables.h"
+#include "write/jpeg_stream.h"
+#include "write/processing.h"
+#include "write/save_fixture.h"
+#include "write/save_jpeg.h"
+
+namespace exifkeep::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SaveFileTest : public SaveTest {
+ protected:
+  SaveFileTest() {
+    AfxSetMessageBoxHandler(
+        [](void* boxes, const char*, UINT) { return ++*static_cast<int*>(boxes), IDOK; }, &boxes_);
+  }
+  ~SaveFileTest() override { AfxSetMessageBoxHandler(nullptr, nullptr); }
+
+  // A JPEG file with these records.
+  void makeSource(const std::string& name, const ExifMetadata& metadata) {
+    ASSERT_TRUE(saveJpegWithRecords(reader_, path(name).c_str(), true, &image_, nullptr, metadata));
+  }
+  int save(const std::string& from, const std::string& to, PRaster* thumbnail = nullptr) {
+    return SaveFile(path(from).c_str(), path(to).c_str(), &image_, thumbnail);
+  }
+  bool holdsExif(const std::string& name) { return IsExifFile(path(name).c_str()); }
+  // How many pixels differ between two files.
+  int differences(const std::string& a, const std::string& b) {
+    const auto left = reader_.codec->loadImageFile(path(a).c_str());
+    const auto right = reader_.codec->loadImageFile(path(b).c_str());
+    if (!left || !right || left->width() != right->width()) return -1;
+    int count = 0;
+    for (unsigned y = 0; y < left->height(); ++y)
+      for (unsigned x = 0; x < left->width(); ++x)
+        count += left->GetPixel(int(x), int(y)) != right->GetPixel(int(x), int(y));
+    return count;
+  }
+
+  PRaster image_ = picture(64, 48);
+  int boxes_ = 0;
+};
+
+TEST_F(SaveFileTest, PutsTheSegmentBeforeTheCompactedStream) {
+  makeSource("source.jpg", fullRecords());
+  ASSERT_EQ(save("source.jpg", "saved.jpg"), 1);
+  const std::string saved = read("saved.jpg"), written = segmentOf(saved);
+  const Segment segment = parseSegment(written);
+  ASSERT_TRUE(savePlain(reader_, path("plain.jpg").c_str(), &image_));
+  const size_t plainSize = read("plain.jpg").size();
+  EXPECT_EQ(differences("saved.jpg", "plain.jpg"), 0);
+  compactJpegStream(path("plain.jpg").c_str());
+  const std::string stream = read("plain.jpg");
+  EXPECT_EQ(stream.size(), plainSize + 31);
+  EXPECT_EQ(stream.substr(0, 6), "\xFF\xD8\xFF\xDB" + std::string("\0\xC5", 2));
+  EXPECT_TRUE(saved == stream.substr(0, 2) + written + stream.substr(2));
+  const auto thumbnail = decoded(path("thumbnail.jpg"), segment.thumbnailJpeg);
+  ASSERT_TRUE(thumbnail);
+  EXPECT_EQ(thumbnail->width(), 160u);
+  EXPECT_EQ(thumbnail->height(), 120u);
+  EXPECT_EQ(segment.thumbnailJpeg.substr(0, 6), stream.substr(0, 6));
+}
+
+TEST_F(SaveFileTest, DropsTheApp0OfAStreamOfAnotherLayout) {
+  const std::string rest = "\xFF\xDB otherwise \xFF\xD9";
+  codecFiles.picture = "\xFF\xD8\xFF\xE0" + std::string("\0\4xy", 4) + rest;
+  makeSource("saved.jpg", {});
+  const std::string saved = read("saved.jpg");
+  EXPECT_EQ(saved.substr(2 + segmentOf(saved).size()), rest);
+}
+
+TEST_F(SaveFileTest, KeepsTheRecordsButForWhatASaveRenews) {
+  const ExifMetadata full = fullRecords();
+  makeSource("first.jpg", full);
+  expectSameRecords(recordsOf("first.jpg"), afterSave(full));
+  ASSERT_EQ(save("first.jpg", "second.jpg"), 1);
+  expectSameRecords(recordsOf("second.jpg"), afterSave(full));
+  // Source and destination in one.
+  ASSERT_EQ(save("first.jpg", "first.jpg"), 1);
+  expectSameRecords(recordsOf("first.jpg"), afterSave(full));
+
+  // A source with little: the resolution comes from the picture, IFD1 has four entries.
+  ExifMetadata little = {};
+  little.primary.hasExifIfdPointer = little.exif.hasExifVersion = 1;
+  makeSource("little.jpg", little);
+  const ExifMetadata read = recordsOf("little.jpg");
+  expectSameRecords(read, afterSave(little));
+  EXPECT_EQ(countPresentImageFields(read.thumbnail), 2u);
+  EXPECT_LE(read.primary.dateTime, nowText());
+}
+
+TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
+  makeSource("a.JPG", fullRecords());
+  ASSERT_TRUE(savePlain(reader_, path("bare.jpg").c_str(), &image_));
+  fs::copy(path("bare.jpg"), path("bare.tif"));
+  const struct {
+    const char *from, *to;
+    int result;
+    bool keeps;
+    int boxes;
+  } cases[] = {
+      {"a.JPG", "1.jpeg", 1, true, 0},    {"a.JPG", "2.jpe", 1, true, 0},
+      {"a.JPG", "3.tif", 1, false, 0},    {"a.JPG", "4.png", 1, false, 0},
+      {"bare.jpg", "5.jpg", 1, false, 0}, {"bare.tif", "6.jpg", 1, false, 0},
+      {"none.jpg", "7.jpg", 1, false, 0}, {"a.JPG", "jpg", 0, false, 1},
+      {"a.JPG", "8.xyz", 0, false, 1},    {"a.JPG", "no/such/folder.jpg", 0, false, 0},
+  };
+  for (const auto& [from, to, result, keeps, boxes] : cases) {
+    boxes_ = 0;
+    EXPECT_EQ(save(from, to), result) << to;
+    EXPECT_EQ(boxes_, boxes) << to;
+    EXPECT_EQ(exists(to), result == 1) << to;
+    EXPECT_EQ(holdsExif(to), keeps) << to;
+  }
+  // A plain save is the codec's own file.
+  EXPECT_TRUE(read("5.jpg") == read("bare.jpg"));
+  PRaster empty;
+  for (PRaster* none : {static_cast<PRaster*>(nullptr), &empty}) {
+    EXPECT_EQ(SaveFile(path("a.JPG").c_str(), path("9.jpg").c_str(), none, nullptr), 0);
+    EXPECT_EQ(SaveProcessFile(path("a.JPG").c_str(), path("9.jpg").c_str(), 2, none, nullptr), 0);
+  }
+  EXPECT_FALSE(exists("9.jpg"));
+}
+
+TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
+  makeSource("a.jpg", fullRecords());
+  for (auto [width, height, bits] : {std::tuple{5u, 7u, 24}, {300u, 200u, 8}, {64u, 64u, 1}}) {
+    PRaster own = picture(width, height, bits);
+    ASSERT_EQ(save("a.jpg", "b.jpg", &own), 1);
+    ASSERT_TRUE(reader_.codec->saveImageFile(path("own.jpg").c_str(), own));
+    compactJpegStream(path("own.jpg").c_str());
+    EXPECT_TRUE(parseSegment(segmentOf(read("b.jpg"))).thumbnailJpeg == read("own.jpg")) << width;
+  }
+  PRaster empty, own = picture(5, 7);
+  ASSERT_EQ(save("a.jpg", "b.jpg", &empty), 1);
+  EXPECT_EQ(decoded(path("t.jpg"), parseSegment(segmentOf(read("b.jpg"))).thumbnailJpeg)->width(),
+            160u);
+
+  // One that cannot be saved fails the save, and a file left under its name is not taken for it.
+  std::ofstream(temporaryThumbnail()) << read("own.jpg");
+  codecFiles.thumbnail = "";
+  EXPECT_EQ(save("a.jpg", "c.jpg", &own), 0);
+  EXPECT_FALSE(exists("c.jpg"));
+  // A made one that cannot be saved is left out.
+  std::ofstream(temporaryThumbnail()) << read("own.jpg");
+  EXPECT_EQ(save("a.jpg", "d.jpg"), 1);
+  EXPECT_FALSE(parseSegment(segmentOf(read("d.jpg"))).thumbnail);
+  EXPECT_FALSE(fs::exists(temporaryThumbnail()));
+}
+
+TEST_F(SaveFileTest, AdjustsTheRecordsToTheProcessing) {
+  image_ = picture(48, 64);
+  const ExifMetadata full = fullRecords();
+  for (int code : {-1, 0, 1, 2, 3, 4, 5, 6, 7}) {
+    for (uint32_t rendered : {0u, 3u, 9u})  // 9: absent, and so are all others
+      for (bool isRectangle : {false, true}) {
+        ExifMetadata source = full;
+        source.exif.customRendered = static_cast<uint16_t>(rendered);
+        if (!isRectangle) source.exif.subjectArea[3] = 0;
+        if (rendered == 9) {
+          source.exif.hasCustomRendered = source.exif.hasPixelXDimension = 0;
+          source.exif.hasPixelYDimension = source.exif.hasSubjectArea = 0;
+          source.exif.hasSubjectLocation = source.primary.hasOrientation = 0;
+          source.primary.hasYCbCrPositioning = source.primary.hasSoftware = 0;
+        }
+        makeSource("a.jpg", source);
+        ASSERT_EQ(
+            SaveProcessFile(path("a.jpg").c_str(), path("b.jpg").c_str(), code, &image_, nullptr),
+            1);
+        ExifMetadata expected = afterSave(source);
+        if (code >= 2 && code <= 6) {
+          expected.primary.orientation = expected.primary.yCbCrPositioning = 1;
+          expected.primary.hasSoftware = 1;
+          std::memset(expected.primary.software, 0, sizeof expected.primary.software);
+          std::memcpy(expected.primary.software, "Vexapict", 8);
+        }
+        if (code == 2 || code == 3) {
+          expected.exif.pixelXDimension = 48;
+          expected.exif.pixelYDimension = 64;
+        }
+        if (code == 2) {
+          std::swap(expected.exif.subjectLocation[0], expected.exif.subjectLocation[1]);
+          std::swap(expected.exif.subjectArea[0], expected.exif.subjectArea[1]);
+          if (isRectangle) std::swap(expected.exif.subjectArea[2], expected.exif.subjectArea[3]);
+        }
+        if (code >= 4 && code <= 6 && rendered == 0) expected.exif.customRendered = 1;
+        SCOPED_TRACE(code);
+        expectSameRecords(recordsOf("b.jpg"), expected);
+      }
+  }
+  // Of larger dimensions the low 16 bits.
+  ExifMetadata metadata = full;
+  const PRaster wide = picture(65537, 1);
+  applyProcessing(3, &wide, &metadata.exif, nullptr);
+  EXPECT_EQ(metadata.exif.pixelXDimension, 1u);
+  applyProcessing(2, nullptr, nullptr, nullptr);
+}
+
+// Whatever platform call fails: a save that says no leaves nothing, one that says yes is whole.
+TEST_F(SaveFileTest, LeavesNothingHalfDone) {
+  makeSource("a.jpg", fullRecords());
+  const int handles = openHandles(), blocks = liveBlocks();
+  using enum PlatformCall;
+  for (PlatformCall kind :
+       {open, read, write, seek, fileSize, close, allocate, lock, temporaryDirectory, codec}) {
+    int failures = 0;
+    for (int n = 1; n < 500; ++n) {
+      fs::remove(path("b.jpg"));
+      clearFailures();
+      failCall(kind, n);
+      const int result = save("a.jpg", "b.jpg");
+      const bool isReached = callsMade(kind) >= n;
+      clearFailures();
+      SCOPED_TRACE(testing::Message() << "kind " << int(kind) << ", call " << n);
+      EXPECT_EQ(exists("b.jpg"), result == 1);
+      EXPECT_FALSE(fs::exists(temporaryThumbnail()));
+      EXPECT_EQ(openHandles(), handles);
+      EXPECT_EQ(liveBlocks(), blocks);
+      if (result == 1) {
+        EXPECT_TRUE(reader_.codec->loadImageFile(path("b.jpg").c_str()));
+        const std::string written = segmentOf(SaveTest::read("b.jpg"));
+        const Segment segment = written.empty() ? Segment{} : parseSegment(written);
+        EXPECT_TRUE(!segment.thumbnail || decoded(path("t.jpg"), segment.thumbnailJpeg));
+      }
+      failures += result == 0;
+      if (!isReached) break;
+    }
+    EXPECT_TRUE(failures > 0 || kind == temporaryDirectory) << int(kind);
+  }
+}
+
+// A saved file with the times of saving blanked.
+std::string withoutTimes(std::string file) {
+  const Segment segment = parseSegment(segmentOf(file));
+  for (const Directory* directory :
+       {&segment.primary, segment.thumbnail ? &*segment.thumbnail : &segment.primary})
+    if (const Entry* time = directory->find(306))
+      for (size_t at = 0; (at = file.find(time->data, at)) < segmentOf(file).size(); at += 20)
+        file.replace(at, 19, 19, 'T');
+  return file;
+}
+
+TEST_F(SaveFileTest, LosesNothingOfSamplesAndNothingTwice) {
+  const char* named = std::getenv("EXIFKEEP_SAMPLES");
+  const fs::path folder = named ? named : EXIFKEEP_SOURCE_DIR "/../shared/samples";
+  if (!fs::is_directory(folder)) GTEST_SKIP() << "no sample pictures";
+  int saved = 0;
+  for (const auto& sample : fs::directory_iterator(folder)) {
+    const std::string source = sample.path().string();
+    if (!reader_.probeFile(source.c_str()) || !reader_.isJpeg) continue;
+    SCOPED_TRACE(source);
+    auto loaded = reader_.codec->loadImageFile(source.c_str());
+    if (loaded) image_ = std::move(*loaded);
+    image_.setResolution(2835, 5906);
+    fs::copy(source, path("a.jpg"), fs::copy_options::overwrite_existing);
+    ASSERT_EQ(save("a.jpg", "b.jpg"), 1);
+    expectSameRecords(recordsOf("b.jpg"), afterSave(recordsOf("a.jpg")));
+    ASSERT_EQ(save("b.jpg", "c.jpg"), 1);
+    EXPECT_TRUE(withoutTimes(read("b.jpg")) == withoutTimes(read("c.jpg")));
+    ++saved;
+  }
+  EXPECT_GT(saved, 0);
+}
+
+}  // namespace
+}  // namespace exifkeep::test

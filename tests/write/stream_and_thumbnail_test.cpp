@@ -1,0 +1,157 @@
+// The compaction of the codec's JPEG streams, and the thumbnail made of a picture.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "write/jpeg_stream.h"
+#include "write/save_fixture.h"
+#include "write/thumbnail.h"
+
+namespace exifkeep::test {
+namespace {
+
+std::string counted(size_t size, int start) {
+  std::string bytes(size, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(start++ % 251);
+  return bytes;
+}
+
+std::string segment(int marker, const std::string& content) {
+  const size_t length = content.size() + 2;
+  const char head[] = {'\xFF', static_cast<char>(marker), static_cast<char>(length >> 8),
+                       static_cast<char>(length)};
+  return std::string(head, sizeof head) + content;
+}
+
+const std::string soi = "\xFF\xD8", data = counted(900, 77) + "\xFF\xD9";
+const std::string quant1 = counted(65, 1), quant2 = counted(65, 2), frame = counted(15, 3);
+const std::string dc1 = counted(29, 4), ac1 = counted(179, 5), dc2 = counted(29, 6);
+const std::string ac2 = counted(179, 7), scan = counted(10, 8);
+
+// The headers as the codec writes them; one may be of another kind or size.
+std::string codecHeaders(int frameMarker = 0xC0, const std::string& secondTable = quant2) {
+  return segment(0xDB, quant1) + segment(0xDB, secondTable) + segment(frameMarker, frame) +
+         segment(0xC4, dc1) + segment(0xC4, ac1) + segment(0xC4, dc2) + segment(0xC4, ac2) +
+         segment(0xDA, scan);
+}
+
+using JpegStreamTest = SaveTest;
+
+TEST_F(JpegStreamTest, GathersTheTablesAndDropsApp0) {
+  const std::string compact = soi + segment(0xDB, quant1 + quant2 + quant2) + segment(0xC0, frame) +
+                              segment(0xC4, dc1 + ac1 + dc2 + ac2) + segment(0xDA, scan) + data;
+  for (int app0 : {0, 4, 18, 53, 54, 300, 65537}) {
+    const std::string first = app0 ? segment(0xE0, counted(size_t(app0) - 4, 9)) : "";
+    const std::string stream = soi + first + codecHeaders() + data;
+    write("a.jpg", stream);
+    EXPECT_TRUE(compactJpegStream(path("a.jpg").c_str()));
+    // The file is written over, never cut.
+    const size_t left = std::max(stream.size(), compact.size()) - compact.size();
+    EXPECT_EQ(left, size_t(std::max(0, app0 - 49)));
+    EXPECT_TRUE(read("a.jpg") == compact + stream.substr(stream.size() - left)) << app0;
+  }
+}
+
+TEST_F(JpegStreamTest, LeavesStreamsOfAnotherLayoutAlone) {
+  std::vector<std::string> streams = {
+      "",
+      "\xFF",
+      soi,
+      soi + "\xFF\xD9",
+      counted(2000, 0),
+      codecHeaders() + data,
+      soi + codecHeaders(0xC2) + data,
+      soi + codecHeaders(0xC0, quant1 + quant2) + data,
+      soi + segment(0xE1, "Exif") + codecHeaders() + data,
+      soi + segment(0xE0, "") + segment(0xE0, "") + codecHeaders() + data,
+      soi + "\xFF\xE0\xFF\xF0" + codecHeaders() + data,
+      soi + codecHeaders().insert(589, segment(0xDD, "\1\1")) + data,
+  };
+  const std::string headers = soi + segment(0xE0, counted(14, 0)) + codecHeaders();
+  for (size_t size = 3; size <= headers.size() + 1; ++size)
+    streams.push_back((headers + data).substr(0, size));
+  for (const std::string& stream : streams) {
+    write("a.jpg", stream);
+    EXPECT_TRUE(compactJpegStream(path("a.jpg").c_str()));
+    ASSERT_TRUE(read("a.jpg") == stream) << stream.size() << " bytes";
+  }
+}
+
+TEST_F(JpegStreamTest, DeletesAFileThatItCouldNotWriteWhole) {
+  for (int n = 1; n <= 13; ++n) {
+    write("a.jpg", soi + codecHeaders() + data);
+    failCall(PlatformCall::write, n);
+    EXPECT_FALSE(compactJpegStream(path("a.jpg").c_str()));
+    EXPECT_FALSE(exists("a.jpg")) << n;
+  }
+}
+
+using ThumbnailTest = SaveTest;
+
+struct Place {
+  unsigned left, top, width, height;
+  bool operator==(const Place&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Place& place) {
+  return out << place.left << ',' << place.top << ' ' << place.width << 'x' << place.height;
+}
+
+Place placeOf(const PRaster& thumbnail) {
+  unsigned left = 160, top = 120, right = 0, bottom = 0;
+  for (unsigned y = 0; y < 120; ++y)
+    for (unsigned x = 0; x < 160; ++x) {
+      if (thumbnail.GetPixel(int(x), int(y)) == 0) continue;
+      left = std::min(left, x), right = std::max(right, x + 1);
+      top = std::min(top, y), bottom = std::max(bottom, y + 1);
+    }
+  return {left, top, right - left, bottom - top};
+}
+
+TEST_F(ThumbnailTest, ShowsThePictureInTheMiddle) {
+  const struct {
+    unsigned width, height;
+    Place place;
+  } cases[] = {{1600, 1200, {0, 0, 160, 120}}, {1600, 1000, {0, 10, 160, 100}},
+               {1000, 1600, {42, 0, 75, 120}}, {100, 50, {30, 35, 100, 50}},
+               {80, 60, {0, 0, 160, 120}},     {2000, 1, {0, 59, 160, 1}},
+               {1, 2000, {79, 0, 1, 120}},     {160, 120, {0, 0, 160, 120}},
+               {160, 119, {0, 0, 160, 119}},   {161, 120, {0, 0, 159, 119}}};
+  for (const auto& [width, height, place] : cases)
+    for (int bits : {24, 8, 1}) {
+      SCOPED_TRACE(testing::Message() << width << 'x' << height << ' ' << bits);
+      const PRaster source = picture(width, height, bits);
+      PRaster thumbnail = picture(3, 3);  // goes
+      ASSERT_TRUE(makeThumbnail(&source, &thumbnail, 0));
+      EXPECT_EQ(thumbnail.GetImageType(), source.GetImageType());
+      ASSERT_EQ(placeOf(thumbnail), place);
+      if (width == 1 || height == 1) continue;
+      for (unsigned part = 0; part < 4; ++part) {
+        const unsigned right = part % 2 * 2 + 1, down = part / 2 * 2 + 1;
+        EXPECT_EQ(thumbnail.GetPixel(int(place.left + place.width * right / 4),
+                                     int(place.top + place.height * down / 4)),
+                  source.GetPixel(int(width * right / 4), int(height * down / 4)))
+            << "quarter " << part;
+      }
+    }
+  PRaster empty, thumbnail;
+  const PRaster source = picture(4, 3);
+  EXPECT_FALSE(makeThumbnail(&empty, &thumbnail, 0));
+  EXPECT_FALSE(makeThumbnail(nullptr, &thumbnail, 0));
+  EXPECT_FALSE(makeThumbnail(&source, nullptr, 0));
+}
+
+TEST_F(ThumbnailTest, KeepsThePaletteOfItsPicture) {
+  // Filling, unscaled, scaled and centred.
+  for (auto [width, height] : {std::pair{400u, 300u}, {100u, 50u}, {600u, 300u}}) {
+    PRaster source = picture(width, height, 8);
+    for (unsigned i = 0; i < 256; ++i) source.palette()[i] = {BYTE(i * 7), BYTE(255 - i), 9, 0};
+    PRaster thumbnail;
+    ASSERT_TRUE(makeThumbnail(&source, &thumbnail, 0));
+    EXPECT_EQ(std::memcmp(thumbnail.palette(), source.palette(), 256 * sizeof(RGBQUAD)), 0);
+    EXPECT_EQ(thumbnail.GetPixel(100, 70), 220u);
+  }
+}
+
+}  // namespace
+}  // namespace exifkeep::test
