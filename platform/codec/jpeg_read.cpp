@@ -18,7 +18,7 @@ struct Source {
   jpeg_source_mgr base;  // first: the library hands back its address
   PictureReading* file;
   bool ended;
-  JOCTET bytes[16384];
+  JOCTET bytes[65536];
 };
 
 struct Watch {

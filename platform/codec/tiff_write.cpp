@@ -11,7 +11,7 @@
 namespace exifkeep {
 namespace {
 
-constexpr std::size_t bytesAtOnce = 256 * 1024;
+constexpr std::size_t bytesAtOnce = 1 << 20;
 
 void setResolution(TIFF* tiff, const PictureRows& rows) {
   const unsigned x = perInchFromPerMetre(rows.dpmX());
