@@ -1,0 +1,120 @@
+// Files made to harm: cut anywhere, no files at all, and 1 MiB made to be slow. The sanitizers see
+// that nothing reads or writes where it should not.
+#include <sys/stat.h>
+
+#include <cmath>
+
+#include "info/listing.h"
+#include "info/memory_meter.h"
+
+namespace exifkeep::test {
+namespace {
+
+using HostileFilesTest = ReadTest;
+
+size_t openDescriptors() {
+  const std::filesystem::directory_iterator all("/proc/self/fd");
+  return static_cast<size_t>(std::distance(begin(all), end(all)));
+}
+
+// Asks everything that reads; the answers agree with each other.
+bool isExif(const std::string& path) {
+  PRaster image, thumbnail;
+  char sound[15];
+  const int answer = IsExifFile(path.c_str());
+  CPtrList list;
+  EXPECT_EQ(GetExifInfo(path.c_str(), &list), answer);
+  EXPECT_EQ(FreeInfoList(&list), 1);
+  EXPECT_TRUE(std::isfinite(GetExifVersion(path.c_str())));
+  EXPECT_TRUE(!GetSoundFile(path.c_str(), sound) || memchr(sound, 0, sizeof sound));
+  const int opened = OpenExifFile(path.c_str(), &image, &thumbnail);
+  EXPECT_LE(opened, answer);
+  EXPECT_EQ(Reading(path).succeeded, answer == 1);
+  return answer == 1;
+}
+
+TEST_F(HostileFilesTest, EveryPrefixIsAnswered) {
+  const Picture picture{
+      .image = {exifPointer(), gpsPointer(), text(0x10F, "Maker of things"), text(0x110, "Model"),
+                rationals(0x11A, {72, 1}), shorts(0x102, {8, 8, 8}), text(0x132, "2002:05:14")},
+      .exif = {version(), interoperabilityPointer(), rationals(0x829A, {1, 60}),
+               bytes(0x927C, std::string(40, 'n')), bytes(0x9286, "ASCII+++comment"),
+               shorts(0x9214, {1, 2, 3, 4}), text(0xA004, "SOUND001.WAV"), text(0x9290, "12345")},
+      .interoperability = {bytes(1, "R98"), bytes(2, "0100")},
+      .gps = {text(1, "N"), rationals(2, {1, 1, 2, 1, 3, 1}), text(18, "WGS-84")},
+      .thumbnail = {shorts(0x103, {6}), longs(0x201, {900}), longs(0x202, {100})}};
+  const size_t before = openDescriptors();
+  for (const Order order : bothOrders) {
+    const std::string file = jpegBytes(tiffBytes(picture, order), jfifSegment());
+    // The version is the first entry of its directory; the file is one of Exif from its tag on.
+    const size_t enough = 30 + picture.offsetOf(Directory::exif) + 2 + 2;
+    for (size_t length = 0; length <= file.size(); ++length)
+      EXPECT_EQ(isExif(fileOf(file.substr(0, length))), length >= enough) << length;
+    const Items items = itemsOf(path("x.jpg"));
+    EXPECT_EQ(items.size(), 10u);
+    EXPECT_EQ(itemsOf(path("x.jpg")), items);
+  }
+  EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST_F(HostileFilesTest, WhatIsNoRegularFileIsNoExifFile) {
+  const std::string fifo = path("fifo.jpg"), directory = path("directory.jpg"),
+                    device = path("device.jpg"), dangling = path("dangling.jpg");
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  std::filesystem::create_directory(directory);
+  std::filesystem::create_symlink("/dev/zero", device);
+  std::filesystem::create_symlink("nowhere", dangling);
+  const size_t before = openDescriptors();
+  for (const std::string& name : {fifo, directory, device, dangling, fileOf("")})
+    EXPECT_FALSE(isExif(name)) << name;
+  EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
+  constexpr uint32_t megabyte = 1 << 20, all = 0xFFFFFFFF;
+  const auto many = [](auto entryAt) {
+    std::vector<Entry> entries = {version()};
+    for (uint32_t i = 1; i < 0x7FFF; ++i) entries.push_back(entryAt(i));
+    return entries;
+  };
+  const auto exif = [&](auto entryAt) { return Picture{{exifPointer()}, many(entryAt)}; };
+  Picture far{many([](uint32_t i) {
+    return field(0x10F, typeAscii, all, i % 2 ? megabyte - 300 - i : megabyte / 2 + i);
+  })};
+  far.image[0] = exifPointer();
+  far.exif = {version()};
+  const Entry toItself = longs(0x8769, {8});
+  const struct {
+    const char* what;
+    Picture picture;
+  } cases[] = {
+      {"maker notes", exif([](uint32_t i) { return field(0x927C, typeUndefined, all, i); })},
+      {"comments", exif([](uint32_t i) { return field(0x9286, typeUndefined, all, i); })},
+      {"interoperability", exif([](uint32_t i) { return field(0xA005, typeLong, 1, 12 * i); })},
+      {"GPS pointers", {many([](uint32_t i) { return field(0x8825, typeLong, 1, i); })}},
+      {"far texts", far},
+      {"directories that are each other",
+       {{version(), toItself, longs(0x8825, {8}), longs(0xA005, {8}),
+         field(0x927C, typeUndefined, all, 0), field(0x9286, typeUndefined, all, 0)},
+        {},
+        {},
+        {},
+        {}}},
+  };
+  for (auto [what, picture] : cases) {
+    if (picture.image[0].tag == 0x9000 && picture.exif.empty()) picture.image[1] = toItself;
+    std::string file = tiffBytes(picture, Order::ii);
+    // What fills the rest reads as directories of 32,767 entries.
+    while (file.size() < megabyte) file += "\xFF\x7F";
+    fileOf(file);
+    CPtrList list;
+    resetMeter();
+    EXPECT_EQ(GetExifInfo(path("x.jpg").c_str(), &list), 1) << what;
+    EXPECT_LT(bytesAllocated(), 2 * file.size() + megabyte) << what;
+    FreeInfoList(&list);
+    EXPECT_TRUE(isExif(path("x.jpg"))) << what;
+  }
+}
+
+}  // namespace
+}  // namespace exifkeep::test

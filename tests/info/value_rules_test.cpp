@@ -1,0 +1,180 @@
+// Stored values and the texts that show them, each through a file and the list.
+#include <clocale>
+#include <optional>
+
+#include "info/listing.h"
+
+namespace exifkeep::test {
+namespace {
+
+class ValueRulesTest : public ReadTest {
+ protected:
+  ValueRulesTest() { setLocaleVariables({{"LANGUAGE", "en"}}); }
+
+  // The value under this label in a picture with one more entry in IFD0 or the Exif directory.
+  std::optional<std::string> shown(const std::string& label, const Entry& entry) const {
+    Picture picture{.image = {exifPointer()}, .exif = {version()}};
+    const bool isExif = entry.tag == 0x829A || entry.tag == 0x829D || entry.tag > 0x8800;
+    (isExif ? picture.exif : picture.image).push_back(entry);
+    for (const auto& [name, value] : itemsOf(fileOf(tiffBytes(picture, Order::mm))))
+      if (name == label) return value;
+    return std::nullopt;
+  }
+};
+
+Entry signedRational(uint16_t tag, int64_t numerator, int64_t denominator) {
+  Entry entry = rationals(tag, {numerator, denominator});
+  entry.type = typeSrational;
+  return entry;
+}
+
+TEST_F(ValueRulesTest, NumbersAreShownByTheirRules) {
+  const int64_t intMin = INT32_MIN, uintMax = UINT32_MAX;
+  const struct {
+    const char* label;
+    Entry entry;
+    const char* expected;  // null: no item
+  } cases[] = {
+      {"Image resolution in width", rationals(0x11A, {72, 1}), "72"},
+      {"Image resolution in width", rationals(0x11A, {300, 2}), "300/2"},
+      {"Image resolution in width", rationals(0x11A, {72, 0}), "72/0"},
+      {"Image resolution in height", rationals(0x11B, {uintMax, 0x80000000}), "-1/-2147483648"},
+      {"Image resolution in height", field(0x11B, typeRational, 1, 0x7FFFFFFF), "1/72"},
+      {"Exposure Time", rationals(0x829A, {1, 60}), "1/60 (seconds)"},
+      {"Exposure Time", rationals(0x829A, {2, 1}), "2 (seconds)"},
+      {"Exposure Time", rationals(0x829A, {10, 0}), "10/0 (seconds)"},
+      {"F-number", rationals(0x829D, {28, 10}), "2.8"},
+      {"F-number", rationals(0x829D, {28, 0}), nullptr},
+      {"F-number", rationals(0x829D, {uintMax, 1}), "4294967295.0"},
+      {"Compressed Bits Per Pixel", rationals(0x9102, {1, 4}), "0.2"},
+      {"Compressed Bits Per Pixel", rationals(0x9102, {3, 4}), "0.8"},
+      {"ExposureBias", signedRational(0x9204, -2, 3), "-0.7 (APEX)"},
+      {"ExposureBias", signedRational(0x9204, 0, -5), "-0.0 (APEX)"},
+      {"ExposureBias", signedRational(0x9204, 7, 0), nullptr},
+      {"ExposureBias", signedRational(0x9204, intMin, -1), "2147483648.0 (APEX)"},
+      {"Shutter Speed", signedRational(0x9201, 6, 1), "6.0 (APEX)"},
+      {"Brightness", signedRational(0x9203, -1, 1), "-1.0 (APEX)"},
+      {"Aperture", rationals(0x9202, {uintMax, uintMax}), "1.0 (APEX)"},
+      {"Flash Energy", rationals(0xA20B, {3, 2}), "1.5 (BCPS)"},
+      {"Focal Length", rationals(0x920A, {545, 100}), "5.4 (mm)"},
+      {"Focal Length", rationals(0x920A, {50, 1}), "50.0 (mm)"},
+      {"Focal Length", rationals(0x920A, {50, 0}), nullptr},
+      {"ISO Speed Ratings", shorts(0x8827, {100, 200}), "100"},
+      {"ISO Speed Ratings", shorts(0x8827, {0}), nullptr},
+      {"ISO Speed Ratings", shorts(0x8827, {65535}), "65535"},
+      {"Image Width", longs(0x100, {0x7FFFFFFF}), "2147483647"},
+      {"Image Height", longs(0x101, {0x80000000}), "-2147483648"},
+      {"Pixels - X Dimension", longs(0xA002, {uintMax}), "-1"},
+      {"Focal length in 35 mm film", shorts(0xA405, {0}), "0"},
+  };
+  for (const auto& [label, entry, expected] : cases)
+    EXPECT_EQ(shown(label, entry), expected ? std::optional<std::string>(expected) : std::nullopt)
+        << label;
+}
+
+TEST_F(ValueRulesTest, TextsAreDataAndEndAtAZero) {
+  const std::string letters(300, 'n'), code = "ASCII+++";
+  const struct {
+    const char* label;
+    Entry entry;
+    std::string expected;
+  } cases[] = {
+      {"Make", text(0x10F, "%s%n%d %%"), "%s%n%d %%"},
+      {"Model", text(0x110, std::string("ab\0cd", 5)), "ab"},
+      {"Artist", text(0x13B, "").atOffset(), ""},
+      {"Software", field(0x131, typeAscii, 20, 0xFFFFFFF), ""},
+      {"Unique image ID", text(0xA420, letters), letters.substr(0, 34)},
+      {"Related audio file", text(0xA004, "%n001.WAV"), "%n001.WAV"},
+      {"File change date and time", text(0x132, "2002:05:14 10:20:30"), "2002/05/14 10:20:30"},
+      {"Date and Time of Original", text(0x9003, "2002:05"), "2002/05"},
+      {"Date and Time of Digitization", text(0x9004, ":::::::::::::::::::"), "//////////:::::::::"},
+      {"DateTime subseconds", text(0x9290, "25").atOffset(), "25"},
+      {"Maker Note", bytes(0x927C, letters), letters.substr(0, 255)},
+      {"Maker Note", bytes(0x927C, std::string("no\0te", 5)), "no"},
+      {"Maker Note", bytes(0x927C, "").withCount(0), ""},
+      {"User Comment", bytes(0x9286, code + "%s"), "%s"},
+      {"User Comment", bytes(0x9286, code), ""},
+      {"FlashPix Version", bytes(0xA000, "0100"), "1.00"},
+      {"FlashPix Version", bytes(0xA000, "1000"), "10.00"},
+      {"FlashPix Version", bytes(0xA000, "01"), "1."},
+      {"FlashPix Version", bytes(0xA000, ""), ""},
+      {"Component Configuration", bytes(0x9101, std::string("\1\2\3\0", 4)), "YCbCr"},
+      {"Component Configuration", bytes(0x9101, std::string("\4\5\6\0", 4)), "RGB"},
+      {"Component Configuration", bytes(0x9101, "\7\1\xFF\2"), "Does not existYCb"},
+      {"Component Configuration", bytes(0x9101, std::string("\0\2\3\0", 4)), "Does not exist"},
+  };
+  for (const auto& [label, entry, expected] : cases) EXPECT_EQ(shown(label, entry), expected);
+}
+
+TEST_F(ValueRulesTest, EnumerationsHaveGapsAndDefaults) {
+  const std::string row0 = "Row 0 is at the visible ";
+  const struct {
+    const char* label;
+    uint16_t tag;
+    int value;
+    std::string expected;
+  } cases[] = {
+      {"Orientation of image", 0x112, 0, "reserved"},
+      {"Orientation of image", 0x112, 2,
+       row0 + "top of the image, and column 0 is at the visible right-hand side."},
+      {"Orientation of image", 0x112, 8,
+       row0 + "left-hand side of the image, and column 0 is at the visible bottom."},
+      {"Unit of resolution", 0x128, 3, "centimeters"},
+      {"Y and C positioning", 0x213, 2, "co-sited"},
+      {"Exposure program", 0x8822, 8, "Landscape mode"},
+      {"Metering Mode", 0x9207, 7, "reserved"},
+      {"Metering Mode", 0x9207, 255, "Other"},
+      {"Light Source", 0x9208, 4, "reserved"},
+      {"Light Source", 0x9208, 22, "D75"},
+      {"Flash", 0x9209, 0, "Flash did not fire"},
+      {"Flash", 0x9209, 9, "Not defined"},
+      {"Flash", 0x9209, 0x59, "Flash fired, auto mode, red-eye reduction mode"},
+      {"Color Space", 0xA001, 2, "reserved"},
+      {"Color Space", 0xA001, 65535, "Uncalibrated"},
+      {"Focal plane response unit", 0xA210, 2, "inches"},
+      {"Sensing method", 0xA217, 1, "Not defined"},
+      {"Sensing method", 0xA217, 7, "Trilinear sensor"},
+      {"File source", 0xA300, 3, "DSC"},
+      {"File source", 0xA300, 1, "Not DSC"},
+      {"Scene type", 0xA301, 1, "A directly photographed image"},
+      {"Scene type", 0xA301, 0, "reserved"},
+      {"Custom image processing", 0xA401, 1, "Custom process"},
+      {"Exposure mode", 0xA402, 2, "Auto bracket"},
+      {"White balance", 0xA403, 1, "Manual white balance"},
+      {"Scene capture type", 0xA406, 3, "Night scene"},
+      {"Gain control", 0xA407, 4, "High gain down"},
+      {"Contrast", 0xA408, 1, "Soft"},
+      {"Saturation", 0xA409, 2, "High saturation"},
+      {"Sharpness", 0xA40A, 3, "reserved"},
+  };
+  for (const auto& [label, tag, value, expected] : cases) {
+    const bool isByte = tag == 0xA300 || tag == 0xA301;
+    const Entry entry = isByte ? bytes(tag, std::string(1, char(value))) : shorts(tag, {value});
+    EXPECT_EQ(shown(label, entry), expected) << label << ' ' << value;
+  }
+}
+
+TEST_F(ValueRulesTest, VersionsCarryTheInteroperabilityRules) {
+  const auto versionOf = [&](const std::string& version) {
+    const Picture picture{.image = {exifPointer()},
+                          .exif = {bytes(0x9000, version), interoperabilityPointer()},
+                          .interoperability = {bytes(1, "R98", typeAscii)}};
+    return itemsOf(fileOf(tiffBytes(picture, Order::ii))).at(0).second;
+  };
+  EXPECT_EQ(versionOf("0220"), "2.20(R98)");
+  EXPECT_EQ(versionOf("210"), "21.0(R98)");
+  EXPECT_EQ(versionOf("0200"), "2.00");
+}
+
+TEST_F(ValueRulesTest, NumbersKeepTheirPointInEveryLocale) {
+  const char* comma = nullptr;
+  for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "fr_FR", "pt_BR.UTF-8"})
+    if (!comma) comma = std::setlocale(LC_ALL, name);
+  if (!comma) GTEST_SKIP() << "no locale with a decimal comma";
+  EXPECT_EQ(shown("F-number", rationals(0x829D, {28, 10})), "2.8");
+  EXPECT_EQ(shown("Focal Length", rationals(0x920A, {123450, 10})), "12345.0 (mm)");
+  std::setlocale(LC_ALL, "C");
+}
+
+}  // namespace
+}  // namespace exifkeep::test
