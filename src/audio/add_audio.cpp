@@ -36,7 +36,7 @@ void annotate(const Annotation& annotation, ExifMetadata& metadata) {
 }
 
 // The name alone decides how a picture is written, here and below: a TIFF file named .jpg becomes a
-// JPEG file. That is intended; the other way round goes for it as well.
+// JPEG file, a JPEG file named .tif a TIFF file. Intended: hosts go by the name as well.
 bool rewriteExifPicture(ExifReader& reader, const char* path, const Annotation& annotation,
                         PRaster* image, PRaster* thumbnail) {
   ExifMetadata metadata = {};
