@@ -71,65 +71,60 @@ PRaster picture(unsigned width, unsigned height, int bits) {
   return image;
 }
 
-std::unique_ptr<PRasterBlock> decoded(const std::string& file, const std::string& jpeg) {
-  std::ofstream(file, std::ios::binary) << jpeg;
-  return ImageCodecBridge().loadImageFile(file.c_str());
-}
-
 std::string temporaryThumbnail() {
   char directory[256];
   GetTempPathA(sizeof directory, directory);
   return std::filesystem::path(directory) / temporaryJpegName;
 }
 
-std::string textOf(const TagRow& row) {
-  // Some fill their field to the last byte.
-  const bool isFull = row.tag % 5 == 0 && row.fetch != Fetch::shortText;
-  std::string text(isFull ? row.limit : 3 + row.tag % 6, ' ');
-  for (size_t i = 0; i < text.size(); ++i) text[i] = static_cast<char>('a' + (row.tag + i) % 26);
-  return text;
+std::string pattern(unsigned tag, size_t size) {
+  constexpr unsigned powers[] = {1, 9, 81, 729, 6561};
+  std::string bytes;
+  for (size_t i = 0; i < size; ++i) bytes += static_cast<char>('1' + tag / powers[i % 5] % 9);
+  return bytes;
+}
+
+// Some texts fill their field to the last byte.
+size_t textLength(const TagRow& row) {
+  return row.tag % 5 == 0 && row.fetch != Fetch::shortText ? row.limit : 3 + row.tag % 6;
+}
+
+namespace {
+
+// Bytes in memory and in the file are the same here: both are little-endian.
+std::string fieldBytes(const TagRow& row) {
+  switch (row.fetch) {
+    case Fetch::rawText:
+      return pattern(row.tag, row.limit);
+    case Fetch::bytes:
+    case Fetch::text:
+    case Fetch::shortText:
+      // What stands behind a zero byte is not text.
+      return pattern(row.tag, textLength(row)) +
+             (row.type == TiffType::undefined ? std::string("\0junk", 5) : "");
+    case Fetch::userComment:
+      return "ASCII";
+    default:
+      return pattern(row.tag, row.capacity);
+  }
 }
 
 void fillRecord(TagTable table, void* record) {
-  static const std::string note("\0note\1\2", 7), comment = "words";
   for (const TagRow& row : table) {
     if (row.flag == noField) continue;
     const uint32_t present = 1;
     std::memcpy(static_cast<char*>(record) + row.flag, &present, sizeof present);
-    if (row.field == noField) continue;
-    std::string value;
-    const auto add = [&value](unsigned item, size_t size) {
-      for (size_t i = 0; i < size; ++i) value += static_cast<char>(item >> 8 * i);
-    };
-    if (row.fetch == Fetch::rationals)
-      for (unsigned i = 0; i < row.limit * 2u; ++i) add(row.tag * 100u + i, 4);
-    else if (row.fetch == Fetch::shorts || row.fetch == Fetch::subjectArea)
-      for (unsigned i = 0; i < row.limit; ++i) add(row.tag + i, 2);
-    else if (row.fetch == Fetch::rawText)
-      for (unsigned i = 0; i < row.limit; ++i) add('0' + (row.tag + i) % 10, 1);
-    else if (row.fetch == Fetch::rawByte)
-      add(row.tag, 1);
-    else if (row.fetch == Fetch::shortValue)
-      add(row.tag, 2);
-    else if (row.type == TiffType::long_)
-      add(row.tag * 0x10001u, 4);
-    else if (row.fetch == Fetch::userComment)
-      value = "ASCII";
-    else if (row.fetch != Fetch::makerNote)
-      // What stands behind a zero byte is not text.
-      value = textOf(row) + (row.type == TiffType::undefined ? std::string("\0junk", 5) : "");
-    if (row.fetch == Fetch::makerNote || row.fetch == Fetch::userComment) {
-      auto& exif = *static_cast<ExifIfdRecord*>(record);
-      exif.makerNote = reinterpret_cast<const uint8_t*>(note.data());
-      exif.makerNoteLength = static_cast<uint32_t>(note.size());
-      exif.userComment = reinterpret_cast<const uint8_t*>(comment.data());
-      exif.userCommentLength = static_cast<uint32_t>(comment.size());
-    }
-    value.resize(std::min<size_t>(value.size(), row.capacity));
+    const std::string bytes = fieldBytes(row);
     if (row.fetch != Fetch::makerNote)
-      std::memcpy(static_cast<char*>(record) + row.field, value.data(), value.size());
+      std::memcpy(static_cast<char*>(record) + row.field, bytes.data(), bytes.size());
   }
 }
+
+const uint8_t* bytesIn(const std::string& text) {
+  return reinterpret_cast<const uint8_t*>(text.data());
+}
+
+}  // namespace
 
 ExifMetadata fullRecords() {
   ExifMetadata metadata = {};
@@ -137,6 +132,10 @@ ExifMetadata fullRecords() {
   fillRecord(imageTags, &metadata.thumbnail);
   fillRecord(exifTags, &metadata.exif);
   fillRecord(gpsTags, &metadata.gps);
+  metadata.exif.makerNote = bytesIn(makerNote);
+  metadata.exif.makerNoteLength = static_cast<uint32_t>(makerNote.size());
+  metadata.exif.userComment = bytesIn(userComment);
+  metadata.exif.userCommentLength = static_cast<uint32_t>(userComment.size());
   metadata.exif.isR98Interoperability = 1;
   return metadata;
 }
@@ -185,10 +184,8 @@ ExifMetadata afterSave(ExifMetadata source) {
     image->hasArtist = image->hasPhotometricInterpretation = image->hasSamplesPerPixel = 0;
     image->hasPlanarConfiguration = image->hasStripOffsets = image->hasRowsPerStrip = 0;
     image->hasStripByteCounts = 0;
-    for (auto [flag, value, perInch] :
-         {std::tuple{&image->hasXResolution, &image->xResolution, 72u},
-          std::tuple{&image->hasYResolution, &image->yResolution, 150u}})
-      if (!std::exchange(*flag, 1)) *value = {perInch, 1};
+    if (!std::exchange(image->hasXResolution, 1)) image->xResolution = {72, 1};
+    if (!std::exchange(image->hasYResolution, 1)) image->yResolution = {150, 1};
   }
   source.primary.hasDateTime = 1;
   source.thumbnail.hasExifIfdPointer = source.thumbnail.hasGpsIfdPointer = 0;

@@ -48,17 +48,15 @@ class SaveTest : public testing::Test {
 // Four quarters of different colours, 72 by 150 dots per inch.
 PRaster picture(unsigned width, unsigned height, int bits = 24);
 
-// An empty picture when the bytes cannot be decoded.
-std::unique_ptr<PRasterBlock> decoded(const std::string& file, const std::string& jpeg);
-
 // The temporary file of thumbnails.
 std::string temporaryThumbnail();
 
-// Sets every field of a table to a value that tells it from the others, and every flag.
-void fillRecord(TagTable table, void* record);
+// What tells the value of a tag from those of others: digits from 1 to 9.
+std::string pattern(unsigned tag, size_t size);
+size_t textLength(const TagRow& row);
+// Sets every flag, and every field to its tag's pattern.
 ExifMetadata fullRecords();
-// The text that fillRecord gives a field.
-std::string textOf(const TagRow& row);
+inline const std::string makerNote("\0note\1\2", 7), userComment = "words";
 
 // Every flag and every present value but those a save renews: pointers and DateTime.
 void expectSameRecords(const ExifMetadata& written, const ExifMetadata& expected);

@@ -194,23 +194,15 @@ const std::vector<Row> gpsRows = {
     {12, 7, 2}, {9, 7, 2},  {7, 5, 3},  {15, 5, 1}, {14, 7, 2},
 };
 
-// The value that fillRecord gave the field, as it stands in a file.
+// The value that the field got in the full records, as it stands in a file.
 std::string valueOf(const Row& row, TagTable table) {
-  std::string value;
-  const auto add = [&value](unsigned item, size_t size) {
-    for (size_t i = 0; i < size; ++i) value += static_cast<char>(item >> 8 * i);
-  };
-  if (row.type == 2) return textOf(*findTag(table, static_cast<uint16_t>(row.tag))) + '\0';
-  if (row.tag == 37500) return std::string("\0note\1\2", 7);
-  if (row.tag == 37510) return std::string("ASCII\0\0\0words", 13);
-  if (row.tag == 5 && row.type == 7) return std::string("\5\0", 2);
-  if (row.type == 4) add(row.tag * 0x10001, 4);
-  for (unsigned i = 0; i < row.count * 2 && row.type % 5 == 0; ++i) add(row.tag * 100 + i, 4);
-  for (unsigned i = 0; i < row.count && row.type == 3; ++i) add(row.tag + i, 2);
-  if (row.type == 7 && row.count == 1) add(row.tag, 1);
-  for (unsigned i = 0; i < row.count && row.type == 7 && row.count > 1; ++i)
-    add('0' + (row.tag + i) % 10, 1);
-  return value;
+  constexpr size_t sizes[] = {0, 0, 1, 2, 4, 8, 0, 1, 0, 0, 8};
+  if (row.tag == 37500) return makerNote;
+  if (row.tag == 37510) return std::string("ASCII\0\0\0", 8) + userComment;
+  if (row.tag == 5 && row.type == 7) return pattern(5, 1) + '\0';
+  if (row.type == 2)
+    return pattern(row.tag, textLength(*findTag(table, static_cast<uint16_t>(row.tag)))) + '\0';
+  return pattern(row.tag, sizes[row.type] * row.count);
 }
 
 // What a save gives another value: the time and the positions.
