@@ -67,13 +67,16 @@ bool saveTiff(ExifReader& reader, const char* destination, PRaster* picture,
   return false;
 }
 
-// The caller's Software, empty or not, always goes along; all else is the codec's.
-void takeCodecFields(ExifReader& reader, ExifFile& saved, ImageIfdRecord& primary) {
+// The caller's Software, empty or not, always goes along; all else is the codec's. False when the
+// file did not yield all that describes the strip: nobody could open the picture.
+bool takeCodecFields(ExifReader& reader, ExifFile& saved, ImageIfdRecord& primary) {
   char software[sizeof primary.software];
   std::memcpy(software, primary.software, sizeof software);
   readSavedTiffDirectory(reader, saved, primary);
   std::memcpy(primary.software, software, sizeof software);
   primary.hasSoftware = 1;
+  return primary.hasImageWidth && primary.hasImageLength && primary.hasBitsPerSample &&
+         primary.hasCompression && primary.hasSamplesPerPixel;
 }
 
 }  // namespace
@@ -98,7 +101,7 @@ bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
 bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
                      PRaster* thumbnail, ExifIfdRecord& exif, ImageIfdRecord& primary) {
   return saveTiff(reader, destination, picture, [&](ExifFile& saved, uint64_t) {
-    takeCodecFields(reader, saved, primary);
+    if (!takeCodecFields(reader, saved, primary)) return FrontPart();
     return buildNewTiffBlock(reader, *picture, thumbnail, exif, primary);
   });
 }

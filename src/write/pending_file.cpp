@@ -18,17 +18,18 @@ std::string finalPath(const char* path) {
       CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return {};
-  std::string name(GetFinalPathNameByHandleA(file, nullptr, 0, FILE_NAME_NORMALIZED), '\0');
-  const DWORD length = GetFinalPathNameByHandleA(file, name.data(), static_cast<DWORD>(name.size()),
-                                                 FILE_NAME_NORMALIZED);
+  char name[4096];
+  const DWORD length = GetFinalPathNameByHandleA(file, name, sizeof name, FILE_NAME_NORMALIZED);
   CloseHandle(file);
-  name.resize(length < name.size() ? length : 0);
-  return name;
+  return std::string(name, length < sizeof name ? length : 0);
 }
 
 bool createNew(const char* path, DWORD attributes) {
   const HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
-  return file != INVALID_HANDLE_VALUE && CloseHandle(file);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  if (CloseHandle(file)) return true;
+  DeleteFileA(path);
+  return false;
 }
 
 size_t fileNameAt(std::string_view path) {
