@@ -62,6 +62,7 @@ inline void makeSource(const std::string& path, const SourceKind& kind) {
   TIFFSetField(tiff, EXIFTAG_DATETIMEORIGINAL, "2004:07:01 12:00:00");
   TIFFSetField(tiff, EXIFTAG_MAKERNOTE, 6, "a note");
   TIFFWriteCustomDirectory(tiff, &exif);
+  TIFFFreeDirectory(tiff);
   const double latitude[] = {48, 12, 30};
   TIFFCreateGPSDirectory(tiff);
   TIFFSetField(tiff, GPSTAG_LATITUDEREF, "N");
