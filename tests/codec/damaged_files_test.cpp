@@ -103,18 +103,21 @@ TEST_F(DamagedFiles, RefusesTwelveBitsAndSkipsExtraneousBytes) {
   EXPECT_TRUE(loads(extraneous));
 }
 
-// A progressive picture of 20000 scans, each of which says nothing about 32 megapixels.
+// A progressive picture whose first component's DC (code 00: no difference) comes again and again.
 TEST_F(DamagedFiles, EndlessScansAreCutShort) {
-  Bytes jpeg = saved("a.jpg", patterned(8, 8000, 4000));
+  Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
   put(jpeg, 158, {0xFF, 0xC2});  // SOF2
   jpeg.resize(2 + 18 + 138 + 19 + 432);
-  for (int i = 0; i < 20000; ++i) {
-    const Bytes emptyScan = {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0x01};
-    jpeg.insert(jpeg.end(), emptyScan.begin(), emptyScan.end());
+  for (int scans = 1; scans <= 110; ++scans) {
+    const Bytes scan = {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0, 0x3F};
+    jpeg.insert(jpeg.end(), scan.begin(), scan.end());
+    Bytes ended = jpeg;
+    ended.insert(ended.end(), {0xFF, 0xD9});
+    if (scans % 10 == 0) {
+      EXPECT_EQ(loads(ended), scans <= 100) << scans;
+      EXPECT_FALSE(loads(jpeg)) << scans;  // more scans may be missing
+    }
   }
-  const auto start = Clock::now();
-  EXPECT_FALSE(loads(jpeg));
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(30));
 }
 
 TEST_F(DamagedFiles, OnlyRegularFilesOpen) {
