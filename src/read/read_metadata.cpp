@@ -99,6 +99,16 @@ bool readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) 
   return true;
 }
 
+// Does `work` with the open file when it is an Exif file.
+template <class Work>
+bool withExifFile(ExifReader& reader, const char* path, Work work) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  if (!reader.probeFile(file)) return false;
+  work(file);
+  return true;
+}
+
 }  // namespace
 
 void decodeImageEntry(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
@@ -120,28 +130,23 @@ void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record
 }
 
 bool readExifDirectory(ExifReader& reader, const char* path, ExifIfdRecord& record) {
-  if (!hasExifExtension(path)) return false;
-  ExifFile file(path);
-  if (!reader.probeFile(file)) return false;
-  readExifDirectory(reader, file, record);
-  return true;
+  return withExifFile(reader, path,
+                      [&](ExifFile& file) { readExifDirectory(reader, file, record); });
 }
 
 bool readPrimaryDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record) {
-  if (!hasExifExtension(path)) return false;
-  ExifFile file(path);
-  if (!reader.probeFile(file)) return false;
-  readPrimaryDirectory(reader, file, record);
-  return true;
+  return withExifFile(reader, path,
+                      [&](ExifFile& file) { readPrimaryDirectory(reader, file, record); });
 }
 
 bool readGpsDirectory(ExifReader& reader, const char* path, GpsIfdRecord& record) {
-  ImageIfdRecord primary;
-  if (!readPrimaryDirectory(reader, path, primary)) return false;
-  ExifFile file(path);
-  if (!file.isOpen()) return false;
-  file.setLayout(reader.tiffBase(), reader.littleEndian);
-  return readGpsDirectory(reader, file, record);
+  bool isRead = false;
+  withExifFile(reader, path, [&](ExifFile& file) {
+    ImageIfdRecord primary;
+    readPrimaryDirectory(reader, file, primary);
+    isRead = readGpsDirectory(reader, file, record);
+  });
+  return isRead;
 }
 
 bool readThumbnailDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record) {
