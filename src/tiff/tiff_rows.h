@@ -45,7 +45,7 @@ constexpr auto inserting(const std::array<OutputRow, n>& rows, uint16_t tag, Out
 
 // clang-format off
 
-// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever the source's were.
+// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever they were there.
 inline constexpr OutputRow tiffPrimaryRows[] = {
     Image::copy(tag::make),
     Image::copy(tag::samplesPerPixel),
