@@ -1,0 +1,7 @@
+// Saving as JPEG.
+#include "saving.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  exifkeep::fuzz::saveFromInput({data, size}, "jpg");
+  return 0;
+}

@@ -1,0 +1,48 @@
+#include "saving.h"
+
+#include <exifkeep/exifkeep.h>
+
+#include <filesystem>
+
+namespace exifkeep::fuzz {
+
+namespace {
+
+constexpr unsigned width = 24, height = 16;
+constexpr int processCodes = 8;  // 2 to 6 mean something, those around them nothing
+
+struct Choice {
+  explicit Choice(unsigned bits)
+      : processCode(static_cast<int>(bits % processCodes)),
+        overSource(bits & 8),
+        hasThumbnail(bits & 16) {}
+  int processCode;
+  bool overSource, hasThumbnail;
+};
+
+// What was saved is read like any other file.
+void requireReadable(const std::string& path) {
+  const int isExif = IsExifFile(path.c_str());
+  CPtrList list;
+  require(GetExifInfo(path.c_str(), &list) == isExif, "a saved file that cannot be listed");
+  require(FreeInfoList(&list) == 1, "items left over");
+  PRaster thumbnail;
+  require(OpenExifFile(path.c_str(), nullptr, &thumbnail) == isExif, "a saved file does not open");
+}
+
+}  // namespace
+
+void saveFromInput(const PictureInput& input, const char* extension) {
+  const Choice choice(input.choice());
+  const std::string destination =
+      choice.overSource ? input.path() : scratchPath(std::string("saved.") + extension);
+  if (!choice.overSource) std::filesystem::remove(destination);
+  PRaster picture = makePicture(width, height), thumbnail = makePicture(16, 12);
+  require(SaveProcessFile(input.path().c_str(), destination.c_str(), choice.processCode, &picture,
+                          choice.hasThumbnail ? &thumbnail : nullptr) == 1,
+          "a source that keeps a picture from being saved");
+  require(isPicture(destination, width, height), "a saved file that is not the picture");
+  requireReadable(destination);
+}
+
+}  // namespace exifkeep::fuzz

@@ -1,0 +1,12 @@
+// Saving a small picture with the input as source of its metadata: to a new file, or over the
+// source when the choice says so.
+#pragma once
+
+#include "input.h"
+
+namespace exifkeep::fuzz {
+
+// REQUIRES: `extension` without '.'.
+void saveFromInput(const PictureInput& input, const char* extension);
+
+}  // namespace exifkeep::fuzz
