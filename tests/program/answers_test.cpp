@@ -133,12 +133,5 @@ TEST_F(Answers, OutputThatCannotBeWrittenIsNoticed) {
   }
 }
 
-// With standard output closed its number must not go to the picture, which is opened for writing.
-TEST_F(Answers, ClosedStreamsDoNotReachThePicture) {
-  const std::string before = shell_.read("exif.jpg");
-  EXPECT_EQ(shell_.run("$E info exif.jpg gone.jpg >&- 2>&- <&-").status, 3);
-  EXPECT_EQ(shell_.read("exif.jpg"), before);
-}
-
 }  // namespace
 }  // namespace exifkeep::test
