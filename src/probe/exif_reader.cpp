@@ -4,7 +4,7 @@
 
 #include "imageio/path_extension.h"
 #include "probe/directory_entries.h"
-#include "read/tags.h"
+#include "probe/tags.h"
 
 namespace exifkeep {
 

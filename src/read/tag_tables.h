@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <span>
 
+#include "probe/tags.h"
 #include "read/records.h"
-#include "read/tags.h"
 
 namespace exifkeep {
 

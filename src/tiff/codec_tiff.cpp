@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "probe/directory_entries.h"
+#include "probe/tags.h"
 #include "read/read_metadata.h"
-#include "read/tags.h"
 
 namespace exifkeep {
 

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "program/exif_fixture.h"
-#include "read/tags.h"
+#include "probe/tags.h"
 #include "tiff/codec_tiff.h"
 #include "tiff/save_tiff.h"
 #include "tiff/tiff_pictures.h"
