@@ -24,9 +24,8 @@ void describeRgb(ImageIfdRecord& record, unsigned width, unsigned height) {
 
 void describeTruly(ExifMetadata& metadata, const PRaster& picture, const PRaster* hostThumbnail) {
   ImageIfdRecord& primary = metadata.primary;
-  if (!primary.hasSamplesPerPixel)
-    primary.hasSamplesPerPixel = primary.hasBitsPerSample = primary.hasCompression =
-        primary.hasImageWidth = primary.hasImageLength = 1;
+  primary.hasSamplesPerPixel = primary.hasBitsPerSample = primary.hasCompression =
+      primary.hasImageWidth = primary.hasImageLength = 1;
   describeRgb(primary, picture.GetImageWidth(), picture.GetImageHeight());
 
   if (hostThumbnail && !hostThumbnail->IsEmpty())
