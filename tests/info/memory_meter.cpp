@@ -1,11 +1,10 @@
-// Replaces the program's allocation functions. The nothrow and array forms are replaced too:
-// sanitizers bring their own, which would not be counted.
+// Replaces the program's allocation functions, the nothrow and array forms too: sanitizers bring
+// their own of these, which would not be counted.
 #include "info/memory_meter.h"
 
 #include <cstdlib>
 #include <new>
 
-namespace exifkeep::test {
 namespace {
 
 thread_local std::size_t allocated = 0;
@@ -15,7 +14,7 @@ thread_local bool isLasting = false;
 void* allocate(std::size_t size) noexcept {
   if (toFailure > 0 && --toFailure == 0) {
     ++failures;
-    if (isLasting) toFailure = 1;
+    toFailure = isLasting;
     return nullptr;
   }
   allocated += size;
@@ -24,31 +23,22 @@ void* allocate(std::size_t size) noexcept {
 
 void* allocateOrThrow(std::size_t size) {
   void* memory = allocate(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+  return memory != nullptr ? memory : throw std::bad_alloc();
 }
 
 }  // namespace
 
-void resetMeter() {
-  allocated = 0;
-  failures = 0;
-}
-std::size_t bytesAllocated() {
+std::size_t exifkeep::test::bytesAllocated() {
   return allocated;
 }
-int allocationsFailed() {
-  return failures;
-}
-void failAllocations(int n, bool lasting) {
+void exifkeep::test::failAllocations(int n, bool lasting) {
+  failures = 0;
   toFailure = n;
   isLasting = lasting;
 }
-
-}  // namespace exifkeep::test
-
-using exifkeep::test::allocate;
-using exifkeep::test::allocateOrThrow;
+int exifkeep::test::allocationsFailed() {
+  return failures;
+}
 
 // clang-format off
 void* operator new(std::size_t size) { return allocateOrThrow(size); }

@@ -5,12 +5,12 @@
 
 namespace exifkeep::test {
 
-void resetMeter();
+// Since the thread began.
 std::size_t bytesAllocated();
-// Allocations that failed because failAllocations said so.
-int allocationsFailed();
 
 // Makes the n-th allocation from now on fail, and with `lasting` all that follow it; n = 0 none.
 void failAllocations(int n, bool lasting = false);
+// How many have failed since.
+int allocationsFailed();
 
 }  // namespace exifkeep::test

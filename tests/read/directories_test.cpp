@@ -1,5 +1,5 @@
 // Which directories are read and from where: the GPS position and its oddities, IFD1, the
-// interoperability directory and the version rule, records that stay untouched.
+// interoperability directory and the version rule.
 #include "read/reading.h"
 
 namespace exifkeep::test {
@@ -118,26 +118,6 @@ TEST_F(DirectoriesTest, RepeatedInteroperabilityDirectoriesAddUpInOrder) {
                               .gps = {bytes(1, "R03"), bytes(2, "0200")}});
     EXPECT_EQ(result->exif.isR98Interoperability, 1u);
     EXPECT_STREQ(result->exif.interoperabilityVersion, expected);
-  }
-}
-
-TEST_F(DirectoriesTest, FilesThatAreNoExifFilesLeaveRecordsUntouched) {
-  const Picture noVersion{
-      .image = {exifPointer(), gpsPointer()}, .exif = {shorts(0x9209, {1})}, .gps = {speedRef}};
-  const Picture good{.image = {exifPointer()}, .exif = {version()}};
-  const std::string paths[] = {fileOf(tiffBytes(noVersion, Order::ii)), path("missing.jpg"),
-                               fileOf(tiffBytes(good, Order::ii), "x.png")};
-  ExifIfdRecord exif = {};
-  ImageIfdRecord primary = {};
-  GpsIfdRecord gps = {};
-  exif.hasFlash = primary.hasMake = gps.hasGpsDop = 7;  // a value that no reader stores
-  for (const std::string& name : paths) {
-    ExifReader reader;
-    EXPECT_FALSE(readExifDirectory(reader, name.c_str(), exif));
-    EXPECT_FALSE(readPrimaryDirectory(reader, name.c_str(), primary));
-    EXPECT_FALSE(readGpsDirectory(reader, name.c_str(), gps));
-    EXPECT_FALSE(readExifMetadata(reader, name.c_str(), exif, primary, nullptr, &gps));
-    EXPECT_TRUE(exif.hasFlash == 7 && primary.hasMake == 7 && gps.hasGpsDop == 7) << name;
   }
 }
 
