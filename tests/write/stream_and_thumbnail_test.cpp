@@ -5,6 +5,7 @@
 
 #include "write/jpeg_stream.h"
 #include "write/save_fixture.h"
+#include "write/save_jpeg.h"
 #include "write/thumbnail.h"
 
 namespace exifkeep::test {
@@ -48,7 +49,14 @@ TEST_F(JpegStreamTest, GathersTheTablesAndDropsApp0) {
     // The file is written over, never cut.
     const size_t left = std::max(stream.size(), compact.size()) - compact.size();
     EXPECT_EQ(left, size_t(std::max(0, app0 - 49)));
-    EXPECT_TRUE(read("a.jpg") == compact + stream.substr(stream.size() - left)) << app0;
+    const std::string written = compact + stream.substr(stream.size() - left);
+    EXPECT_TRUE(read("a.jpg") == written) << app0;
+    // A save with records writes the same around its segment.
+    codecFiles.picture = stream;
+    PRaster image = picture(8, 6);
+    ASSERT_TRUE(saveJpegWithRecords(reader_, path("b.jpg").c_str(), true, &image, nullptr, {}));
+    const std::string saved = read("b.jpg");
+    EXPECT_TRUE(saved == soi + segmentOf(saved) + written.substr(2)) << app0;
   }
 }
 
@@ -65,6 +73,7 @@ TEST_F(JpegStreamTest, LeavesStreamsOfAnotherLayoutAlone) {
       soi + segment(0xE1, "Exif") + codecHeaders() + data,
       soi + segment(0xE0, "") + segment(0xE0, "") + codecHeaders() + data,
       soi + "\xFF\xE0\xFF\xF0" + codecHeaders() + data,
+      soi + codecHeaders().replace(592, 1, "\x0D") + data,
       soi + codecHeaders().insert(589, segment(0xDD, "\1\1")) + data,
   };
   const std::string headers = soi + segment(0xE0, counted(14, 0)) + codecHeaders();
