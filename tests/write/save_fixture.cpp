@@ -60,7 +60,7 @@ ExifMetadata SaveTest::recordsOf(const std::string& name) {
 
 PRaster picture(unsigned width, unsigned height, int bits) {
   PRaster image;
-  image.CreateImage(PRaster::GetImageType(bits, 0), width, height, 0, 0, 2835, 5906);
+  image.CreateImage(PRaster::GetImageType(bits, 0), width, height, 0, 0, 2815, 5886);
   constexpr unsigned colours[2][2] = {{0x0000FF, 0x00FF00}, {0xFF0000, 0xFFFFFF}};
   constexpr unsigned levels[2][2] = {{255, 90}, {160, 220}};
   for (unsigned y = 0; y < height; ++y)

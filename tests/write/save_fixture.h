@@ -45,7 +45,7 @@ class SaveTest : public testing::Test {
   std::deque<ExifReader> readers_;
 };
 
-// Four quarters of different colours, 72 by 150 dots per inch.
+// Four quarters of different colours, 71.501 by 149.504 dots per inch: 72 by 150 when rounded.
 PRaster picture(unsigned width, unsigned height, int bits = 24);
 
 // The temporary file of thumbnails.

@@ -105,17 +105,28 @@ TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
   makeSource("a.JPG", fullRecords());
   ASSERT_TRUE(savePlain(reader_, path("bare.jpg").c_str(), &image_));
   fs::copy(path("bare.jpg"), path("bare.tif"));
+  write("exif.tif", std::string("II*\0\x08\0\0\0\1\0\x69\x87\4\0\1\0\0\0\x1a\0\0\0\0\0\0\0"
+                                "\1\0\0\x90\7\0\4\0\0\0"
+                                "0220\0\0\0\0",
+                                44));
+  ASSERT_TRUE(holdsExif("exif.tif"));
   const struct {
     const char *from, *to;
     int result;
     bool keeps;
     int boxes;
   } cases[] = {
-      {"a.JPG", "1.jpeg", 1, true, 0},    {"a.JPG", "2.jpe", 1, true, 0},
-      {"a.JPG", "3.tif", 1, false, 0},    {"a.JPG", "4.png", 1, false, 0},
-      {"bare.jpg", "5.jpg", 1, false, 0}, {"bare.tif", "6.jpg", 1, false, 0},
-      {"none.jpg", "7.jpg", 1, false, 0}, {"a.JPG", "jpg", 0, false, 1},
-      {"a.JPG", "8.xyz", 0, false, 1},    {"a.JPG", "no/such/folder.jpg", 0, false, 0},
+      {"a.JPG", "1.jpeg", 1, true, 0},
+      {"a.JPG", "2.jpe", 1, true, 0},
+      {"a.JPG", "3.tif", 1, false, 0},
+      {"a.JPG", "4.png", 1, false, 0},
+      {"bare.jpg", "5.jpg", 1, false, 0},
+      {"bare.tif", "6.jpg", 1, false, 0},
+      {"none.jpg", "7.jpg", 1, false, 0},
+      {"exif.tif", "8.jpg", 1, false, 0},
+      {"a.JPG", "jpg", 0, false, 1},
+      {"a.JPG", "9.xyz", 0, false, 1},
+      {"a.JPG", "no/such/folder.jpg", 0, false, 0},
   };
   for (const auto& [from, to, result, keeps, boxes] : cases) {
     boxes_ = 0;
