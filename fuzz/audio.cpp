@@ -70,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                               : AddAudio(picture.get(), software.get(), &image, nullptr);
   require(result == 0 || result == 1 || (isCopied && result == 2), "a result that does not exist");
   if (result == 1)
-    require(isPicture(picture.get(), width, height), "a saved file that is not the picture");
+    requireSaved(picture.get(), width, height);
   else
     require(readFile(path) == input.bytes(), "a failed call that changed the picture");
   std::filesystem::remove_all(folder);

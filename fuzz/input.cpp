@@ -1,6 +1,6 @@
 #include "input.h"
 
-#include <afxwin.h>
+#include <exifkeep/exifkeep.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -10,6 +10,7 @@
 #include <iterator>
 
 #include "imageio/image_codec_bridge.h"
+#include "imageio/path_extension.h"
 
 namespace exifkeep::fuzz {
 
@@ -87,9 +88,11 @@ void require(bool condition, const char* what) {
   std::abort();
 }
 
-bool isPicture(const std::string& path, unsigned width, unsigned height) {
+void requireSaved(const std::string& path, unsigned width, unsigned height) {
+  if (isTiffName(path) && IsExifFile(path.c_str())) return;
   const auto image = ImageCodecBridge().loadImageFile(path.c_str());
-  return image && image->width() == width && image->height() == height;
+  require(image && image->width() == width && image->height() == height,
+          "a saved file that is not the picture");
 }
 
 }  // namespace exifkeep::fuzz

@@ -41,7 +41,7 @@ void saveFromInput(const PictureInput& input, const char* extension) {
   require(SaveProcessFile(input.path().c_str(), destination.c_str(), choice.processCode, &picture,
                           choice.hasThumbnail ? &thumbnail : nullptr) == 1,
           "a source that keeps a picture from being saved");
-  require(isPicture(destination, width, height), "a saved file that is not the picture");
+  requireSaved(destination, width, height);
   requireReadable(destination);
 }
 

@@ -24,8 +24,11 @@ void describeRgb(ImageIfdRecord& record, unsigned width, unsigned height) {
 
 void describeTruly(ExifMetadata& metadata, const PRaster& picture, const PRaster* hostThumbnail) {
   ImageIfdRecord& primary = metadata.primary;
-  primary.hasSamplesPerPixel = primary.hasBitsPerSample = primary.hasCompression =
-      primary.hasImageWidth = primary.hasImageLength = 1;
+  // A record that describes its samples gets no entry more: intended, what it lacks it has always
+  // lacked.
+  if (!primary.hasSamplesPerPixel)
+    primary.hasSamplesPerPixel = primary.hasBitsPerSample = primary.hasCompression =
+        primary.hasImageWidth = primary.hasImageLength = 1;
   describeRgb(primary, picture.GetImageWidth(), picture.GetImageHeight());
 
   if (hostThumbnail && !hostThumbnail->IsEmpty())
