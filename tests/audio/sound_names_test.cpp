@@ -36,23 +36,19 @@ TEST(SoundNames, AreShortenedAtACharacter) {
   for (const auto& [name, n, expected] : cases) EXPECT_EQ(shortSoundName(name, n), expected);
 }
 
-class RecordingDestination : public test::ScratchTest {
- protected:
-  std::string nameFor(const std::string& sound) const {
+class RecordingDestination : public test::ScratchTest {};
+
+TEST_F(RecordingDestination, IsAShortNameOfItsOwnOrTheFirstFreeOne) {
+  const auto nameFor = [this](const std::string& sound) {
     const std::string destination = recordingDestination(path("a.jpg"), "/rec/" + sound);
     EXPECT_EQ(directoryOf(destination), path(""));
     return std::string(fileNameOf(destination));
-  }
-};
-
-TEST_F(RecordingDestination, IsAShortNameOfItsOwnOrTheFirstFreeOne) {
+  };
   test::writeFile(path("12345678.mp3"), "");
   EXPECT_EQ(nameFor("12345678.mp3"), "12345678.mp3");
   EXPECT_EQ(nameFor("123456789.wav"), "12345601.wav");
-  test::writeFile(path("12345601.wav"), "");
-  std::filesystem::create_symlink("nowhere", path("12345602.wav"));
-  EXPECT_EQ(nameFor("123456789.wav"), "12345603.wav");
-  for (int n = 3; n < 99; ++n) test::writeFile(path(shortSoundName("123456789.wav", n)), "");
+  std::filesystem::create_symlink("nowhere", path("12345601.wav"));
+  for (int n = 2; n < 99; ++n) test::writeFile(path(shortSoundName("123456789.wav", n)), "");
   EXPECT_EQ(nameFor("123456789.wav"), "12345699.wav");
   test::writeFile(path("12345699.wav"), "");
   const std::set<std::string> before = names();

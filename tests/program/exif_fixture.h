@@ -7,7 +7,7 @@
 namespace exifkeep::test {
 
 // A JPEG file without pixels: SOI and an Exif segment (little-endian) with Make, ExifVersion 2.2
-// and, when not empty, RelatedSoundFile. A make of four bytes or more is stored as it is.
+// and, when not empty, RelatedSoundFile in 13 bytes.
 std::string exifJpeg(std::string_view make, std::string_view soundFile = "");
 
 }  // namespace exifkeep::test

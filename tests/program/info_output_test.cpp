@@ -1,13 +1,14 @@
-// exifkeep info: the table, JSON and languages, on files whose texts are hostile.
+// exifkeep info: the table, JSON and languages, on files whose texts are hostile; and the functions
+// behind it that escape and measure such texts.
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
-#include <string>
 #include <vector>
 
+#include "json_writer.h"
 #include "program/exif_fixture.h"
 #include "program/shell.h"
+#include "terminal_text.h"
 
 namespace exifkeep::test {
 namespace {
@@ -15,55 +16,42 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 
-TEST(InfoTable, IsAlignedUnderEachFilesName) {
-  Shell shell;
-  shell.write("a.jpg", exifJpeg("Maker A"));
-  shell.write("b.jpg", exifJpeg("Maker B"));
-  EXPECT_EQ(shell.run("$E info a.jpg").out,
-            "Make          Maker A\n"
-            "Exif Version  2.20\n");
-  EXPECT_EQ(shell.run("$E info a.jpg gone.jpg b.jpg").out,
-            "a.jpg\n"
-            "  Make          Maker A\n"
-            "  Exif Version  2.20\n"
-            "\n"
-            "b.jpg\n"
-            "  Make          Maker B\n"
-            "  Exif Version  2.20\n");
+class InfoOutput : public ShellTest {};
+
+TEST_F(InfoOutput, TableIsAlignedUnderEachFilesName) {
+  write("a.jpg", exifJpeg("Maker A"));
+  write("b.jpg", exifJpeg("Maker B"));
+  EXPECT_EQ(run("$E info a.jpg").out, "Make          Maker A\nExif Version  2.20\n");
+  EXPECT_EQ(run("$E info a.jpg gone.jpg b.jpg").out,
+            "a.jpg\n  Make          Maker A\n  Exif Version  2.20\n\n"
+            "b.jpg\n  Make          Maker B\n  Exif Version  2.20\n");
 }
 
-TEST(InfoTable, SendsNothingHostileToTheTerminal) {
-  Shell shell;
-  shell.write("a\x1B[2J.jpg", exifJpeg("\x1B]0;owned\x07 100%s\r\xFF"));
-  const Outcome outcome = shell.run("$E info a*.jpg gone.jpg");
-  EXPECT_THAT(outcome.out, HasSubstr("a\\x1b[2J.jpg\n"));
-  EXPECT_THAT(outcome.out, HasSubstr("\\x1b]0;owned\\x07 100%s\\r\\xff\n"));
-  EXPECT_THAT(shell.run("$E info \"$(printf 'gone\\033[2J')\"").err, HasSubstr("gone\\x1b[2J: "));
+TEST_F(InfoOutput, SendsNothingHostileToTheTerminal) {
+  write("a\x1B[2J.jpg", exifJpeg("\x1B]0;owned\x07 100%s\r\xFF"));
+  EXPECT_THAT(run("$E info a*.jpg gone.jpg").out,
+              AllOf(HasSubstr("a\\x1b[2J.jpg\n"), HasSubstr("\\x1b]0;owned\\x07 100%s\\r\\xff\n")));
+  EXPECT_THAT(run("$E info \"$(printf 'gone\\033[2J')\"").err, HasSubstr("gone\\x1b[2J: "));
 }
 
-TEST(InfoJson, IsValidWhateverTheBytes) {
-  Shell shell;
-  const std::string name = "n\xE4me \"1\"\n.jpg";
-  shell.write(name, exifJpeg("\x01\"\\\xC3\xBC\xED\xA0\x80"));
-  shell.write("plain.jpg", "");
-  const Outcome outcome = shell.run("$E info --json n*.jpg plain.jpg gone.jpg");
+TEST_F(InfoOutput, JsonIsValidWhateverTheBytes) {
+  write("n\xE4me \"1\"\n.jpg", exifJpeg("\x01\"\\\xC3\xBC\xED\xA0\x80"));
+  write("plain.jpg", "");
+  const Outcome outcome = run("$E info --json n*.jpg plain.jpg gone.jpg");
   EXPECT_EQ(outcome.status, 3);
   EXPECT_THAT(outcome.err, HasSubstr("gone.jpg: No such file"));
-  const json expected = json::parse(R"([
+  EXPECT_EQ(json::parse(outcome.out), json::parse(R"([
     {"file": "n\ufffdme \"1\"\n.jpg", "exif": true, "items": [
       {"label": "Make", "value": "\u0001\"\\\u00fc\ufffd\ufffd\ufffd"},
       {"label": "Exif Version", "value": "2.20"}]},
     {"file": "plain.jpg", "exif": false, "items": []},
-    {"file": "gone.jpg", "exif": false, "items": []}])");
-  EXPECT_EQ(json::parse(outcome.out), expected) << outcome.out;
+    {"file": "gone.jpg", "exif": false, "items": []}])"));
 }
 
-TEST(InfoLanguage, ComesFromTheTagElseFromTheEnvironment) {
-  Shell shell;
-  shell.write("a.jpg", exifJpeg("Maker"));
+TEST_F(InfoOutput, LanguageComesFromTheTagElseFromTheEnvironment) {
+  write("a.jpg", exifJpeg("Maker"));
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"$E info a.jpg", "Make "},
-      {"$E info --lang de a.jpg", "Hersteller "},
       {"$E info --lang zh-TW a.jpg", "\u88FD\u9020\u5546"},
       {"LC_ALL=C $E info --lang ja a.jpg", "\u30E1\u30FC\u30AB\u30FC"},
       {"LC_ALL=C LANGUAGE=de $E info a.jpg", "Make "},
@@ -71,19 +59,62 @@ TEST(InfoLanguage, ComesFromTheTagElseFromTheEnvironment) {
       {"LC_ALL=fi_FI.UTF-8 LANGUAGE=xx:nl $E info a.jpg", "Fabrikant "},
       {"LC_ALL=ja_JP.eucJP $E info a.jpg | iconv -f EUC-JP -t UTF-8", "\u30E1\u30FC\u30AB\u30FC"},
       {"LC_ALL=ja_JP.eucJP $E info --json a.jpg", "\u30E1\u30FC\u30AB\u30FC"},
+      {"$E languages", "zh-TW  \u7E41\u9AD4\u4E2D\u6587\n"},
   };
-  for (const auto& [command, label] : cases) {
-    EXPECT_THAT(shell.run(command).out, HasSubstr(label)) << command;
+  for (const auto& [command, label] : cases)
+    EXPECT_THAT(run(command).out, HasSubstr(label)) << command;
+  EXPECT_EQ(run("$E languages | wc -l").out, "13\n");
+}
+
+// Real pictures of many makers; the library's own test of them names those that are refused.
+TEST_F(InfoOutput, SeventeenSamplesAreListed) {
+  const char* named = std::getenv("EXIFKEEP_SAMPLES");
+  const std::string folder = named ? named : EXIFKEEP_SOURCE_DIR "/../shared/samples";
+  if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "no sample pictures";
+  const Outcome outcome = run("find '" + folder + "' -name '*.jpg' -print0 -o -name '*.tiff'" +
+                              " -print0 | $E info --json -0");
+  EXPECT_EQ(outcome.status, 1) << outcome.err;
+  int listed = 0, refused = 0;
+  for (const auto& picture : json::parse(outcome.out)) {
+    ++(picture["exif"].get<bool>() ? listed : refused);
+    EXPECT_NE(picture["items"].size() > 10, !picture["exif"].get<bool>()) << picture["file"];
+  }
+  EXPECT_EQ(std::pair(listed, refused), std::pair(17, 5));
+}
+
+TEST(OutputText, InvalidBytesAndControlsAreEscapedOrReplaced) {
+  const std::vector<std::array<std::string, 3>> cases = {
+      {"\u00DF \u65E5\U0001F4F7 \\ \"", "\u00DF \u65E5\U0001F4F7 \\ \"",
+       "\u00DF \u65E5\U0001F4F7 \\ \""},
+      {"a\nb\tc\rd\x1B[31m\x7F", "a\\nb\\tc\\rd\\x1b[31m\\x7f", "a\nb\tc\rd\x1B[31m\x7F"},
+      {"\u009B2J\u202Ereversed", "\\u009b2J\\u202ereversed", "\u009B2J\u202Ereversed"},
+      // Every longest run that could begin a character counts once (Unicode 15, section 3.9).
+      {"\xFF\x80", "\\xff\\x80", "\uFFFD\uFFFD"},
+      {"\xC0\xAF", "\\xc0\\xaf", "\uFFFD\uFFFD"},
+      {"\xE2\x82x", "\\xe2\\x82x", "\uFFFDx"},
+      {"\xED\xA0\x80", "\\xed\\xa0\\x80", "\uFFFD\uFFFD\uFFFD"},
+      {"\xF0\x9F\x93", "\\xf0\\x9f\\x93", "\uFFFD"},
+      {"\xF4\x90\x80\x80", "\\xf4\\x90\\x80\\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xE0\x9F\xBF\xE1", "\\xe0\\x9f\\xbf\\xe1", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+  };
+  for (const auto& [text, terminal, expected] : cases) {
+    EXPECT_EQ(program::escapeForTerminal(text), terminal);
+    std::string written;
+    program::JsonWriter(written).text(text);
+    EXPECT_EQ(json::parse(written).get<std::string>(), expected) << written;
+    for (const unsigned char byte : written) EXPECT_TRUE(byte >= 0x20 && byte != 0x7F) << written;
   }
 }
 
-TEST(Languages, AreThirteenWithTheirOwnNames) {
-  const std::string out = Shell().run("$E languages").out;
-  EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 13) << out;
-  for (const char* line :
-       {"de     Deutsch\n", "zh-TW  \u7E41\u9AD4\u4E2D\u6587\n", "pt     Portugu\u00EAs\n"}) {
-    EXPECT_THAT(out, HasSubstr(line));
-  }
+TEST(OutputText, WidthCountsTerminalColumns) {
+  const std::vector<std::pair<std::string, int>> cases = {
+      {"Bildaufl\u00F6sung", 13},      {"Bildauflo\u0308sung", 13},  // combining diaeresis
+      {"\u753B\u50CF\u65B9\u5411", 8},                               // ideographs
+      {"\uB178\u1112\u1161\u11AB", 4},  // a Hangul syllable, and one in letters
+      {"\u30AB\u3099\uFF76\uFF9E", 4},  // kana with a voice mark, half-width kana
+      {"\U0001F4F7\uFE0F", 2},          // pictograph with a variation selector
+  };
+  for (const auto& [text, width] : cases) EXPECT_EQ(program::displayWidth(text), width) << text;
 }
 
 }  // namespace

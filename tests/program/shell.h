@@ -1,10 +1,10 @@
-// A folder of its own for one test, and shell commands run in it; $E is the program. A command sees
-// a fixed environment: English, UTF-8.
+// A folder of its own for each test, and shell commands run in it; $E is the program. A command
+// sees a fixed environment: English, UTF-8.
 #pragma once
 
-#include <filesystem>
-#include <string>
-#include <string_view>
+#include <sys/wait.h>
+
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 
@@ -13,21 +13,20 @@ struct Outcome {
   std::string out, err;
 };
 
-class Shell {
- public:
-  Shell();
-  ~Shell();
-  Shell(const Shell&) = delete;
-  Shell& operator=(const Shell&) = delete;
-
+class ShellTest : public ScratchTest {
+ protected:
   // What stands in `command` before the program's name sets its environment.
-  Outcome run(const std::string& command) const;
-  std::string path(const std::string& name) const { return (folder_ / "files" / name).string(); }
-  void write(const std::string& name, std::string_view bytes) const;
-  std::string read(const std::string& name) const;
-
- private:
-  std::filesystem::path folder_;
+  Outcome run(const std::string& command) const {
+    const std::string line = "cd '" + path("") +
+                             "' && unset LANGUAGE LC_MESSAGES LC_CTYPE; export LC_ALL=C.UTF-8 E='" +
+                             EXIFKEEP_PROGRAM + "'; { " + command + "\n} >.out 2>.err </dev/null";
+    const int status = std::system(line.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read(".out"), read(".err")};
+  }
+  void write(const std::string& name, const std::string& bytes) const {
+    writeFile(path(name), bytes);
+  }
+  std::string read(const std::string& name) const { return readFile(path(name)); }
 };
 
 }  // namespace exifkeep::test
