@@ -100,6 +100,10 @@ struct Scenario {
   int (*save)(char* path, PRaster& picture);
 };
 
+void PrintTo(const Scenario& scenario, std::ostream* stream) {
+  *stream << scenario.name;
+}
+
 int saveOver(char* path, PRaster& picture) {
   return SaveFile(path, path, &picture, nullptr);
 }
