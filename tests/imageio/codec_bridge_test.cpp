@@ -41,7 +41,12 @@ short AllGetReadWriteCaps(HWND owner, HGLOBAL block) {
 }
 
 int AllReadHeader(const char*, BITMAPINFOHEADER* header) {
-  *header = {sizeof *header, codec.width, codec.height, 1, static_cast<WORD>(codec.bits)};
+  *header = {};
+  header->biSize = sizeof *header;
+  header->biWidth = codec.width;
+  header->biHeight = codec.height;
+  header->biPlanes = 1;
+  header->biBitCount = static_cast<WORD>(codec.bits);
   header->biXPelsPerMeter = 2835;
   header->biYPelsPerMeter = 3937;
   header->biClrUsed = 2;
