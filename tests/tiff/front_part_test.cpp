@@ -1,12 +1,11 @@
 // The front part of a saved TIFF file: its bytes, its limits, and what of the records it carries.
 #include <cstring>
-#include <set>
 
 #include "tiff/save_tiff.h"
 #include "tiff/tiff_block.h"
 #include "tiff/tiff_pictures.h"
-#include "tiff/tiff_rows.h"
 #include "tiff/true_records.h"
+#include "write/save_fixture.h"
 
 namespace exifkeep::test {
 namespace {
@@ -140,28 +139,15 @@ TEST_F(FrontPartTest, MakerNotes) {
   }
 }
 
-// The lists hold what those of a JPEG segment hold, but for the thumbnail's place there, and the
-// fields that describe strips.
-TEST_F(FrontPartTest, RowsAreThoseOfJpegAndTheStrips) {
-  using Tags = std::set<uint16_t>;
-  const auto tagsOf = [](OutputRows rows, Tags tags = {}) {
-    for (const OutputRow& row : rows) EXPECT_TRUE(tags.insert(row.tag).second) << row.tag;
-    tags.erase(tag::jpegInterchangeFormat);
-    tags.erase(tag::jpegInterchangeFormatLength);
-    return tags;
-  };
-  const Tags strips = {tag::photometricInterpretation, tag::stripOffsets, tag::stripByteCounts,
-                       tag::rowsPerStrip};
-  const Tags samples = {tag::samplesPerPixel, tag::planarConfiguration};
-  Tags primary = tagsOf(primaryRows, strips);
-  primary.insert(samples.begin(), samples.end());
-  EXPECT_EQ(tagsOf(tiffPrimaryRows), primary);
-  primary.erase(tag::gpsIfdPointer);
-  EXPECT_EQ(tagsOf(newTiffPrimaryRows), primary);
-  EXPECT_EQ(tagsOf(tiffThumbnailRows), tagsOf(thumbnailRows, strips));
-  EXPECT_EQ(tagsOf(newTiffThumbnailRows), tagsOf(thumbnailRows, strips));
-  EXPECT_EQ(tagsOf(tiffExifRows), tagsOf(exifRows));
-  EXPECT_EQ(tagsOf(newTiffExifRows), tagsOf(exifRows, {tag::componentsConfiguration}));
+// Order, type, count and value of every entry: a change of the fingerprint is a change of every
+// file that is saved.
+TEST_F(FrontPartTest, FullRecords) {
+  metadata = fullRecords();
+  reader.thumbnailIfdOffset = 700;
+  const Bytes block = build();
+  const std::string bytes(block.begin(), block.end()), primary = directoryAt(block, 8);
+  const size_t timeAt = std::stoul(primary.substr(primary.find("\n306 2 20 ") + 10));
+  EXPECT_EQ(fingerprint(bytes, bytes.substr(timeAt, 19)), 2258195225u);
 }
 
 // What a save makes of other records shows when their pictures are opened; here, what it adds.

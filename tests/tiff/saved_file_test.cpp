@@ -3,8 +3,8 @@
 #include <exifkeep/exifkeep.h>
 #include <gmock/gmock.h>
 
-#include "program/exif_fixture.h"
 #include "probe/tags.h"
+#include "program/exif_fixture.h"
 #include "tiff/codec_tiff.h"
 #include "tiff/save_tiff.h"
 #include "tiff/tiff_pictures.h"
@@ -60,6 +60,11 @@ TEST_F(SavedFileTest, JpegNamedTiff) {
   ASSERT_EQ(SaveFile(path("a.tif").c_str(), path("b.tif").c_str(), &image, nullptr), 1);
   EXPECT_TRUE(showsPixels(path("b.tif"), image));
   EXPECT_THAT(summaryOf(path("b.tif")), testing::StartsWith("A camera maker 40 30 "));
+
+  // Its rows are more than SHORT counts.
+  PRaster tall = patterned(24, 1, 66000);
+  ASSERT_EQ(SaveFile(path("a.tif").c_str(), path("tall.tif").c_str(), &tall, nullptr), 1);
+  EXPECT_TRUE(showsPixels(path("tall.tif"), tall));
 
   // Without Exif data: the codec's directory is read as TIFF although the probe saw a JPEG file.
   ASSERT_EQ(save(path("c.jpg"), image), 1);
@@ -121,15 +126,6 @@ TEST_F(SavedFileTest, StripMovesWhole) {
     // Not truncated.
     EXPECT_EQ(saved.size(), std::max(size_t(front + size), plain.size()));
   }
-}
-
-// Its rows are more than SHORT counts.
-TEST_F(SavedFileTest, TallPicture) {
-  PRaster picture = patterned(24, 1, 66000);
-  ExifReader reader;
-  ExifMetadata metadata = {};
-  ASSERT_TRUE(saveTiffWithRecords(reader, path("a.tif").c_str(), &picture, nullptr, metadata));
-  EXPECT_TRUE(showsPixels(path("a.tif"), picture));
 }
 
 }  // namespace

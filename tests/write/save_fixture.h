@@ -1,18 +1,13 @@
-// What the tests of saving stand on: a directory of their own, pictures, records in which every
-// field has a value of its own, a codec whose files a test may replace, and a strict reader of
-// written segments that knows nothing of the code that wrote them.
+// What the tests of saving stand on: pictures, records in which every field has a value of its own,
+// a codec whose files a test may replace, and a strict reader of written segments that knows
+// nothing of the code that wrote them.
 #pragma once
 
 #include <failure_switch.h>
-#include <gtest/gtest.h>
-#include <praster.h>
 
 #include <deque>
-#include <filesystem>
-#include <optional>
-#include <string>
-#include <vector>
 
+#include "codec/picture_fixture.h"
 #include "probe/exif_reader.h"
 #include "read/records.h"
 #include "read/tag_tables.h"
@@ -26,12 +21,10 @@ struct CodecFiles {
 };
 extern CodecFiles codecFiles;
 
-class SaveTest : public testing::Test {
+class SaveTest : public CodecTest {
  protected:
-  SaveTest();
   ~SaveTest() override;
 
-  std::string path(const std::string& name) const { return (directory_ / name).string(); }
   bool exists(const std::string& name) const { return std::filesystem::exists(path(name)); }
   std::string read(const std::string& name) const;
   void write(const std::string& name, const std::string& bytes) const;
@@ -41,7 +34,6 @@ class SaveTest : public testing::Test {
   ExifReader reader_;
 
  private:
-  std::filesystem::path directory_;
   std::deque<ExifReader> readers_;
 };
 
@@ -51,12 +43,8 @@ PRaster picture(unsigned width, unsigned height, int bits = 24);
 // The temporary file of thumbnails.
 std::string temporaryThumbnail();
 
-// What tells the value of a tag from those of others: digits from 1 to 9.
-std::string pattern(unsigned tag, size_t size);
-size_t textLength(const TagRow& row);
-// Sets every flag, and every field to its tag's pattern.
+// Sets every flag, and every field to digits that tell its tag from others.
 ExifMetadata fullRecords();
-inline const std::string makerNote("\0note\1\2", 7), userComment = "words";
 
 // Every flag and every present value but those a save renews: pointers and DateTime.
 void expectSameRecords(const ExifMetadata& written, const ExifMetadata& expected);
@@ -64,7 +52,7 @@ void expectSameRecords(const ExifMetadata& written, const ExifMetadata& expected
 ExifMetadata afterSave(ExifMetadata source);
 
 struct Entry {
-  unsigned tag, type, count;
+  unsigned tag, count;
   std::string data;  // the whole value, wherever it lies
 };
 
@@ -86,9 +74,9 @@ struct Segment {
 Segment parseSegment(const std::string& bytes);
 // The segment behind SOI.
 std::string segmentOf(const std::string& file);
-
-unsigned number(const std::string& bytes, size_t at, size_t size);
-// The local time as the writers format it.
-std::string nowText();
+// A segment, or a file that begins with it, with 'T' for every character of the time of saving.
+std::string withoutTimes(std::string bytes, const Segment& segment);
+// FNV-1a of the bytes with each `time` as the same 'T's.
+uint32_t fingerprint(std::string bytes, const std::string& time);
 
 }  // namespace exifkeep::test

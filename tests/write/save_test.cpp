@@ -2,13 +2,9 @@
 // metadata, and processing.
 #include <afxwin.h>
 #include <exifkeep/exifkeep.h>
-#include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 
-#include "read/tag_tables.h"
 #include "write/jpeg_stream.h"
 #include "write/processing.h"
 #include "write/save_fixture.h"
@@ -37,19 +33,8 @@ class SaveFileTest : public SaveTest {
   bool holdsExif(const std::string& name) { return IsExifFile(path(name).c_str()); }
   unsigned thumbnailWidth(const std::string& name) {
     write("thumbnail.jpg", parseSegment(segmentOf(read(name))).thumbnailJpeg);
-    const auto image = reader_.codec->loadImageFile(path("thumbnail.jpg").c_str());
+    const auto image = load(path("thumbnail.jpg"));
     return image ? image->width() : 0;
-  }
-  // How many pixels differ between two files.
-  int differences(const std::string& a, const std::string& b) {
-    const auto left = reader_.codec->loadImageFile(path(a).c_str());
-    const auto right = reader_.codec->loadImageFile(path(b).c_str());
-    if (!left || !right || left->width() != right->width()) return -1;
-    int count = 0;
-    for (unsigned y = 0; y < left->height(); ++y)
-      for (unsigned x = 0; x < left->width(); ++x)
-        count += left->GetPixel(int(x), int(y)) != right->GetPixel(int(x), int(y));
-    return count;
   }
 
   PRaster image_ = picture(64, 48);
@@ -59,37 +44,33 @@ class SaveFileTest : public SaveTest {
 TEST_F(SaveFileTest, PutsTheSegmentBeforeTheCompactedStream) {
   makeSource("source.jpg", fullRecords());
   ASSERT_EQ(save("source.jpg", "saved.jpg"), 1);
-  const std::string saved = read("saved.jpg"), written = segmentOf(saved);
-  const Segment segment = parseSegment(written);
   ASSERT_TRUE(savePlain(reader_, path("plain.jpg").c_str(), &image_));
+  std::optional<PRaster> saved = load(path("saved.jpg")), plain = load(path("plain.jpg"));
+  ASSERT_TRUE(saved && plain);
+  EXPECT_EQ(largestDifference(*saved, *plain), 0);
   const size_t plainSize = read("plain.jpg").size();
-  EXPECT_EQ(differences("saved.jpg", "plain.jpg"), 0);
   compactJpegStream(path("plain.jpg").c_str());
-  const std::string stream = read("plain.jpg");
+  const std::string stream = read("plain.jpg"), written = segmentOf(read("saved.jpg"));
   EXPECT_EQ(stream.size(), plainSize + 31);
-  EXPECT_EQ(stream.substr(0, 6), "\xFF\xD8\xFF\xDB" + std::string("\0\xC5", 2));
-  EXPECT_TRUE(saved == stream.substr(0, 2) + written + stream.substr(2));
+  EXPECT_TRUE(read("saved.jpg") == stream.substr(0, 2) + written + stream.substr(2));
   EXPECT_EQ(thumbnailWidth("saved.jpg"), 160u);
-  EXPECT_EQ(segment.thumbnailJpeg.substr(0, 6), stream.substr(0, 6));
-}
+  EXPECT_EQ(parseSegment(written).thumbnailJpeg.substr(0, 6), stream.substr(0, 6));
 
-TEST_F(SaveFileTest, DropsTheApp0OfAStreamOfAnotherLayout) {
+  // The APP0 of a stream of another layout goes.
   const std::string rest = "\xFF\xDB otherwise \xFF\xD9";
   codecFiles.picture = "\xFF\xD8\xFF\xE0" + std::string("\0\4xy", 4) + rest;
-  makeSource("saved.jpg", {});
-  const std::string saved = read("saved.jpg");
-  EXPECT_EQ(saved.substr(2 + segmentOf(saved).size()), rest);
+  makeSource("other.jpg", {});
+  EXPECT_EQ(read("other.jpg").substr(2 + segmentOf(read("other.jpg")).size()), rest);
 }
 
 TEST_F(SaveFileTest, KeepsTheRecordsButForWhatASaveRenews) {
   const ExifMetadata full = fullRecords();
   makeSource("first.jpg", full);
   expectSameRecords(recordsOf("first.jpg"), afterSave(full));
-  ASSERT_EQ(save("first.jpg", "second.jpg"), 1);
-  expectSameRecords(recordsOf("second.jpg"), afterSave(full));
-  // Source and destination in one.
-  ASSERT_EQ(save("first.jpg", "first.jpg"), 1);
-  expectSameRecords(recordsOf("first.jpg"), afterSave(full));
+  for (const char* to : {"second.jpg", "first.jpg"}) {
+    ASSERT_EQ(save("first.jpg", to), 1);
+    expectSameRecords(recordsOf(to), afterSave(full));
+  }
 
   // A source with little: the resolution comes from the picture, IFD1 has four entries.
   ExifMetadata little = {};
@@ -98,7 +79,6 @@ TEST_F(SaveFileTest, KeepsTheRecordsButForWhatASaveRenews) {
   const ExifMetadata read = recordsOf("little.jpg");
   expectSameRecords(read, afterSave(little));
   EXPECT_EQ(countPresentImageFields(read.thumbnail), 2u);
-  EXPECT_LE(read.primary.dateTime, nowText());
 }
 
 TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
@@ -110,24 +90,13 @@ TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
                                 "0220\0\0\0\0",
                                 44));
   ASSERT_TRUE(holdsExif("exif.tif"));
-  const struct {
-    const char *from, *to;
-    int result;
-    bool keeps;
-    int boxes;
-  } cases[] = {
-      {"a.JPG", "1.jpeg", 1, true, 0},
-      {"a.JPG", "2.jpe", 1, true, 0},
-      {"a.JPG", "3.tif", 1, false, 0},
-      {"a.JPG", "4.png", 1, false, 0},
-      {"bare.jpg", "5.jpg", 1, false, 0},
-      {"bare.tif", "6.jpg", 1, false, 0},
-      {"none.jpg", "7.jpg", 1, false, 0},
-      {"exif.tif", "8.jpg", 1, false, 0},
-      {"a.JPG", "jpg", 0, false, 1},
-      {"a.JPG", "9.xyz", 0, false, 1},
-      {"a.JPG", "no/such/folder.jpg", 0, false, 0},
-  };
+  const std::tuple<const char*, const char*, int, bool, int> cases[] = {
+      {"a.JPG", "1.jpeg", 1, true, 0},        {"a.JPG", "2.jpe", 1, true, 0},
+      {"a.JPG", "3.tif", 1, false, 0},        {"a.JPG", "4.png", 1, false, 0},
+      {"bare.jpg", "5.jpg", 1, false, 0},     {"bare.tif", "6.jpg", 1, false, 0},
+      {"none.jpg", "7.jpg", 1, false, 0},     {"exif.tif", "8.jpg", 1, false, 0},
+      {"a.JPG", "jpg", 0, false, 1},          {"a.JPG", "9.xyz", 0, false, 1},
+      {"a.JPG", "no/folder.jpg", 0, false, 0}};
   for (const auto& [from, to, result, keeps, boxes] : cases) {
     boxes_ = 0;
     EXPECT_EQ(save(from, to), result) << to;
@@ -158,31 +127,31 @@ TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
   ASSERT_EQ(save("a.jpg", "b.jpg", &empty), 1);
   EXPECT_EQ(thumbnailWidth("b.jpg"), 160u);
 
-  // One that cannot be saved fails the save, and a file left under its name is not taken for it.
-  std::ofstream(temporaryThumbnail()) << read("own.jpg");
+  // One that cannot be saved fails the save, a made one is left out, and a file left under its name
+  // is taken for neither.
   codecFiles.thumbnail = "";
-  const std::string before = read("b.jpg");
-  EXPECT_EQ(save("a.jpg", "b.jpg", &own), 0);
-  EXPECT_TRUE(read("b.jpg") == before);
-  EXPECT_EQ(save("a.jpg", "c.jpg", &own), 0);
-  EXPECT_FALSE(exists("c.jpg"));
-  // A made one that cannot be saved is left out.
-  std::ofstream(temporaryThumbnail()) << read("own.jpg");
-  EXPECT_EQ(save("a.jpg", "d.jpg"), 1);
-  EXPECT_FALSE(parseSegment(segmentOf(read("d.jpg"))).thumbnail);
-  EXPECT_FALSE(fs::exists(temporaryThumbnail()));
+  for (PRaster* given : {&own, static_cast<PRaster*>(nullptr)}) {
+    std::ofstream(temporaryThumbnail()) << read("own.jpg");
+    const std::string before = read("b.jpg");
+    EXPECT_EQ(save("a.jpg", "b.jpg", given), !given);
+    EXPECT_EQ(read("b.jpg") == before, given != nullptr);
+    EXPECT_EQ(save("a.jpg", "c.jpg", given), !given);
+    EXPECT_EQ(exists("c.jpg"), !given);
+    EXPECT_FALSE(fs::exists(temporaryThumbnail()));
+  }
+  EXPECT_FALSE(parseSegment(segmentOf(read("b.jpg"))).thumbnail);
 }
 
 TEST_F(SaveFileTest, AdjustsTheRecordsToTheProcessing) {
   image_ = picture(48, 64);
   const ExifMetadata full = fullRecords();
-  ExifMetadata bare = full, circle = full, plain = full;
+  ExifMetadata bare = full, point = full, circle = full, line = full;
   bare.exif.hasPixelXDimension = bare.exif.hasPixelYDimension = bare.exif.hasSubjectArea = 0;
   bare.exif.hasSubjectLocation = bare.exif.hasCustomRendered = bare.primary.hasOrientation = 0;
   bare.primary.hasYCbCrPositioning = bare.primary.hasSoftware = 0;
-  circle.exif.subjectArea[3] = 0;
-  plain.exif.customRendered = 0;
-  for (const ExifMetadata& source : {full, bare, circle, plain}) {
+  point.exif.subjectArea[2] = point.exif.subjectArea[3] = circle.exif.subjectArea[3] = 0;
+  line.exif.subjectArea[2] = line.exif.customRendered = 0;
+  for (const ExifMetadata& source : {full, bare, point, circle, line}) {
     makeSource("a.jpg", source);
     for (int code : {-1, 0, 1, 2, 3, 4, 5, 6, 7}) {
       SCOPED_TRACE(code);
@@ -214,15 +183,8 @@ TEST_F(SaveFileTest, AdjustsTheRecordsToTheProcessing) {
   applyProcessing(2, nullptr, nullptr, nullptr);
 }
 
-// A saved file with the times of saving blanked.
-std::string withoutTimes(std::string file) {
-  const Segment segment = parseSegment(segmentOf(file));
-  for (const Directory* directory :
-       {&segment.primary, segment.thumbnail ? &*segment.thumbnail : &segment.primary})
-    if (const Entry* time = directory->find(306))
-      for (size_t at = 0; (at = file.find(time->data, at)) < segmentOf(file).size(); at += 20)
-        file.replace(at, 19, 19, 'T');
-  return file;
+std::string withoutTimes(const std::string& file) {
+  return withoutTimes(file, parseSegment(segmentOf(file)));
 }
 
 TEST_F(SaveFileTest, LosesNothingOfSamplesAndNothingTwice) {
@@ -234,8 +196,7 @@ TEST_F(SaveFileTest, LosesNothingOfSamplesAndNothingTwice) {
     const std::string source = sample.path().string();
     if (!reader_.probeFile(source.c_str()) || !reader_.isJpeg) continue;
     SCOPED_TRACE(source);
-    auto loaded = reader_.codec->loadImageFile(source.c_str());
-    if (loaded) image_ = std::move(*loaded);
+    if (auto loaded = load(source)) image_ = std::move(*loaded);
     image_.setResolution(2835, 5906);
     fs::copy(source, path("a.jpg"), fs::copy_options::overwrite_existing);
     ASSERT_EQ(save("a.jpg", "b.jpg"), 1);
