@@ -31,88 +31,74 @@ int levelOf(unsigned x, unsigned y, unsigned sample) {
   return int(nibbles[sample] * 17);
 }
 
-int overWhite(int level, int alpha) {
-  return (level * alpha + 255 * (255 - alpha)) / 255;
-}
-
 Colour colourOf(Meaning meaning, int bits, unsigned x, unsigned y) {
-  const auto level = [&](unsigned sample) {
-    return bits == 1 ? levelOf(x, y, sample) / 128 * 255 : levelOf(x, y, sample);
-  };
-  const int a = level(0), b = level(1), c = level(2), last = level(3);
-  switch (meaning) {
-    case Meaning::grey:
-      return {a, a, a};
-    case Meaning::inverseGrey:
-      return {255 - a, 255 - a, 255 - a};
-    case Meaning::index:
-      return {a, 255 - a, 7};
-    case Meaning::rgb:
-      return {a, b, c};
-    case Meaning::greyAlpha:
-      return {overWhite(a, last), overWhite(a, last), overWhite(a, last)};
-    case Meaning::rgbAlpha:
-      return {overWhite(a, last), overWhite(b, last), overWhite(c, last)};
-    case Meaning::inks:
-      return {(255 - a) * (255 - last) / 255, (255 - b) * (255 - last) / 255,
-              (255 - c) * (255 - last) / 255};
-    default:
-      return {a * last / 255, b * last / 255, c * last / 255};
+  const bool single = samplesOf(meaning) < 3;
+  const int last = levelOf(x, y, 3);
+  Colour colour;
+  for (unsigned c = 0; c < 3; ++c) {
+    const int given = levelOf(x, y, single ? 0 : c), level = bits == 1 ? given / 128 * 255 : given;
+    const bool alpha = meaning == Meaning::greyAlpha || meaning == Meaning::rgbAlpha;
+    colour[c] = meaning == Meaning::inverseGrey ? 255 - level
+                : meaning == Meaning::index     ? std::array{level, 255 - level, 7}[c]
+                : alpha                         ? (level * last + 255 * (255 - last)) / 255
+                : meaning == Meaning::inks      ? (255 - level) * (255 - last) / 255
+                : meaning == Meaning::lights    ? level * last / 255
+                                                : level;
   }
+  return colour;
 }
 
 // Samples `first` to `end` of the pixels of a row, packed.
 Bytes rowOf(Meaning meaning, int bits, unsigned y, unsigned first, unsigned end) {
-  Bytes row((width * (end - first) * unsigned(bits) + 7) / 8);
-  for (unsigned i = 0; i < width * (end - first); ++i) {
-    const unsigned sample = first + i % (end - first);
-    const int level =
-        levelOf(i / (end - first), y, meaning == Meaning::greyAlpha && sample == 1 ? 3 : sample);
-    const auto wide = static_cast<std::uint16_t>(level * 257);
-    const unsigned position = i * unsigned(bits);
+  const unsigned count = end - first, depth = unsigned(bits);
+  Bytes row((width * count * depth + 7) / 8);
+  for (unsigned i = 0; i < width * count; ++i) {
+    const unsigned sample = first + i % count, position = i * depth;
+    const bool alpha = meaning == Meaning::greyAlpha && sample == 1;
+    const int level = levelOf(i / count, y, alpha ? 3 : sample);
     if (bits == 16)
-      std::memcpy(&row[i * 2], &wide, 2);
+      row[i * 2] = row[i * 2 + 1] = BYTE(level);
     else
-      row[position / 8] |=
-          static_cast<unsigned char>(level >> (8 - bits) << (8 - unsigned(bits) - position % 8));
+      row[position / 8] |= BYTE(level >> (8 - bits) << (8 - depth - position % 8));
   }
   return row;
 }
 
-void expectPicture(std::optional<PRaster> picture, unsigned bits, int tolerance,
-                   const auto& expected) {
+// `blackIsClear`: what would be black shows the white behind it.
+void expectPicture(std::optional<PRaster> picture, const auto& kind, int bits, int tolerance,
+                   bool blackIsClear = false) {
   ASSERT_TRUE(picture);
-  EXPECT_EQ(picture->bitsPerPixel(), bits);
-  ASSERT_EQ(picture->width(), width);
-  ASSERT_EQ(picture->height(), height);
+  EXPECT_EQ(picture->bitsPerPixel(), kind.delivered);
+  ASSERT_TRUE(picture->width() == width && picture->height() == height);
   picture->ConvertTo24bit();
-  for (unsigned y = 0; y < height; ++y)
-    for (unsigned x = 0; x < width; ++x) {
-      const Colour colour = expected(x, y);
-      for (unsigned c = 0; c < 3; ++c)
-        ASSERT_NEAR(picture->GetPixel(int(x), int(y)) >> (8 * c) & 0xFF, colour[c], tolerance)
-            << x << ',' << y << " channel " << c;
-    }
+  for (unsigned i = 0; i < width * height * 3; ++i) {
+    const unsigned x = i / 3 % width, y = i / 3 / width;
+    const Colour colour = colourOf(kind.meaning, bits, x, y);
+    const int expected = blackIsClear && colour[0] == 0 ? 255 : colour[i % 3];
+    ASSERT_NEAR(picture->GetPixel(int(x), int(y)) >> (8 * (i % 3)) & 0xFF, expected, tolerance)
+        << x << ',' << y << " channel " << i % 3;
+  }
 }
+
+enum Layout { strips, planes, tiles };
 
 struct TiffKind {
   const char* mode;  // "wl" little-endian, "wb" big-endian, "w8" BigTIFF
   Meaning meaning;
   int bits, photometric, compression;
-  bool planar, tiled;
   unsigned delivered;
+  Layout layout = strips;
   int tolerance = 1;
 };
 
 void writeTiffPixels(TIFF* tiff, const TiffKind& kind) {
   const unsigned samples = samplesOf(kind.meaning), pixelBytes = samples * unsigned(kind.bits) / 8;
-  for (unsigned plane = 0; plane < (kind.planar ? samples : 1) && !kind.tiled; ++plane)
-    for (unsigned y = 0; y < height; ++y) {
-      Bytes row = kind.planar ? rowOf(kind.meaning, kind.bits, y, plane, plane + 1)
-                              : rowOf(kind.meaning, kind.bits, y, 0, samples);
-      TIFFWriteScanline(tiff, row.data(), y, std::uint16_t(plane));
-    }
-  for (unsigned top = 0; top < height && kind.tiled; top += 16)
+  const unsigned count = kind.layout == planes ? 1 : samples;
+  for (unsigned first = 0; first < samples && kind.layout != tiles; first += count)
+    for (unsigned y = 0; y < height; ++y)
+      TIFFWriteScanline(tiff, rowOf(kind.meaning, kind.bits, y, first, first + count).data(), y,
+                        std::uint16_t(first));
+  for (unsigned top = 0; top < height && kind.layout == tiles; top += 16)
     for (unsigned left = 0; left < width; left += 16) {
       Bytes tile(256 * pixelBytes);
       for (unsigned y = top; y < std::min(top + 16, height); ++y)
@@ -131,23 +117,22 @@ void writeTiff(const std::string& path, const TiffKind& kind) {
   TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, kind.bits);
   TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, samplesOf(kind.meaning));
   TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, kind.photometric);
-  TIFFSetField(tiff, TIFFTAG_PLANARCONFIG,
-               kind.planar ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
+  TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, kind.layout == planes ? 2 : 1);
   TIFFSetField(tiff, TIFFTAG_COMPRESSION, kind.compression);
   TIFFSetField(tiff, TIFFTAG_ORIENTATION, ORIENTATION_BOTRIGHT);  // has no effect
   if (kind.compression == COMPRESSION_JPEG)
     TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
   const std::uint16_t alpha = EXTRASAMPLE_UNASSALPHA;
   if (kind.meaning == Meaning::rgbAlpha) TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &alpha);
-  std::uint16_t red[256], green[256], blue[256];
+  std::vector<std::uint16_t> red, green, blue(256, 7 * 257);
   for (int i = 0; i < 256; ++i) {
-    red[i] = std::uint16_t(std::min(65535, i * 65535 / ((1 << kind.bits) - 1)));
-    green[i] = std::uint16_t(65535 - red[i]);
-    blue[i] = 7 * 257;
+    red.push_back(std::uint16_t(std::min(65535, i * 65535 / ((1 << kind.bits) - 1))));
+    green.push_back(std::uint16_t(65535 - red.back()));
   }
-  if (kind.meaning == Meaning::index) TIFFSetField(tiff, TIFFTAG_COLORMAP, red, green, blue);
-  TIFFSetField(tiff, kind.tiled ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP, 16);
-  if (kind.tiled) TIFFSetField(tiff, TIFFTAG_TILEWIDTH, 16);
+  if (kind.meaning == Meaning::index)
+    TIFFSetField(tiff, TIFFTAG_COLORMAP, red.data(), green.data(), blue.data());
+  TIFFSetField(tiff, kind.layout == tiles ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP, 16);
+  if (kind.layout == tiles) TIFFSetField(tiff, TIFFTAG_TILEWIDTH, 16);
   writeTiffPixels(tiff, kind);
 }
 
@@ -157,29 +142,28 @@ TEST_F(DecodedKinds, Tiff) {
   using enum Meaning;
   constexpr int none = COMPRESSION_NONE, lzw = COMPRESSION_LZW, zip = COMPRESSION_ADOBE_DEFLATE;
   const TiffKind kinds[] = {
-      {"wl", grey, 1, PHOTOMETRIC_MINISBLACK, none, false, false, 1},
-      {"wl", inverseGrey, 1, PHOTOMETRIC_MINISWHITE, COMPRESSION_CCITTFAX4, false, false, 1},
-      {"wb", grey, 4, PHOTOMETRIC_MINISBLACK, none, false, false, 8},
-      {"wl", inverseGrey, 8, PHOTOMETRIC_MINISWHITE, lzw, false, false, 8},
-      {"wb", grey, 16, PHOTOMETRIC_MINISBLACK, zip, false, false, 8},
-      {"wl", grey, 8, PHOTOMETRIC_MINISBLACK, none, false, true, 24},
-      {"wl", index, 4, PHOTOMETRIC_PALETTE, none, false, false, 8},
-      {"wb", index, 8, PHOTOMETRIC_PALETTE, lzw, false, false, 8},
-      {"wb", rgb, 8, PHOTOMETRIC_RGB, none, false, false, 24},
-      {"w8", rgb, 8, PHOTOMETRIC_RGB, COMPRESSION_PACKBITS, false, false, 24},
-      {"wb", rgb, 16, PHOTOMETRIC_RGB, lzw, false, false, 24},
-      {"wl", rgb, 8, PHOTOMETRIC_RGB, none, true, false, 24},
-      {"wb", rgb, 16, PHOTOMETRIC_RGB, none, true, false, 24},
-      {"wl", rgb, 8, PHOTOMETRIC_RGB, none, false, true, 24},
-      {"wb", rgb, 16, PHOTOMETRIC_RGB, zip, false, true, 24},
-      {"wl", rgb, 8, PHOTOMETRIC_YCBCR, COMPRESSION_JPEG, false, false, 24, 60},
-      {"wl", rgbAlpha, 8, PHOTOMETRIC_RGB, none, false, false, 24},
-      {"wl", inks, 8, PHOTOMETRIC_SEPARATED, lzw, false, false, 24}};
+      {"wl", grey, 1, PHOTOMETRIC_MINISBLACK, none, 1},
+      {"wl", inverseGrey, 1, PHOTOMETRIC_MINISWHITE, COMPRESSION_CCITTFAX4, 1},
+      {"wb", grey, 4, PHOTOMETRIC_MINISBLACK, none, 8},
+      {"wl", inverseGrey, 8, PHOTOMETRIC_MINISWHITE, lzw, 8},
+      {"wb", grey, 16, PHOTOMETRIC_MINISBLACK, zip, 8},
+      {"wl", grey, 8, PHOTOMETRIC_MINISBLACK, none, 24, tiles},
+      {"wl", index, 4, PHOTOMETRIC_PALETTE, none, 8},
+      {"wb", index, 8, PHOTOMETRIC_PALETTE, lzw, 8},
+      {"wb", rgb, 8, PHOTOMETRIC_RGB, none, 24},
+      {"w8", rgb, 8, PHOTOMETRIC_RGB, COMPRESSION_PACKBITS, 24},
+      {"wb", rgb, 16, PHOTOMETRIC_RGB, lzw, 24},
+      {"wl", rgb, 8, PHOTOMETRIC_RGB, none, 24, planes},
+      {"wb", rgb, 16, PHOTOMETRIC_RGB, none, 24, planes},
+      {"wl", rgb, 8, PHOTOMETRIC_RGB, none, 24, tiles},
+      {"wb", rgb, 16, PHOTOMETRIC_RGB, zip, 24, tiles},
+      {"wl", rgb, 8, PHOTOMETRIC_YCBCR, COMPRESSION_JPEG, 24, strips, 60},
+      {"wl", rgbAlpha, 8, PHOTOMETRIC_RGB, none, 24},
+      {"wl", inks, 8, PHOTOMETRIC_SEPARATED, lzw, 24}};
   for (const TiffKind& kind : kinds) {
     SCOPED_TRACE(&kind - kinds);
     writeTiff(path("a.tif"), kind);
-    expectPicture(load(path("a.tif")), kind.delivered, kind.tolerance,
-                  [&](unsigned x, unsigned y) { return colourOf(kind.meaning, kind.bits, x, y); });
+    expectPicture(load(path("a.tif")), kind, kind.bits, kind.tolerance);
   }
 }
 
@@ -207,13 +191,9 @@ void writePng(const std::string& path, const PngKind& kind, int interlace) {
   const png_color_16 key = {};
   if (kind.blackIsClear) png_set_tRNS(png, info, &clear, 1, &key);
   png_write_info(png, info);
-  if (kind.bits == 16) png_set_swap(png);
-  std::vector<Bytes> rows;
-  std::vector<png_bytep> pointers;
-  for (unsigned y = 0; y < height; ++y)
-    rows.push_back(rowOf(kind.meaning, kind.bits, y, 0, samplesOf(kind.meaning)));
-  for (Bytes& row : rows) pointers.push_back(row.data());
-  png_write_image(png, pointers.data());
+  for (int pass = png_set_interlace_handling(png); pass > 0; --pass)
+    for (unsigned y = 0; y < height; ++y)
+      png_write_row(png, rowOf(kind.meaning, kind.bits, y, 0, samplesOf(kind.meaning)).data());
   png_write_end(png, info);
   png_destroy_write_struct(&png, &info);
 }
@@ -236,10 +216,7 @@ TEST_F(DecodedKinds, Png) {
     for (int interlace : {PNG_INTERLACE_NONE, PNG_INTERLACE_ADAM7}) {
       SCOPED_TRACE(&kind - kinds);
       writePng(path("a.png"), kind, interlace);
-      expectPicture(load(path("a.png")), kind.delivered, 1, [&](unsigned x, unsigned y) {
-        const Colour colour = colourOf(kind.meaning, kind.bits, x, y);
-        return kind.blackIsClear && colour[0] == 0 ? Colour{255, 255, 255} : colour;
-      });
+      expectPicture(load(path("a.png")), kind, kind.bits, 1, kind.blackIsClear);
     }
 }
 
@@ -290,8 +267,7 @@ TEST_F(DecodedKinds, Jpeg) {
   for (const JpegKind& kind : kinds) {
     SCOPED_TRACE(&kind - kinds);
     writeJpeg(path("a.jpg"), kind);
-    expectPicture(load(path("a.jpg")), kind.delivered, 6,
-                  [&](unsigned x, unsigned y) { return colourOf(kind.meaning, 8, x, y); });
+    expectPicture(load(path("a.jpg")), kind, 8, 6);
   }
 }
 
