@@ -35,10 +35,11 @@ class FrontPartTest : public CodecTest {
     metadata.exif.hasExifVersion = metadata.primary.hasExifIfdPointer = 1;
     metadata.primary.samplesPerPixel = 3;
   }
-  Bytes build() {
+  Bytes build(bool isNew = false) {
     const FrontPart part =
-        buildTiffBlockFromRecords(reader, picture, nullptr, &metadata.exif, &metadata.primary,
-                                  &metadata.thumbnail, &metadata.gps);
+        isNew ? buildNewTiffBlock(reader, picture, nullptr, metadata.exif, metadata.primary)
+              : buildTiffBlockFromRecords(reader, picture, nullptr, &metadata.exif,
+                                          &metadata.primary, &metadata.thumbnail, &metadata.gps);
     const BlockLock lock(part.block);
     return lock.bytes() ? Bytes(lock.bytes(), lock.bytes() + part.size) : Bytes();
   }
@@ -142,12 +143,14 @@ TEST_F(FrontPartTest, MakerNotes) {
 // Order, type, count and value of every entry: a change of the fingerprint is a change of every
 // file that is saved.
 TEST_F(FrontPartTest, FullRecords) {
-  metadata = fullRecords();
-  reader.thumbnailIfdOffset = 700;
-  const Bytes block = build();
-  const std::string bytes(block.begin(), block.end()), primary = directoryAt(block, 8);
-  const size_t timeAt = std::stoul(primary.substr(primary.find("\n306 2 20 ") + 10));
-  EXPECT_EQ(fingerprint(bytes, bytes.substr(timeAt, 19)), 2258195225u);
+  for (const bool isNew : {false, true}) {
+    metadata = fullRecords();
+    reader.thumbnailIfdOffset = 700;
+    const Bytes block = build(isNew);
+    const std::string bytes(block.begin(), block.end()), primary = directoryAt(block, 8);
+    const size_t timeAt = std::stoul(primary.substr(primary.find("\n306 2 20 ") + 10));
+    EXPECT_EQ(fingerprint(bytes, bytes.substr(timeAt, 19)), isNew ? 4150159089u : 2258195225u);
+  }
 }
 
 // What a save makes of other records shows when their pictures are opened; here, what it adds.
