@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <regex>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -20,16 +20,20 @@ struct Directive {
   std::string keyword, name;
 };
 
+// Without regular expressions: they take seconds under the sanitizers.
 std::vector<Directive> directivesBelow(const std::string& folder) {
-  static const std::regex pattern(R"(\s*#\s*(\w+)\s*[<"]?([^>"]*).*)");
   std::vector<Directive> found;
   for (const auto& entry : fs::recursive_directory_iterator(EXIFKEEP_SOURCE_DIR "/" + folder)) {
     if (entry.path().extension() != ".h" && entry.path().extension() != ".cpp") continue;
     std::istringstream lines(readFile(entry.path()));
-    std::smatch match;
-    for (std::string line; std::getline(lines, line);)
-      if (std::regex_match(line, match, pattern))
-        found.push_back({entry.path().lexically_relative(EXIFKEEP_SOURCE_DIR), match[1], match[2]});
+    for (std::string line; std::getline(lines, line);) {
+      std::istringstream words(line);
+      char hash = 0;
+      std::string keyword, name;
+      if (!(words >> hash >> keyword) || hash != '#') continue;
+      if (words >> name && name.size() > 2) name = name.substr(1, name.size() - 2);
+      found.push_back({entry.path().lexically_relative(EXIFKEEP_SOURCE_DIR), keyword, name});
+    }
   }
   return found;
 }
@@ -50,14 +54,15 @@ bool mayInclude(const std::string& from, const std::string& to) {
 }
 
 TEST(IncludeDirections, PointOneWayAndStayPortable) {
-  const std::regex posix(
-      "(unistd|fcntl|dirent|pthread|iconv|strings|langinfo|libgen|dlfcn)\\.h|sys/.*");
+  const std::set<std::string> posix = {"unistd.h",   "fcntl.h",  "dirent.h",
+                                       "pthread.h",  "iconv.h",  "strings.h",
+                                       "langinfo.h", "libgen.h", "dlfcn.h"};
   int checked = 0;
   std::set<fs::path> conditional;
   for (const auto& [file, keyword, name] : directivesBelow("src")) {
     if (keyword.find("if") != keyword.npos) conditional.insert(file);
     if (keyword != "include") continue;
-    EXPECT_FALSE(std::regex_match(name, posix)) << file << ": " << name;
+    EXPECT_FALSE(posix.contains(name) || name.starts_with("sys/")) << file << ": " << name;
     const std::string from = firstFolder(file.lexically_relative("src")), to = firstFolder(name);
     if (!isLayer(to)) continue;
     ASSERT_TRUE(isLayer(from)) << file << " is in no layer";
