@@ -6,6 +6,7 @@
 #include "audio/add_audio.h"
 #include "audio/sound_file.h"
 #include "imageio/open_picture.h"
+#include "imageio/praster_block.h"
 #include "info/info_list.h"
 #include "probe/exif_reader.h"
 #include "read/exif_version.h"
@@ -48,14 +49,6 @@ int GetSoundFile(const char* path, char* soundFileName) noexcept {
     return readSoundFileName(reader, path, soundFileName) ? 1 : 0;
   });
 }
-
-namespace {
-
-bool isMissing(PRaster* image) {
-  return !image || image->IsEmpty();
-}
-
-}  // namespace
 
 int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept {
   return runCall(0, [&] {

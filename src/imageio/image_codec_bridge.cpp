@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "imageio/global_block.h"
 #include "imageio/path_extension.h"
 
 namespace exifkeep {
@@ -17,11 +18,6 @@ constexpr std::size_t recordSize = 52;
 constexpr std::size_t usedSize = sizeof(CodecFormatEntry);
 constexpr std::size_t blockSize = recordSize * ImageCodecBridge::maxFormats;
 static_assert(usedSize == 16 && blockSize == 1300);
-
-struct GlobalBlockFree {
-  void operator()(HGLOBAL block) const noexcept { GlobalFree(block); }
-};
-using GlobalBlock = std::unique_ptr<void, GlobalBlockFree>;
 
 struct PaletteDelete {
   void operator()(HPALETTE palette) const noexcept { DeleteObject(palette); }
@@ -54,21 +50,20 @@ bool readPixels(const char* path, PRaster& image) {
 }  // namespace
 
 bool ImageCodecBridge::loadCapabilities() {
-  const GlobalBlock block(GlobalAlloc(GHND, blockSize));
+  const GlobalBlock block(blockSize);
   if (!block) return false;
   // A negative 16-bit count is no count.
-  const std::int16_t count = AllGetReadWriteCaps(ownerWindow(), block.get());
+  const std::int16_t count = AllGetReadWriteCaps(ownerWindow(), block.handle());
   formatCount = std::clamp<std::int16_t>(count, 0, maxFormats);
   if (formatCount == 0) return false;
-  const void* records = GlobalLock(block.get());
-  if (!records) {
+  const BlockLock lock(block);
+  if (!lock.bytes()) {
     formatCount = 0;
     return false;
   }
-  const char* record = static_cast<const char*>(records);
+  const std::uint8_t* record = lock.bytes();
   for (int i = 0; i < formatCount; ++i, record += recordSize)
     std::memcpy(&formats[static_cast<std::size_t>(i)], record, usedSize);
-  GlobalUnlock(block.get());
   return true;
 }
 

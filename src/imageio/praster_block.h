@@ -11,4 +11,9 @@ class PRasterBlock : public PRaster {
   ~PRasterBlock() override = default;
 };
 
+// An image that was not given, or holds nothing.
+inline bool isMissing(const PRaster* image) {
+  return !image || image->IsEmpty();
+}
+
 }  // namespace exifkeep

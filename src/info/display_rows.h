@@ -35,24 +35,17 @@ struct DisplayRow {
 
 namespace display_rows_detail {
 
-// A tag that its table does not have ends the compilation. (No findTag and test for null: the
-// compiler's undefined-behaviour checks keep that from being a constant expression.)
-consteval const TagRow* known(TagTable table, uint16_t tag) {
-  for (const TagRow& row : table)
-    if (row.tag == tag) return &row;
-  throw "a display row names an unknown tag";
-}
 consteval DisplayRow image(UINT label, uint16_t tag, ValueRule rule) {
-  return {label, known(imageTags, tag), rule};
+  return {label, &knownTag(imageTags, tag), rule};
 }
 consteval DisplayRow image(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, known(imageTags, tag), ValueRule::word, nullptr, &words};
+  return {label, &knownTag(imageTags, tag), ValueRule::word, nullptr, &words};
 }
 consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, const char* format = nullptr) {
-  return {label, known(exifTags, tag), rule, format};
+  return {label, &knownTag(exifTags, tag), rule, format};
 }
 consteval DisplayRow exif(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, known(exifTags, tag), ValueRule::word, nullptr, &words};
+  return {label, &knownTag(exifTags, tag), ValueRule::word, nullptr, &words};
 }
 
 // clang-format off

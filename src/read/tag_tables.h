@@ -218,6 +218,14 @@ constexpr const TagRow* findTag(TagTable table, uint16_t tag) {
   return low < table.size() && table[low].tag == tag ? &table[low] : nullptr;
 }
 
+// The row of a tag that the table has; any other tag ends the compilation. (Not findTag and a test
+// for null: the compiler's undefined-behaviour checks keep that from being a constant expression.)
+constexpr const TagRow& knownTag(TagTable table, uint16_t tag) {
+  for (const TagRow& row : table)
+    if (row.tag == tag) return row;
+  throw "the table has no row of that tag";
+}
+
 namespace tag_tables_check {
 
 constexpr bool isSorted(TagTable table) {

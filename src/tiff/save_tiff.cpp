@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "imageio/praster_block.h"
 #include "probe/disk_file.h"
 #include "tiff/codec_tiff.h"
 #include "tiff/tiff_block.h"
@@ -13,10 +14,6 @@
 namespace exifkeep {
 
 namespace {
-
-bool isMissing(const PRaster* picture) {
-  return !picture || picture->IsEmpty();
-}
 
 // Moves bytes within a file, a piece at a time. The piece farthest along the way goes first, so
 // that no byte is overwritten before it was read.

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cstring>
 
+#include "probe/directory_entries.h"
+
 namespace exifkeep {
 
 namespace {
 
-constexpr uint32_t entrySize = 12;
-constexpr uint32_t valueField = 8;
+constexpr uint32_t entrySize = IfdEntry::size;
+constexpr uint32_t valueField = IfdEntry::valuePosition;
 
 void storeShort(uint8_t* to, uint32_t value) {
   to[0] = static_cast<uint8_t>(value);

@@ -46,13 +46,7 @@ struct OutputRow {
 // The kinds of rows. All are named after what they write.
 template <const auto& table>
 struct RowsOf {
-  static constexpr const TagRow& known(uint16_t tag) {
-    // Not findTag and a test for null: the compiler's undefined-behaviour checks keep that from
-    // being a constant expression.
-    for (const TagRow& row : table)
-      if (row.tag == tag) return row;
-    throw "an output row names an unknown tag";
-  }
+  static constexpr const TagRow& known(uint16_t tag) { return knownTag(table, tag); }
 
   // When present, as its table says.
   static consteval OutputRow copy(uint16_t tag) { return as(known(tag).type, tag); }

@@ -3,8 +3,6 @@
 
 #include <praster.h>
 
-#include <optional>
-
 #include "write/directory_writer.h"
 
 namespace exifkeep {

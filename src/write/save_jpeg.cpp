@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "imageio/praster_block.h"
 #include "probe/disk_file.h"
 #include "write/jpeg_segment.h"
 #include "write/jpeg_stream.h"
@@ -9,10 +10,6 @@
 namespace exifkeep {
 
 namespace {
-
-bool isMissing(const PRaster* picture) {
-  return !picture || picture->IsEmpty();
-}
 
 // Compacts the codec's file and puts the segment that `buildSegment` makes behind SOI.
 template <class BuildSegment>

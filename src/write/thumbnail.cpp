@@ -12,10 +12,6 @@ bool create(PRaster& image, int type, unsigned width, unsigned height) {
   return image.CreateImage(type, width, height, 0, 0, 0, 0, 15, 0, 0) != 0;
 }
 
-bool isMissing(const PRaster* image) {
-  return !image || image->IsEmpty();
-}
-
 }  // namespace
 
 bool makeThumbnail(const PRaster* source, PRaster* thumbnail, uint64_t fillColour) {
