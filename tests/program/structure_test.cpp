@@ -80,7 +80,7 @@ TEST(IncludeDirections, PointOneWayAndStayPortable) {
 // The program and the examples are hosts: they see the public headers and their own folder. The
 // platform does not even see the former.
 TEST(IncludeDirections, KeepOthersOutOfTheLibrary) {
-  for (const char* folder : {"platform", "tools"})
+  for (const char* folder : {"platform", "tools", "examples"})
     for (const auto& [file, keyword, name] : directivesBelow(folder))
       EXPECT_FALSE(keyword == "include" &&
                    (isLayer(firstFolder(name)) || name.find("src/") != name.npos ||

@@ -1,0 +1,94 @@
+// list_folder: shows the properties of all Exif pictures in a folder.
+//
+//   list_folder FOLDER
+//
+// Shows how a host asks what a file is, reads its properties, and gives the list back.
+#include <exifkeep/exifkeep.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The list belongs to the host, the items in it to the library: only FreeInfoList can destroy them.
+// A wrapper like this one makes sure that it is called whichever way a function is left.
+class Properties {
+ public:
+  Properties() = default;
+  ~Properties() { FreeInfoList(&list_); }
+  Properties(const Properties&) = delete;
+  Properties& operator=(const Properties&) = delete;
+
+  // False when the file is not an Exif picture, or cannot be opened.
+  bool read(const fs::path& picture) { return GetExifInfo(picture.c_str(), &list_) == 1; }
+
+  // Labels and values are in the user's language: see LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
+  void print() const {
+    for (POSITION place = list_.GetHeadPosition(); place != nullptr;) {
+      // GetNext gives the element at `place` and moves `place` on, to null behind the last one.
+      const auto* item = static_cast<const exifkeep::InfoItem*>(list_.GetNext(place));
+      // A CString becomes a `const char*` where one is asked for. printf takes anything, so it has
+      // to be told.
+      std::printf("  %s: %s\n", static_cast<const char*>(item->label),
+                  static_cast<const char*>(item->value));
+    }
+  }
+
+ private:
+  exifkeep::InfoList list_;
+};
+
+// The recording has no directory of its own: it lies in the picture's folder, if it is there at
+// all, for the picture holds nothing but the name.
+void printRecording(const fs::path& picture) {
+  char name[15];  // an 8.3 name with its NUL; the library relies on all 15 bytes
+  if (GetSoundFile(picture.c_str(), name) == 0) return;
+  const bool isThere = fs::exists(picture.parent_path() / name);
+  std::printf("  Recording: %s%s\n", name, isThere ? "" : " (missing)");
+}
+
+// False when the file is not an Exif picture.
+bool printPicture(const fs::path& picture) {
+  Properties properties;
+  if (!properties.read(picture)) return false;
+  std::printf("%s (Exif %.1f)\n", picture.filename().c_str(),
+              double{GetExifVersion(picture.c_str())});
+  properties.print();
+  printRecording(picture);
+  return true;
+}
+
+// By name, so that the answer does not depend on the order in which the system keeps them.
+std::vector<fs::path> filesIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  // The library opens regular files only; asking here just saves the calls.
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    if (entry.is_regular_file()) files.push_back(entry.path());
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 2) {
+    std::fprintf(stderr, "usage: list_folder FOLDER\n");
+    return 2;
+  }
+  try {
+    int pictures = 0;
+    for (const fs::path& file : filesIn(arguments[1]))
+      if (printPicture(file)) ++pictures;
+    std::printf("%d Exif pictures\n", pictures);
+    return 0;
+  } catch (const std::exception& error) {
+    // Thrown by the standard library. The ten functions throw nothing.
+    std::fprintf(stderr, "list_folder: %s\n", error.what());
+    return 1;
+  }
+}
