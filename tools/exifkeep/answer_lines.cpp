@@ -7,8 +7,8 @@
 
 namespace program {
 
-void printAnswer(std::string_view path, std::string_view answer) {
-  print(escapeForTerminal(path) + ": " + escapeForTerminal(answer) + '\n');
+void printAnswer(std::string_view path, std::string_view answer, Style style) {
+  print(escapeForTerminal(path) + ": " + styled(style, escapeForTerminal(answer)) + '\n');
 }
 
 ExitStatus answerNotExif(const std::string& path) {
@@ -16,7 +16,7 @@ ExitStatus answerNotExif(const std::string& path) {
   if (refusal.status == ExitStatus::failed) {
     complainAbout(path, refusal.reason);
   } else {
-    printAnswer(path, refusal.reason);
+    printAnswer(path, refusal.reason, Style::missing);
   }
   return refusal.status;
 }

@@ -5,11 +5,12 @@
 #include <string_view>
 
 #include "exit_status.h"
+#include "terminal_style.h"
 
 namespace program {
 
 // Escaped for a terminal.
-void printAnswer(std::string_view path, std::string_view answer);
+void printAnswer(std::string_view path, std::string_view answer, Style style = Style::good);
 
 // The answer for a file that the library refused: a line, or a complaint when the file cannot be
 // opened.

@@ -1,42 +1,16 @@
 // exifkeep info: the labels and values of pictures, as a table or as JSON.
-#include <exifkeep/exifkeep.h>
-
 #include "commands.h"
 #include "file_names.h"
-#include "file_refusal.h"
 #include "json_writer.h"
 #include "language_selection.h"
+#include "picture_info.h"
 #include "standard_streams.h"
+#include "terminal_style.h"
 #include "terminal_text.h"
 #include "text_table.h"
 
 namespace program {
 namespace {
-
-// The metadata of one picture, or the reason why there is none.
-class PictureInfo {
- public:
-  explicit PictureInfo(const std::string& path) : isExif_(GetExifInfo(path.c_str(), &items_) != 0) {
-    if (!isExif_) refusal_ = explainRefusal(path);
-  }
-  ~PictureInfo() { FreeInfoList(&items_); }
-
-  bool isExif() const { return isExif_; }
-  const FileRefusal& refusal() const { return refusal_; }
-
-  template <typename Visit>
-  void forEachItem(Visit visit) const {
-    for (POSITION place = items_.GetHeadPosition(); place != nullptr;) {
-      const auto* item = static_cast<const exifkeep::InfoItem*>(items_.GetNext(place));
-      visit(static_cast<const char*>(item->label), static_cast<const char*>(item->value));
-    }
-  }
-
- private:
-  exifkeep::InfoList items_;
-  bool isExif_;
-  FileRefusal refusal_{ExitStatus::ok, ""};
-};
 
 class TableOutput {
  public:
@@ -48,7 +22,7 @@ class TableOutput {
       return;
     }
     if (headings_ && !first_) print("\n");
-    if (headings_) print(escapeForTerminal(path) + '\n');
+    if (headings_) print(styled(Style::heading, escapeForTerminal(path)) + '\n');
     first_ = false;
     TextTable table;
     info.forEachItem([&](const char* label, const char* value) { table.addRow(label, value); });
@@ -110,6 +84,7 @@ ExitStatus listAsJson(const FileNames& files) {
 
 ExitStatus info(const InfoOptions& options) {
   selectLanguage(options.language);
+  if (options.html) return listAsHtml(options);
   return options.json ? listAsJson(options.files) : listAsTable(options.files);
 }
 

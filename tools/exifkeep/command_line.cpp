@@ -3,11 +3,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <vector>
 
 #include "commands.h"
 #include "language_selection.h"
+#include "terminal_style.h"
 
 namespace program {
 namespace {
@@ -46,6 +48,17 @@ class FilesOption {
   bool nulSeparated_ = false;
 };
 
+constexpr const char* statusesOverFiles =
+    "0 all files have what was asked for, 1 one is no Exif file or lacks it,\n"
+    "2 wrong usage, 3 a file could not be opened or the output not written.";
+constexpr const char* statusesOfWriting =
+    "0 written, 2 wrong usage, 3 a file could not be opened, decoded or written;\n"
+    "what was there before is then unchanged.";
+
+void addFooter(CLI::App& command, const std::string& text, const std::string& statuses) {
+  command.footer(text + "\nExit status: " + statuses);
+}
+
 CLI::Option* addName(CLI::App& command, const std::string& option, std::string& value,
                      const char* type, const std::string& description) {
   return command.add_option(option, value, description)->type_name(type);
@@ -60,12 +73,22 @@ void addInfo(Parser& parser) {
       ->check([](const std::string& tag) {
         return isLanguage(tag) ? "" : "no such language; there are " + languageTags();
       });
-  command->add_flag("--json", options->json, "Write a JSON array with an object per file");
-  command->footer(
-      "Examples:\n"
-      "  exifkeep info photo.jpg\n"
-      "  exifkeep info --lang ja *.jpg\n"
-      "  find . -name '*.jpg' -print0 | exifkeep info --json -0\n");
+  CLI::Option* json =
+      command->add_flag("--json", options->json, "Write a JSON array with an object per file");
+  CLI::Option* html = command
+                          ->add_flag("--html", options->html,
+                                     "Write one HTML page, with a switch between all languages")
+                          ->excludes(json);
+  addName(*command, "-o,--output", options->output, "OUT",
+          "File for the page of --html, standard output by default")
+      ->needs(html);
+  addFooter(*command,
+            "Examples:\n"
+            "  exifkeep info photo.jpg\n"
+            "  exifkeep info --lang ja *.jpg\n"
+            "  exifkeep info --html *.jpg -o sheet.html\n"
+            "  find . -name '*.jpg' -print0 | exifkeep info --json -0\n",
+            statusesOverFiles);
   command->callback([files, options, &parser] {
     options->files = files->names();
     parser.chosen = [options] { return info(*options); };
@@ -77,7 +100,7 @@ void addOverFiles(Parser& parser, const char* name, const char* description,
                   ExitStatus (*run)(const FileNames&), const char* examples) {
   CLI::App* command = parser.program.add_subcommand(name, description);
   auto files = std::make_shared<FilesOption>(*command, parser.namesBehindDashes);
-  command->footer(examples);
+  addFooter(*command, examples, statusesOverFiles);
   command->callback([files, run, &parser] {
     parser.chosen = [names = files->names(), run] { return run(names); };
   });
@@ -86,7 +109,8 @@ void addOverFiles(Parser& parser, const char* name, const char* description,
 void addLanguages(Parser& parser) {
   CLI::App* command =
       parser.program.add_subcommand("languages", "List the languages of info --lang");
-  command->footer("Example:\n  exifkeep languages\n");
+  addFooter(*command, "Example:\n  exifkeep languages\n",
+            "0 listed, 2 wrong usage, 3 the output could not be written.");
   command->callback([&parser] { parser.chosen = languages; });
 }
 
@@ -97,12 +121,15 @@ void addOpen(Parser& parser) {
   addName(*command, "--image", options->imageFile, "OUT", "Write the image to this file");
   addName(*command, "--thumbnail", options->thumbnailFile, "OUT",
           "Write the thumbnail to this file");
-  command->footer(
+  addFooter(
+      *command,
       "The extension of OUT names the format. Without options the size, depth and resolution of\n"
       "both are printed.\n\n"
       "Examples:\n"
       "  exifkeep open photo.jpg\n"
-      "  exifkeep open photo.jpg --thumbnail small.png\n");
+      "  exifkeep open photo.jpg --thumbnail small.png\n",
+      "0 opened, 1 FILE is no Exif file, 2 wrong usage, 3 a file could not be opened,\n"
+      "decoded or written.");
   command->callback([options, &parser] { parser.chosen = [options] { return open(*options); }; });
 }
 
@@ -122,11 +149,12 @@ void addSave(Parser& parser) {
       ->add_option("--process", options->processCode,
                    "What was done to the image: 2 turned, 3 resized, 4 to 6 filtered")
       ->type_name("N");
-  command->footer(
-      "Metadata goes along from JPEG to JPEG and from TIFF to TIFF.\n\n"
-      "Examples:\n"
-      "  exifkeep save photo.jpg copy.jpg\n"
-      "  exifkeep save photo.jpg turned.jpg --picture edited.png --process 2\n");
+  addFooter(*command,
+            "Metadata goes along from JPEG to JPEG and from TIFF to TIFF.\n\n"
+            "Examples:\n"
+            "  exifkeep save photo.jpg copy.jpg\n"
+            "  exifkeep save photo.jpg turned.jpg --picture edited.png --process 2\n",
+            statusesOfWriting);
   command->callback([options, &parser] { parser.chosen = [options] { return save(*options); }; });
 }
 
@@ -147,13 +175,29 @@ void addAudio(Parser& parser) {
   addName(*command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");
   command->add_flag("--yes", options->overwrite, "Overwrite existing files without asking");
-  command->footer(
+  addFooter(
+      *command,
       "Without --sound only a name is recorded, made from the picture's own. A picture without\n"
       "Exif data that is no TIFF file becomes a .jpg file beside it.\n\n"
       "Examples:\n"
       "  exifkeep audio photo.jpg --sound note.wav\n"
-      "  exifkeep audio photo.jpg --software 'My Album'\n");
+      "  exifkeep audio photo.jpg --software 'My Album'\n",
+      statusesOfWriting);
   command->callback([options, &parser] { parser.chosen = [options] { return audio(*options); }; });
+}
+
+void addColor(CLI::App& command) {
+  static const std::map<std::string, ColorChoice> choices = {{"auto", ColorChoice::automatic},
+                                                             {"always", ColorChoice::always},
+                                                             {"never", ColorChoice::never}};
+  command
+      .add_option_function<std::string>(
+          "--color", [](const std::string& when) { chooseColor(choices.at(when)); },
+          "Colours: auto (terminals, unless NO_COLOR is set), always or never")
+      ->type_name("WHEN")
+      ->check([](const std::string& when) {
+        return choices.count(when) ? "" : "takes auto, always or never";
+      });
 }
 
 void addCommands(Parser& parser) {
@@ -171,19 +215,28 @@ void addCommands(Parser& parser) {
   addOpen(parser);
   addSave(parser);
   addAudio(parser);
+  for (CLI::App* command : parser.program.get_subcommands({})) {
+    command->group("Commands");
+    addColor(*command);
+  }
 }
 
 void describe(CLI::App& program) {
   program.name("exifkeep");
-  program.set_version_flag("--version", "exifkeep " EXIFKEEP_VERSION);
+  program.set_help_flag("-h,--help", "Print this help");
+  program.set_version_flag("--version", "exifkeep " EXIFKEEP_VERSION, "Print the version");
+  for (const auto& [key, label] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("REQUIRED", ""),
+                                   std::pair("Positionals", "Arguments")}) {
+    program.get_formatter()->label(key, label);
+  }
   program.require_subcommand(0, 1);
-  program.footer(
-      "Examples:\n"
-      "  exifkeep info photo.jpg\n"
-      "  exifkeep info --lang de --json photo.jpg\n"
-      "  exifkeep save photo.jpg edited.jpg --picture edited.png\n\n"
-      "exifkeep COMMAND --help tells more. Exit status: 0 every file was an Exif file, 1 one was\n"
-      "not, 2 wrong usage, 3 a file could not be opened or written.\n");
+  addFooter(program,
+            "exifkeep COMMAND --help tells more.\n\nExamples:\n"
+            "  exifkeep info photo.jpg\n"
+            "  exifkeep info --lang de --json photo.jpg\n"
+            "  exifkeep save photo.jpg edited.jpg --picture edited.png\n",
+            "0 every file was an Exif file and had what was asked for, 1 one was not or\n"
+            "had not, 2 wrong usage, 3 a file could not be opened or written.");
 }
 
 bool takesManyFiles(const CLI::App& program, const std::string& command) {

@@ -41,7 +41,7 @@ ExitStatus save(const SaveOptions& options) {
     complainAbout(options.destination, "not saved");
     return ExitStatus::failed;
   }
-  complainAbout(options.destination, outcome(options, sourceHadExif));
+  noteAbout(options.destination, outcome(options, sourceHadExif));
   return ExitStatus::ok;
 }
 

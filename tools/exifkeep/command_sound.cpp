@@ -11,7 +11,7 @@ ExitStatus answer(const std::string& path) {
   char name[15];
   if (!GetSoundFile(path.c_str(), name)) {
     if (!IsExifFile(path.c_str())) return answerNotExif(path);
-    printAnswer(path, "no recording");
+    printAnswer(path, "no recording", Style::missing);
     return ExitStatus::notExif;
   }
   printAnswer(path, name);

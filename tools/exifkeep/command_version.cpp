@@ -13,7 +13,7 @@ ExitStatus answer(const std::string& path) {
   const float number = GetExifVersion(path.c_str());
   if (number == 0.0f) {
     if (!IsExifFile(path.c_str())) return answerNotExif(path);
-    printAnswer(path, "no Exif version");
+    printAnswer(path, "no Exif version", Style::missing);
     return ExitStatus::notExif;
   }
   char digits[32];

@@ -13,8 +13,12 @@ struct InfoOptions {
   FileNames files;
   std::string language;  // BCP 47; empty for the user's own
   bool json = false;
+  bool html = false;
+  std::string output;  // file for the HTML page; empty for standard output
 };
 ExitStatus info(const InfoOptions& options);
+// What info does for html, in the language selected before.
+ExitStatus listAsHtml(const InfoOptions& options);
 
 ExitStatus check(const FileNames& files);
 ExitStatus version(const FileNames& files);

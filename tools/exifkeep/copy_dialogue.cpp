@@ -6,7 +6,9 @@
 
 #include <iostream>
 
+#include "progress_line.h"
 #include "standard_streams.h"
+#include "terminal_style.h"
 #include "terminal_text.h"
 
 namespace program {
@@ -27,14 +29,14 @@ bool askOnTerminal(const std::string& target) {
 CopyDialogue::CopyDialogue(bool overwriteUnasked) : overwriteUnasked_(overwriteUnasked) {
   ShellCopyHandler handler;
   handler.mayOverwrite = answerOverwrite;
-  if (::isatty(STDERR_FILENO)) handler.progress = showProgress;
+  if (isCapableTerminal(Stream::error)) handler.progress = showProgress;
   handler.context = this;
   SetShellCopyHandler(handler);
 }
 
 CopyDialogue::~CopyDialogue() {
   SetShellCopyHandler({});
-  if (shownPercent_ >= 0) std::cerr << "\r\x1b[K" << std::flush;
+  eraseProgress();
 }
 
 bool CopyDialogue::mayOverwrite(const std::string& target) const {
@@ -52,7 +54,7 @@ bool CopyDialogue::showProgress(void* context, HWND, std::uint64_t done, std::ui
   if (total < largeCopy) return true;
   int& shown = static_cast<CopyDialogue*>(context)->shownPercent_;
   const int percent = static_cast<int>(done * 100 / total);
-  if (percent != shown) std::cerr << "\rcopying " << percent << " %" << std::flush;
+  if (percent != shown) drawProgress("copying " + std::to_string(percent) + " %");
   shown = percent;
   return true;
 }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <optional>
 
+#include "progress_line.h"
 #include "standard_streams.h"
 
 namespace program {
@@ -45,10 +46,13 @@ bool FileNames::readsInput() const {
   return nulSeparated || holdsDash(arguments);
 }
 
-ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer) const {
+ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
+                              bool answersKeptBack) const {
   ExitStatus gravest = ExitStatus::ok;
+  BatchProgress progress(readsInput() ? 0 : arguments.size(), answersKeptBack);
   const auto take = [&](const std::string& name) {
     gravest = std::max(gravest, answer(name));
+    progress.advance();
     return flushOutput();
   };
   std::vector<std::string> names = arguments;

@@ -19,8 +19,10 @@ struct FileNames {
   // Whether answers must tell which file they are about.
   bool several() const { return arguments.size() > 1 || readsInput(); }
   // Calls `answer` for each name, flushes standard output after each, and returns the gravest
-  // status. Ends early when standard output cannot be written.
-  ExitStatus forEach(const std::function<ExitStatus(const std::string&)>& answer) const;
+  // status. Ends early when standard output cannot be written. Answers that are kept back until the
+  // end leave the terminal free to show how far the work is.
+  ExitStatus forEach(const std::function<ExitStatus(const std::string&)>& answer,
+                     bool answersKeptBack = false) const;
 };
 
 }  // namespace program

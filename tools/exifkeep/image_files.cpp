@@ -60,10 +60,15 @@ std::string whyNotWritable(const std::string& path) {
 
 }  // namespace
 
-bool readImage(const std::string& path, PRaster& image) {
-  if (!canBeOpened(path)) return false;
+bool decodeImage(const std::string& path, PRaster& image) {
   if (decode(path.c_str(), image)) return true;
   image.DeleteImage();
+  return false;
+}
+
+bool readImage(const std::string& path, PRaster& image) {
+  if (!canBeOpened(path)) return false;
+  if (decodeImage(path, image)) return true;
   complainAbout(path, "not a picture that can be decoded");
   return false;
 }

@@ -24,6 +24,10 @@ void selectLanguage(std::string_view tag) {
   ::setenv("LC_ALL", "C.UTF-8", 1);
 }
 
+std::string_view selectedLanguage() {
+  return tagOf(exifkeep::userLanguage());
+}
+
 bool isLanguage(std::string_view tag) {
   return exifkeep::matchLanguage(tag) != 0;
 }

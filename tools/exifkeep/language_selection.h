@@ -12,6 +12,9 @@ namespace program {
 // REQUIRES: tag is empty or isLanguage(tag).
 void selectLanguage(std::string_view tag);
 
+// The tag of the language selected now.
+std::string_view selectedLanguage();
+
 bool isLanguage(std::string_view tag);
 
 // The tags of all languages, as a list for people.

@@ -11,6 +11,8 @@
 #include <iostream>
 #include <string>
 
+#include "progress_line.h"
+#include "terminal_style.h"
 #include "terminal_text.h"
 
 namespace program {
@@ -24,15 +26,6 @@ void fillIfClosed(int descriptor, int flags) {
 
 std::string keptOutput;
 
-bool writeAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written == -1 && errno != EINTR) return false;
-    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 // The program works in UTF-8 throughout; only here texts become what the user's locale asks for, as
 // it was when the program started.
 std::string inUserCharset(std::string_view text) {
@@ -40,6 +33,11 @@ std::string inUserCharset(std::string_view text) {
   std::string encoded(text);
   if (encoder != nullptr) encoder->encode(text, encoded);
   return encoded;
+}
+
+void writeMessage(const std::string& prefix, std::string_view text) {
+  eraseProgress();
+  std::cerr << prefix + ' ' + inUserCharset(escapeForTerminal(text)) + '\n';
 }
 
 }  // namespace
@@ -51,6 +49,15 @@ void guardStandardStreams() {
   // Writing to a pipe without a reader then fails like any other write.
   std::signal(SIGPIPE, SIG_IGN);
   inUserCharset("");
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+    if (written == -1 && errno != EINTR) return false;
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
 }
 
 void print(std::string_view text) {
@@ -72,11 +79,15 @@ bool flushOutput() {
 }
 
 void complain(std::string_view text) {
-  std::cerr << "exifkeep: " + inUserCharset(escapeForTerminal(text)) + '\n';
+  writeMessage(styled(Style::error, "exifkeep:", Stream::error), text);
 }
 
 void complainAbout(std::string_view file, std::string_view text) {
   complain(std::string(file) + ": " + std::string(text));
+}
+
+void noteAbout(std::string_view file, std::string_view text) {
+  writeMessage("exifkeep:", std::string(file) + ": " + std::string(text));
 }
 
 }  // namespace program

@@ -18,11 +18,17 @@ void printBytes(std::string_view bytes);
 // after saying so once, when standard output cannot be written.
 bool flushOutput();
 
+// Writes all bytes to an open descriptor; false, with errno set, when that fails.
+bool writeAll(int descriptor, std::string_view bytes);
+
 // One line on standard error: the program's name and `text`, escaped for a terminal and in the
 // user's charset.
 void complain(std::string_view text);
 
 // The same about one file.
 void complainAbout(std::string_view file, std::string_view text);
+
+// The same about something that went well.
+void noteAbout(std::string_view file, std::string_view text);
 
 }  // namespace program

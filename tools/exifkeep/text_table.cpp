@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "terminal_style.h"
 #include "terminal_text.h"
 
 namespace program {
@@ -20,7 +21,7 @@ std::string TextTable::text(std::string_view indent) const {
   std::string lines;
   for (const Row& row : rows_) {
     lines += indent;
-    lines += row.left;
+    lines += styled(Style::label, row.left);
     if (!row.right.empty()) lines.append(widest - row.leftWidth + gap, ' ') += row.right;
     lines += '\n';
   }

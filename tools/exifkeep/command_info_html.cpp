@@ -1,0 +1,95 @@
+// exifkeep info --html: the labels and values of pictures in all languages, as one page.
+#include <language.h>
+
+#include <algorithm>
+
+#include "commands.h"
+#include "info_sheet.h"
+#include "language_selection.h"
+#include "picture_info.h"
+#include "replace_file.h"
+#include "standard_streams.h"
+
+namespace program {
+namespace {
+
+using Kind = SheetPicture::Kind;
+
+// The page goes to standard output piece by piece, or to a file in the end.
+class SheetOutput {
+ public:
+  explicit SheetOutput(const std::string& file) : file_(file) {}
+
+  bool keepsBack() const { return !file_.empty(); }
+  void write(const std::string& html) {
+    if (keepsBack()) {
+      kept_ += html;
+    } else {
+      printBytes(html);
+    }
+  }
+  bool finish() const { return !keepsBack() || replaceFile(file_, kept_); }
+
+ private:
+  const std::string& file_;
+  std::string kept_;
+};
+
+// Adds the texts of the language selected now; a file that has changed meanwhile may lack some.
+void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, std::size_t language) {
+  const std::size_t count = exifkeep::languageVariants().size();
+  std::size_t at = 0;
+  info.forEachItem([&](const char* label, const char* value) {
+    if (at == rows.size()) rows.push_back({LanguageTexts(count), LanguageTexts(count)});
+    rows[at].label[language] = label;
+    rows[at].value[language] = value;
+    ++at;
+  });
+}
+
+SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
+  SheetPicture picture;
+  picture.path = path;
+  std::size_t language = 0;
+  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
+    selectLanguage(variant.tag);
+    const PictureInfo info(path);
+    refusal = info.refusal();
+    if (!info.isExif()) break;
+    addLanguage(info, picture.rows, language++);
+  }
+  if (refusal.status == ExitStatus::notExif) picture.kind = Kind::notExif;
+  if (refusal.status == ExitStatus::failed) picture.kind = Kind::notOpened;
+  if (picture.kind != Kind::notOpened) picture.preview = makePreview(path);
+  return picture;
+}
+
+// Nobody wants a picture overwritten with its description.
+bool wouldOverwrite(const InfoOptions& options, const std::string& path) {
+  if (!isSameFile(options.output, path)) return false;
+  complainAbout(options.output, "is one of the files to list; choose another name for -o");
+  return true;
+}
+
+}  // namespace
+
+ExitStatus listAsHtml(const InfoOptions& options) {
+  SheetOutput output(options.output);
+  const std::string title = options.files.several() ? "Exif" : options.files.arguments.front();
+  output.write(beginSheet(title, selectedLanguage()));
+  bool overwrites = false;
+  const ExitStatus status = options.files.forEach(
+      [&](const std::string& path) {
+        overwrites = overwrites || wouldOverwrite(options, path);
+        if (overwrites) return ExitStatus::failed;
+        FileRefusal refusal{ExitStatus::ok, ""};
+        output.write(sheetSection(readPicture(path, refusal)));
+        if (refusal.status != ExitStatus::ok) complainAbout(path, refusal.reason);
+        return refusal.status;
+      },
+      output.keepsBack());
+  output.write(endSheet());
+  return !overwrites && output.finish() ? status : ExitStatus::failed;
+}
+
+}  // namespace program

@@ -1,0 +1,17 @@
+// A small picture of a picture, for pages and lists.
+#pragma once
+
+#include <string>
+
+namespace program {
+
+struct PicturePreview {
+  std::string jpeg;  // the bytes of a JPEG file; empty when the picture cannot be shown
+  unsigned width = 0;
+  unsigned height = 0;
+};
+
+// The thumbnail that the file holds, else one made from its image. Silent on failure.
+PicturePreview makePreview(const std::string& path);
+
+}  // namespace program
