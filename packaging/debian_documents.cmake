@@ -1,0 +1,22 @@
+# Run by cpack over the files of each package before it packs them: the documents that every Debian
+# package has, and manual pages compressed as Debian has them.
+find_program(GZIP gzip REQUIRED)
+
+function(write_compressed source target)
+  execute_process(COMMAND ${GZIP} -9nc ${source} OUTPUT_FILE ${target} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+  set(root ${CPACK_TEMPORARY_DIRECTORY}/${component}${CPACK_PACKAGING_INSTALL_PREFIX})
+  string(TOUPPER ${component} key)
+  set(documents ${root}/share/doc/${CPACK_DEBIAN_${key}_PACKAGE_NAME})
+  file(MAKE_DIRECTORY ${documents})
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/../LICENSE ${documents}/copyright COPYONLY)
+  write_compressed(${CMAKE_CURRENT_LIST_DIR}/debian_changelog ${documents}/changelog.Debian.gz)
+
+  file(GLOB pages ${root}/share/man/man*/*.[0-9])
+  foreach(page IN LISTS pages)
+    write_compressed(${page} ${page}.gz)
+    file(REMOVE ${page})
+  endforeach()
+endforeach()

@@ -1,0 +1,38 @@
+# Bash completion of exifkeep: commands, options, and file names.
+
+_exifkeep_languages="de en es fi fr it ja ko nl pt sv zh-CN zh-TW"
+
+# The values of an option that takes one of a few; false for any other.
+_exifkeep_choices() {
+  case $1 in
+    --color) echo auto always never ;;
+    --lang) echo "$_exifkeep_languages" ;;
+    --process) echo 2 3 4 5 6 ;;
+    --software) ;;
+    *) return 1 ;;
+  esac
+}
+
+_exifkeep_options() {
+  case $1 in
+    info) echo --lang --json --html --output -o --null -0 ;;
+    check | version | sound) echo --null -0 ;;
+    open) echo --image --thumbnail ;;
+    save) echo --picture --thumbnail --process ;;
+    audio) echo --sound --software --picture --thumbnail --yes ;;
+  esac
+  echo --color --help -h
+}
+
+_exifkeep() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=
+  if [ "$COMP_CWORD" -eq 1 ]; then
+    words="info check version sound languages open save audio --help -h --version"
+  elif ! words=$(_exifkeep_choices "$before"); then
+    # Without words of its own the shell completes file names.
+    [[ $word == -* ]] && words=$(_exifkeep_options "${COMP_WORDS[1]}")
+  fi
+  mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
+}
+
+complete -o default -F _exifkeep exifkeep
