@@ -1,96 +1,191 @@
-// exifkeep: reads and writes the Exif metadata of JPEG and TIFF pictures (Exif 2.2, TIFF 6.0).
-//
-// This one include gives a host the ten functions, the list of labels and values, and the
-// framework, raster and window types that cross the boundary. Paths and texts are NUL-terminated
-// 8-bit strings in the user's code page and never null; nothing is thrown across the boundary.
-// Every function may be called from any thread; a list or an image belongs to one call at a time.
+/// @file
+/// Reads and writes the Exif metadata of JPEG and TIFF pictures (Exif 2.2, TIFF 6.0).
+///
+/// This one include gives a host the ten functions, the list of labels and values, and the
+/// framework, raster and window types that cross the boundary. What holds for all ten functions:
+///
+/// - Paths and texts are NUL-terminated 8-bit strings and never null. Paths are the file system's
+///   bytes; texts are in the user's code page. What a function only reads stays the host's and is
+///   not kept.
+/// - Nothing is thrown. Except where said, results are 1 for yes or done and 0 for no or failed,
+///   also when memory runs out. There is no further error code.
+/// - Any thread may call any function at any time. A list or an image belongs to one call at a
+///   time.
+/// - Only regular files are opened, and each is closed before the call returns.
+/// - What a file is, is told by its extension (tif, tiff, jpg, jpeg or jpe in any case) together
+///   with its first bytes.
 #pragma once
 
 #include <afxwin.h>
 #include <praster.h>
 #include <windows.h>
 
+/// @cond
 #if defined(_WIN32)
 #define EXIFKEEP_API
 #else
 #define EXIFKEEP_API __attribute__((visibility("default")))
 #endif
+/// @endcond
 
+/// The library's own types.
 namespace exifkeep {
 
-// One entry of the list that GetExifInfo fills: a field's name in the user's language and its value
-// as display text. Made by the library and released by FreeInfoList only.
+/// One entry of the list that GetExifInfo fills. Made by the library and destroyed by FreeInfoList
+/// only.
 struct InfoItem {
-  CString label;
-  CString value;
+  CString label;  ///< The field's name in the user's language and code page.
+  CString value;  ///< Its value as display text. Texts of the file itself are its bytes unchanged.
 };
 
-// The host's list; every element is an InfoItem*.
+/// The host's list of properties. Every element is an InfoItem*.
 using InfoList = CPtrList;
 
 }  // namespace exifkeep
 
 extern "C" {
 
-// Tells whether the file at `path` is an Exif JPEG or Exif TIFF file: its extension is tif, tiff,
-// jpg, jpeg or jpe, and its IFD0 points to an Exif directory that holds an ExifVersion entry
-// (Exif 2.2, 4.6.3). JPEG files are accepted when the Exif APP1 segment follows SOI directly or
-// behind one APP0 segment. Returns 1 or 0.
+/// Tells whether a file is an Exif JPEG or Exif TIFF file: whether the Exif directory that its IFD0
+/// points to holds an ExifVersion entry (Exif 2.2, 4.6.3).
+///
+/// A JPEG file counts when its Exif APP1 segment follows SOI directly or behind one APP0 segment
+/// (Exif 2.2, 4.7.2). Segments further on are not looked for.
+///
+/// @param path  the file
+/// @return 1 or 0; 0 also when the file cannot be opened
 EXIFKEEP_API int IsExifFile(const char* path) noexcept;
 
-// Decodes the picture at `path` into `image` and the thumbnail of its IFD1 into `thumbnail`; either
-// may be null. What the two objects held before is replaced; a picture that cannot be decoded
-// leaves `image` empty, a file without a thumbnail leaves `thumbnail` as it was. Returns 0 when the
-// file is not an Exif file (the objects are then untouched), else 1, also when decoding failed.
+/// Decodes a picture and its thumbnail into the host's images.
+///
+/// Pixels come as they are stored: Orientation is not applied. The thumbnail is that of IFD1, a
+/// JPEG stream or uncompressed.
+///
+/// @param path  the file
+/// @param[out] image  may be null. What it held is freed; it is empty afterwards when the picture
+///     cannot be decoded.
+/// @param[out] thumbnail  may be null. Left as it was when the file has no thumbnail that can be
+///     read, empty when the thumbnail cannot be decoded.
+/// @return 0, with both images untouched, when the file is not an Exif file, else 1. So 1 does not
+///     mean that the picture could be decoded: ask PRaster::IsEmpty.
 EXIFKEEP_API int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept;
 
-// Appends the metadata of the picture at `path` to `list`, one exifkeep::InfoItem a field, first
-// those of IFD0 and then those of the Exif directory, in the user's language. The host owns the
-// list; the items stay the library's until FreeInfoList. Returns 1, or 0 (and leaves the list as it
-// was) when the file is not an Exif file, the list is null or the path is empty.
+/// Lists the metadata of a picture as display texts, one exifkeep::InfoItem a field: first those of
+/// IFD0, then those of the Exif directory (Exif 2.2, 4.6.4 and 4.6.5).
+///
+/// GPS fields are not listed. Language and code page are taken from the environment anew in every
+/// call; a text that a language lacks is empty.
+///
+/// @param path  the file
+/// @param[in,out] list  the host's list; items are added at its end. They stay the library's: give
+///     the list to FreeInfoList before it is destroyed.
+/// @return 1, or 0 with the list as it was: not an Exif file, an empty path, a null list, no memory
 EXIFKEEP_API int GetExifInfo(const char* path, CPtrList* list) noexcept;
 
-// Removes and destroys all items of `list`. Returns 1 when the list is empty afterwards, 0 for a
-// null list.
+/// Destroys all items of a list that GetExifInfo filled. The list itself stays the host's and can
+/// be filled again.
+///
+/// @param[in,out] list  holds nothing but the library's items
+/// @return 1, or 0 for a null list
 EXIFKEEP_API int FreeInfoList(CPtrList* list) noexcept;
 
-// Returns the Exif version of the picture at `path` as a number ("0220" gives 2.2f), 0.0f when it
-// has none.
+/// Reads the version of Exif that a picture was written for (Exif 2.2, 4.6.5 A).
+///
+/// @param path  the file
+/// @return the version as a number, 2.2f for "0220"; 0.0f when the file is not an Exif file. The
+///     four characters are not checked to be digits.
 EXIFKEEP_API float GetExifVersion(const char* path) noexcept;
 
-// Copies the name of the WAV recording that the picture at `path` names in RelatedSoundFile
-// (Exif 2.2, 4.6.5 C) into `soundFileName`, a buffer of at least 15 bytes, NUL included. The name
-// has no directory: the recording lies beside the picture. Returns 1, or 0 with the buffer
-// untouched when there is no such name.
+/// Reads the name of the recording that a picture is accompanied by: RelatedSoundFile (Exif 2.2,
+/// 4.6.5 C), when ".wav", ".WAV" or ".Wav" is in it.
+///
+/// @param path  the file
+/// @param[out] soundFileName  a buffer of at least 15 bytes: a name of up to 14 and its NUL. It has
+///     no directory, for the recording lies beside the picture; whether it is there is not looked
+///     at.
+/// @return 1, or 0 with the buffer untouched when the picture names no such recording
 EXIFKEEP_API int GetSoundFile(const char* path, char* soundFileName) noexcept;
 
-// Saves `image` to `destination` in the format its extension names. When the source is an Exif JPEG
-// saved as JPEG, or an Exif TIFF saved as TIFF, the source's metadata goes along with a new
-// thumbnail: `thumbnail`, or one of 160 x 120 pixels made from the image when it is null or empty.
-// Returns 1 when the destination was written, else 0 (also for a null or empty image).
+/// Saves an image together with the metadata of the picture that it came from.
+///
+/// Metadata goes along when source and destination are both JPEG or both TIFF by name and the
+/// source is an Exif file; any other save writes the image alone. DateTime becomes the time of
+/// saving, and the thumbnail is a new one; the rest is what Exif 2.2 defines, as far as the library
+/// carries it over.
+///
+/// Directories and thumbnail have 64 KiB, the size of a JPEG segment (ITU-T T.81, B.1.1.4). When
+/// the directories alone do not fit, the maker note stays behind, then the user comment; when it is
+/// the thumbnail that does not fit, the save fails, and one with a smaller thumbnail may succeed.
+/// The thumbnail of a TIFF picture is not compressed: one of 160 x 120 pixels takes 57,600 bytes.
+///
+/// The destination is replaced when all is written; a save that fails leaves it as it was.
+///
+/// @param source  the picture whose metadata goes along; need not exist
+/// @param destination  the file to write, in the format that its extension names: jpg, jpeg, jpe,
+///     tif, tiff or png. May be the source. For another extension the message box says that the
+///     document could not be saved.
+/// @param image  the picture to save, of any depth; stays the host's
+/// @param thumbnail  the thumbnail to embed, at its own size. Null or empty: one of 160 x 120
+///     pixels is made from the image.
+/// @return 1 when the destination was written, with metadata or without; 0 when not, also for a
+///     null or empty image
 EXIFKEEP_API int SaveFile(const char* source, const char* destination, PRaster* image,
                           PRaster* thumbnail) noexcept;
 
-// SaveFile with metadata adjusted for a kind of processing: codes 2 to 6 set Orientation and
-// YCbCrPositioning to 1 and name the software; 2 (turned) and 3 (resized) update the pixel
-// dimensions, 2 also swaps the subject coordinates; 4, 5 and 6 (filtered) set CustomRendered. Any
-// other code changes nothing.
+/// SaveFile with the metadata adjusted to what was done to the picture.
+///
+/// The code says what was done:
+/// - 2, turned: as 3, and the subject's coordinates change places
+/// - 3, resized: PixelXDimension and PixelYDimension become the image's
+/// - 4, 5 and 6, filtered: CustomRendered becomes 1
+/// - all of these: Orientation and YCbCrPositioning become 1, and Software becomes the library's
+///   own text
+/// - any other: nothing is adjusted, as with SaveFile
+///
+/// Fields that the source lacks stay away, except Software.
+///
+/// @param source  as for SaveFile
+/// @param destination  as for SaveFile
+/// @param processCode  what was done to the picture
+/// @param image  as for SaveFile
+/// @param thumbnail  as for SaveFile
+/// @return as SaveFile
 EXIFKEEP_API int SaveProcessFile(const char* source, const char* destination, int processCode,
                                  PRaster* image, PRaster* thumbnail) noexcept;
 
-// Rewrites the picture at `picturePath` with `image`, recording `softwareName` (at most 255 bytes)
-// as Software and a sound file name made from the picture's own (8.3, extension wav) as
-// RelatedSoundFile. A picture without Exif data gets a new Exif segment and, unless it is TIFF, the
-// extension jpg: the new path is written back into `picturePath`, which must have room for a
-// three-letter extension; its image is converted to 24 bits. Returns 1 when the picture was
-// rewritten, else 0.
+/// Rewrites a picture with an image and the name of a recording that the host has made or will
+/// make: RelatedSoundFile becomes a name made from the picture's own, in 8.3 form with the
+/// extension wav. GetSoundFile tells it.
+///
+/// A picture without Exif data gets new Exif data: a TIFF file by name stays one, any other becomes
+/// a JPEG file beside it with the extension jpg, which replaces a file that has that name. The
+/// picture's name must have a "." in it.
+///
+/// @param[in,out] picturePath  the picture. The new path is written back here, so there must be
+///     room for a three-letter extension and the NUL; it may be changed even when the save fails.
+/// @param softwareName  the host's name, for Software (Exif 2.2, 4.6.4 D); cut to 255 bytes
+/// @param[in,out] image  the picture's pixels. Converted to 24 bits when the file had no Exif data.
+/// @param thumbnail  as for SaveFile
+/// @return 1 when the picture was rewritten, else 0, and the picture is then as it was
 EXIFKEEP_API int AddAudio(char* picturePath, const char* softwareName, PRaster* image,
                           PRaster* thumbnail) noexcept;
 
-// AddAudio for an existing recording: copies the file at `soundPath` beside the picture under a
-// name of at most 12 bytes, which is written back into `soundPath` and recorded. `owner` is the
-// window for the shell's progress and overwrite questions. Returns 1, 2 when the user cancelled the
-// copy, 0 on failure.
+/// AddAudio for a recording that exists: first copies it beside the picture, under its own name
+/// when that has at most 12 bytes, else under a short name that is free.
+///
+/// A recording that lies there already is not copied. Progress, and whether an existing file may be
+/// overwritten, are asked of the host through SetShellCopyHandler; without a handler an existing
+/// file stays, and the call is cancelled.
+///
+/// @param[in,out] picturePath  as for AddAudio
+/// @param softwareName  as for AddAudio
+/// @param[in,out] soundPath  the recording. Its new name, of at most 12 bytes and without a
+///     directory, is written back here once it is in place. To be copied, its path and the new one
+///     have at most 258 bytes each.
+/// @param[in,out] image  as for AddAudio
+/// @param thumbnail  as for SaveFile
+/// @param owner  the window that the questions belong to, handed on to the handler; may be null
+/// @return 1 when the recording is attached; 2 when the user cancelled the copy and nothing was
+///     changed; 0 on failure, with the picture as it was but perhaps the recording copied
 EXIFKEEP_API int AddAudioFile(char* picturePath, const char* softwareName, char* soundPath,
                               PRaster* image, PRaster* thumbnail, HWND owner) noexcept;
 

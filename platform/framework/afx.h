@@ -1,6 +1,7 @@
-// The framework's root class and its string. Strings hold 8-bit text without a NUL inside; short
-// ones need no memory of their own. Memory shortage is reported as std::bad_alloc and nothing else
-// is thrown. Relies on windows.h for the type names only.
+/// @file
+/// The framework's root class and its string. Strings hold 8-bit text without a NUL inside; short
+/// ones need no memory of their own. Memory shortage is reported as std::bad_alloc and nothing else
+/// is thrown. Relies on windows.h for the type names only.
 #pragma once
 
 #include <windows.h>
@@ -8,66 +9,91 @@
 #include <compare>
 #include <string>
 
+/// @cond
 #if defined(__GNUC__)
 #define AFX_PRINTF_FORMAT(formatIndex, firstArgument) \
   __attribute__((format(printf, formatIndex, firstArgument)))
 #else
 #define AFX_PRINTF_FORMAT(formatIndex, firstArgument)
 #endif
+/// @endcond
 
+/// The root of the framework's classes. Not to be copied.
 class CObject {
  public:
+  /// @cond
   CObject(const CObject&) = delete;
   CObject& operator=(const CObject&) = delete;
   virtual ~CObject() = default;
+  /// @endcond
 
  protected:
   CObject() = default;
 };
 
+/// A text of 8-bit characters.
 class CString {
  public:
+  /// Empty.
   CString() = default;
+  /// A copy of the text; empty for null.
   CString(const char* text) : text_(text != nullptr ? text : "") {}
-  // At most `length` bytes of `text`, up to a NUL: for fields that may lack their terminator.
+  /// At most `length` bytes of `text`, up to a NUL: for fields that may lack their terminator.
   CString(const char* text, int length);
 
+  /// Null empties the string.
   CString& operator=(const char* text);
+  /// @{
+  /// Appends; nothing for null or NUL.
   CString& operator+=(const CString& tail);
   CString& operator+=(const char* tail);
   CString& operator+=(char tail);
+  /// @}
 
+  /// The text with its NUL, valid until the string is changed or destroyed. A function that takes
+  /// any argument, such as printf, has to be given `static_cast<const char*>(text)`.
   operator LPCSTR() const { return text_.c_str(); }
+  /// In bytes, without the NUL.
   int GetLength() const { return static_cast<int>(text_.size()); }
+  /// Whether there is no text.
   BOOL IsEmpty() const { return text_.empty(); }
+  /// Makes the string empty.
   void Empty() { text_.clear(); }
 
-  // A position outside the text reads as NUL and is not written to. Writing NUL ends the text
-  // there.
+  /// @{
+  /// A character. A position outside the text reads as NUL and is not written to. Writing NUL ends
+  /// the text there.
   char GetAt(int index) const;
   char operator[](int index) const { return GetAt(index); }
   void SetAt(int index, char value);
+  /// @}
 
-  // Counts and positions outside the text are cut to it.
+  /// @{
+  /// A part of the text. Counts and positions outside the text are cut to it.
   CString Left(int count) const;
   CString Right(int count) const;
   CString Mid(int first) const;
   CString Mid(int first, int count) const;
+  /// @}
 
-  // The position of the first (last) occurrence from `start` on, or -1.
+  /// @{
+  /// The position of the first (ReverseFind: last) occurrence from `start` on, or -1.
   int Find(char wanted, int start = 0) const;
   int Find(const char* wanted, int start = 0) const;
   int ReverseFind(char wanted) const;
-  // Returns the number of characters replaced.
+  /// @}
+  /// Replaces every `from`. Returns the number of characters replaced.
   int Replace(char from, char to);
 
-  // printf into this string, with "." in numbers whatever the locale. Arguments may point into it.
+  /// printf into this string, with "." in numbers whatever the locale. Arguments may point into it.
   void Format(const char* format, ...) AFX_PRINTF_FORMAT(2, 3);
 
-  // The text with this id of the thread's current module state, in the user's language and code
-  // page; FALSE and empty when it has none.
+  /// The text with this id of the thread's current module state, in the user's language and code
+  /// page; FALSE and empty when it has none.
   BOOL LoadString(UINT id);
 
+  /// @{
+  /// Compares bytes, as numbers without sign.
   friend bool operator==(const CString& left, const CString& right) {
     return left.text_ == right.text_;
   }
@@ -78,11 +104,15 @@ class CString {
   friend std::strong_ordering operator<=>(const CString& left, const char* right) {
     return left.text_ <=> right;
   }
+  /// @}
 
  private:
   std::string text_;
 };
 
+/// @{
+/// Both texts, one behind the other.
 CString operator+(const CString& left, const CString& right);
 CString operator+(const CString& left, const char* right);
 CString operator+(const char* left, const CString& right);
+/// @}

@@ -1,5 +1,6 @@
-// The framework in one include: objects, strings and lists, module states, and here the application
-// object, the owner window and the message box.
+/// @file
+/// The framework in one include: objects, strings and lists, module states, and here the
+/// application object, the owner window and the message box.
 #pragma once
 
 #include <afx.h>
@@ -7,39 +8,47 @@
 #include <afxstat_.h>
 #include <windows.h>
 
+/// The application object. A host needs none here.
 class CWinApp : public CObject {
  public:
+  /// Does nothing.
   CWinApp() = default;
+  /// Whether the application may start.
   virtual BOOL InitInstance() { return TRUE; }
 };
 
-// A window that the host owns.
+/// A window that the host owns.
 class CWnd : public CObject {
  public:
+  /// Of the handle, which stays the host's.
   explicit CWnd(HWND window = nullptr) : m_hWnd(window) {}
-  HWND m_hWnd;
+  HWND m_hWnd;  ///< The handle that was given.
 };
 
-// The main window of the calling thread, or null when the host has set none.
+/// The main window of the calling thread, or null when the host has set none.
 CWnd* AfxGetMainWnd();
 
-// The framework's own prompts.
+/// The framework's own prompts.
 inline constexpr UINT AFX_IDP_FAILED_TO_SAVE_DOC = 0xF102;
 
-// Shows a text to the user: through the host's handler, else as one line on standard error. Ids of
-// the framework's own prompts give the framework's text, any other id the current module's.
+/// @{
+/// Shows a text to the user: through the host's handler, else as one line on standard error. Ids of
+/// the framework's own prompts give the framework's text, any other id the current module's.
 int AfxMessageBox(UINT id, UINT type = MB_OK, UINT help = static_cast<UINT>(-1));
 int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT help = 0);
+/// @}
 
-// ---- This stand-in's own additions, for hosts
-// -----------------------------------------------------
+// ---- This stand-in's own additions, for hosts ---------------------------------------------------
 
-// Sets (or, with null, takes back) the calling thread's main window; the window stays the host's.
+/// Sets (or, with null, takes back) the calling thread's main window; the window stays the host's.
 void AfxSetMainWnd(CWnd* window);
 
-// Answers with the button pressed, such as IDOK; must not throw.
+/// The host's message box. `context` is what was installed with it, `type` tells the buttons, such
+/// as MB_OK. Answers with the button pressed, such as IDOK; must not throw.
 using AfxMessageBoxHandler = int (*)(void* context, const char* text, UINT type);
 
-// Installs the handler for all threads of the process, null removes it. Any thread may call it. The
-// handler runs on the thread that has something to say.
+/// Installs the handler for all threads of the process, null removes it. Any thread may call it.
+/// The handler runs on the thread that has something to say: within a call of the library, a save
+/// to a file whose extension names no format. `context` is handed to the handler and stays the
+/// host's.
 void AfxSetMessageBoxHandler(AfxMessageBoxHandler handler, void* context);

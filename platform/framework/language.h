@@ -1,6 +1,7 @@
-// The languages that string tables are held in, and which of them the user reads. Environment
-// variables as POSIX and GNU gettext define them (LANGUAGE, LC_ALL, LC_MESSAGES, LANG); the process
-// locale is neither read nor set.
+/// @file
+/// The languages that string tables are held in, and which of them the user reads. Environment
+/// variables as POSIX and GNU gettext define them (LANGUAGE, LC_ALL, LC_MESSAGES, LANG); the
+/// process locale is neither read nor set.
 #pragma once
 
 #include <windows.h>
@@ -10,20 +11,21 @@
 
 namespace exifkeep {
 
+/// A language that texts are held in.
 struct LanguageVariant {
-  LANGID language;
-  std::string_view tag;   // BCP 47
-  std::string_view name;  // in the language itself, UTF-8
+  LANGID language;        ///< Its id.
+  std::string_view tag;   ///< BCP 47.
+  std::string_view name;  ///< In the language itself, UTF-8.
 };
 
-// All thirteen, in ascending order of their language ids.
+/// All thirteen, in ascending order of their language ids.
 std::span<const LanguageVariant> languageVariants();
 
-// The variant for a POSIX locale name (de_AT.UTF-8) or BCP 47 tag (zh-Hant-TW), in any ASCII case;
-// 0 when it is none of the thirteen languages.
+/// The variant for a POSIX locale name (de_AT.UTF-8) or BCP 47 tag (zh-Hant-TW), in any ASCII case;
+/// 0 when it is none of the thirteen languages.
 LANGID matchLanguage(std::string_view name);
 
-// The variant that the environment asks for; English when it names none.
+/// The variant that the environment asks for; English when it names none.
 LANGID userLanguage();
 
 }  // namespace exifkeep

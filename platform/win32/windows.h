@@ -1,12 +1,14 @@
-// The part of the Win32 interface that this library uses, for systems that are not Windows: types,
-// constants and calls carry their real names and meanings, so that code written against this header
-// also compiles against the real one. Kernel calls lie on POSIX files, memory and time; GDI is
-// palettes only. Integer types are 32 bits wide where the real ones are.
+/// @file
+/// The part of the Win32 interface that this library uses, for systems that are not Windows: types,
+/// constants and calls carry their real names and meanings, so that code written against this
+/// header also compiles against the real one. Kernel calls lie on POSIX files, memory and time; GDI
+/// is palettes only. Integer types are 32 bits wide where the real ones are.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
+/// @cond
 // Macros, as in the real header, because image libraries define the two as macros as well.
 #ifndef FALSE
 #define FALSE 0
@@ -17,7 +19,10 @@
 
 #define WINAPI
 #define CALLBACK
+/// @endcond
 
+/// @{
+/// A type of the real interface, of the same width.
 using BOOL = int;
 using INT = int;
 using UINT = unsigned int;
@@ -37,14 +42,26 @@ using LPDWORD = DWORD*;
 using PLONG = LONG*;
 using LPVOID = void*;
 using LPCVOID = const void*;
+/// @}
 
+/// Anything the system hands out by handle.
 using HANDLE = void*;
+/// A block of memory: see GlobalAlloc.
 using HGLOBAL = HANDLE;
+/// @cond
 using HGDIOBJ = void*;
 struct HWND__;
+/// @endcond
+/// A window of the host's, in whatever form it has windows; null for none. It is handed through to
+/// the host's handlers and never looked into.
 using HWND = HWND__*;
+/// @cond
 struct HPALETTE__;
+/// @endcond
+/// A palette: see AllReadPalette.
 using HPALETTE = HPALETTE__*;
+
+/// @cond
 
 struct SECURITY_ATTRIBUTES;
 using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
@@ -137,18 +154,30 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path);
 DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer);
 UINT WINAPI GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer);
 
+/// @endcond
+
 // ---- Memory blocks -----------------------------------------------------------------------------
 // Only movable blocks exist: a handle is not an address, and a block of no bytes cannot be locked.
 
+/// @{
+/// What kind of block GlobalAlloc makes. GHND is both: a movable block of zeros.
 inline constexpr UINT GMEM_MOVEABLE = 0x2;
 inline constexpr UINT GMEM_ZEROINIT = 0x40;
 inline constexpr UINT GHND = GMEM_MOVEABLE | GMEM_ZEROINIT;
+/// @}
 
+/// @{
+/// A block of memory by handle: made, with its size told, locked to be used at an address that is
+/// valid until the lock is taken back, and freed. Null when there is no memory; GlobalFree returns
+/// null when it succeeds.
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size);
 LPVOID WINAPI GlobalLock(HGLOBAL block);
 BOOL WINAPI GlobalUnlock(HGLOBAL block);
 SIZE_T WINAPI GlobalSize(HGLOBAL block);
 HGLOBAL WINAPI GlobalFree(HGLOBAL block);
+/// @}
+
+/// @cond
 
 // ---- Time and strings --------------------------------------------------------------------------
 // Comparison is bytewise and folds the case of ASCII letters only, whatever the locale.
@@ -165,30 +194,37 @@ int WINAPI lstrcmpiA(LPCSTR left, LPCSTR right);
 // ---- GDI: bitmaps and palettes -----------------------------------------------------------------
 
 inline constexpr DWORD BI_RGB = 0;
+/// @endcond
 
+/// What a picture is, as PRaster and the codec tell it. Fields that are not described are 0 or
+/// constant.
 struct BITMAPINFOHEADER {
-  DWORD biSize;
-  LONG biWidth;
-  LONG biHeight;
-  WORD biPlanes;
-  WORD biBitCount;
-  DWORD biCompression;
-  DWORD biSizeImage;
-  LONG biXPelsPerMeter;
-  LONG biYPelsPerMeter;
-  DWORD biClrUsed;
-  DWORD biClrImportant;
+  DWORD biSize;          ///< 40.
+  LONG biWidth;          ///< In pixels.
+  LONG biHeight;         ///< In pixels; positive, for rows go from the bottom up.
+  WORD biPlanes;         ///< 1.
+  WORD biBitCount;       ///< Bits a pixel: 1, 8 or 24.
+  DWORD biCompression;   ///< BI_RGB: none.
+  DWORD biSizeImage;     ///< Bytes of all rows, or 0.
+  LONG biXPelsPerMeter;  ///< Resolution in dots per metre, 0 when unknown.
+  LONG biYPelsPerMeter;  ///< Likewise.
+  DWORD biClrUsed;       ///< Colours of the palette, 0 for all or none.
+  DWORD biClrImportant;  ///< Not used.
 };
 static_assert(sizeof(BITMAPINFOHEADER) == 40);
+/// @cond
 using LPBITMAPINFOHEADER = BITMAPINFOHEADER*;
+/// @endcond
 
+/// A colour of a palette.
 struct RGBQUAD {
-  BYTE rgbBlue;
-  BYTE rgbGreen;
-  BYTE rgbRed;
-  BYTE rgbReserved;
+  BYTE rgbBlue;      ///< 0 to 255, as the others.
+  BYTE rgbGreen;     ///< Green.
+  BYTE rgbRed;       ///< Red.
+  BYTE rgbReserved;  ///< 0.
 };
 
+/// @cond
 struct PALETTEENTRY {
   BYTE peRed;
   BYTE peGreen;
@@ -206,14 +242,21 @@ struct LOGPALETTE {
 
 HPALETTE WINAPI CreatePalette(const LOGPALETTE* palette);
 UINT WINAPI GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY entries);
+/// @endcond
+
+/// Frees a palette. FALSE when it is none.
 BOOL WINAPI DeleteObject(HGDIOBJ object);
 
 // ---- Messages and error codes ------------------------------------------------------------------
 
+/// A message box with one button, OK.
 inline constexpr UINT MB_OK = 0;
+/// The answer of that button.
 inline constexpr int IDOK = 1;
 
+/// @cond
 inline constexpr int ERROR_SUCCESS = 0;
 inline constexpr int ERROR_WRITE_FAULT = 29;
 inline constexpr int ERROR_INVALID_PARAMETER = 87;
 inline constexpr int ERROR_CANCELLED = 1223;
+/// @endcond
