@@ -60,7 +60,9 @@ SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
   }
   if (refusal.status == ExitStatus::notExif) picture.kind = Kind::notExif;
   if (refusal.status == ExitStatus::failed) picture.kind = Kind::notOpened;
-  if (picture.kind != Kind::notOpened) picture.preview = makePreview(path);
+  if (picture.kind != Kind::notOpened) {
+    picture.preview = makePreview(path, englishValue(picture, "Orientation of image"));
+  }
   return picture;
 }
 

@@ -239,10 +239,21 @@ void describe(CLI::App& program) {
             "had not, 2 wrong usage, 3 a file could not be opened or written.");
 }
 
-bool takesManyFiles(const CLI::App& program, const std::string& command) {
+const CLI::App* findCommand(const CLI::App& program, const std::string& name) {
   const auto named = program.get_subcommands(
-      [&](const CLI::App* candidate) { return candidate->get_name() == command; });
-  return !named.empty() && named.front()->get_option_no_throw("--null") != nullptr;
+      [&](const CLI::App* candidate) { return candidate->get_name() == name; });
+  return named.empty() ? nullptr : named.front();
+}
+
+// The parser's own complaint would name all arguments.
+void requireKnownCommand(const CLI::App& program, const std::string& name) {
+  if (name.empty() || name.front() == '-' || findCommand(program, name) != nullptr) return;
+  throw CLI::ParseError("there is no command " + name, CLI::ExitCodes::ExtrasError);
+}
+
+bool takesManyFiles(const CLI::App& program, const std::string& name) {
+  const CLI::App* command = findCommand(program, name);
+  return command != nullptr && command->get_option_no_throw("--null") != nullptr;
 }
 
 // Among many files the parser takes an argument in square brackets for a list of its own; written
@@ -282,6 +293,7 @@ CommandLine parseCommandLine(int count, char** values) {
   addCommands(parser);
   CommandLine parsed;
   try {
+    requireKnownCommand(program, count > 1 ? values[1] : "");
     program.parse(parserArguments(parser, count, values));
     parsed.command = parser.chosen;
     if (!parsed.command) parsed.text = program.help();

@@ -38,7 +38,7 @@ ExitStatus save(const SaveOptions& options) {
 
   const bool sourceHadExif = IsExifFile(options.source.c_str()) != 0;
   if (!saveFile(options, image, ownThumbnail ? &thumbnail : nullptr)) {
-    complainAbout(options.destination, "not saved");
+    complainAbout(options.destination, "not saved: " + whyNotWritten(options.destination));
     return ExitStatus::failed;
   }
   noteAbout(options.destination, outcome(options, sourceHadExif));

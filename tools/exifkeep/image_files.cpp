@@ -3,8 +3,11 @@
 #include "image_files.h"
 
 #include <pxcodec32.h>
+#include <unistd.h>
 #include <windows.h>
 
+#include <cerrno>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -48,7 +51,7 @@ std::vector<std::string> writableExtensions() {
 }
 
 // Empty when the codec writes files of this name, else what it does write.
-std::string whyNotWritable(const std::string& path) {
+std::string whyNotItsFormat(const std::string& path) {
   const std::string extension = path.substr(path.rfind('.') + 1);
   std::string known;
   for (const std::string& candidate : writableExtensions()) {
@@ -74,15 +77,23 @@ bool readImage(const std::string& path, PRaster& image) {
 }
 
 bool writeImage(const std::string& path, PRaster& image) {
-  if (const std::string problem = whyNotWritable(path); !problem.empty()) {
-    complainAbout(path, problem);
-    return false;
-  }
   tagLmmInfo memory;
   image.GetLmmInfo(memory);
   if (AllSaveDIBImg(path.c_str(), &memory, image.GetLmmOffset(), nullptr)) return true;
-  complainAbout(path, "cannot be written");
+  complainAbout(path, "not written: " + whyNotWritten(path));
   return false;
+}
+
+std::string whyNotWritten(const std::string& path) {
+  if (const std::string problem = whyNotItsFormat(path); !problem.empty()) return problem;
+  const std::string folder = path.substr(0, path.rfind('/') + 1);
+  if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
+    return "its folder: " + std::string(std::strerror(errno));
+  }
+  if (::access(path.c_str(), F_OK) == 0 && ::access(path.c_str(), W_OK) != 0) {
+    return std::strerror(errno);
+  }
+  return "the disk may be full";
 }
 
 }  // namespace program

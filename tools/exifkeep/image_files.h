@@ -18,4 +18,7 @@ bool decodeImage(const std::string& path, PRaster& image);
 // written.
 bool writeImage(const std::string& path, PRaster& image);
 
+// What stands in the way of a picture at `path`, after writing it failed.
+std::string whyNotWritten(const std::string& path);
+
 }  // namespace program

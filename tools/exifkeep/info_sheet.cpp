@@ -153,6 +153,11 @@ std::string tableHtml(const SheetPicture& picture) {
 
 }  // namespace
 
+std::string_view englishValue(const SheetPicture& picture, std::string_view englishLabel) {
+  const SheetRow* row = findRow(picture, englishLabel);
+  return row == nullptr ? std::string_view() : row->value[indexOfEnglish()];
+}
+
 std::string beginSheet(std::string_view title, std::string_view language) {
   return "<!DOCTYPE html>\n<html" + attribute("lang", language) +
          ">\n<head>\n<meta charset=\"utf-8\"/>\n<title>" + escapeForHtml(title) +

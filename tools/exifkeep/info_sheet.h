@@ -26,6 +26,9 @@ struct SheetPicture {
   enum class Kind { exif, notExif, notOpened } kind = Kind::exif;
 };
 
+// A row's value in English by its label in English; empty when there is none.
+std::string_view englishValue(const SheetPicture& picture, std::string_view englishLabel);
+
 // The page's parts, in their order; `language` is the tag of the one that is shown first.
 std::string beginSheet(std::string_view title, std::string_view language);
 std::string sheetSection(const SheetPicture& picture);

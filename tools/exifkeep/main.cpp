@@ -1,5 +1,7 @@
 // exifkeep, the command-line program: runs the command that the command line asks for. It is a host
 // of the library like any other and uses nothing but its public interface.
+#include <afxwin.h>
+
 #include <exception>
 
 #include "command_line.h"
@@ -24,6 +26,8 @@ ExitStatus run(int count, char** values) {
 
 int main(int count, char** values) {
   program::guardStandardStreams();
+  // What the library would tell in a window, the commands say themselves, with the file's name.
+  AfxSetMessageBoxHandler([](void*, const char*, UINT) { return IDOK; }, nullptr);
   try {
     return static_cast<int>(program::run(count, values));
   } catch (const std::exception& error) {

@@ -41,13 +41,43 @@ bool shrink(PRaster& image) {
     return std::max(1u, static_cast<unsigned>(std::uint64_t{side} * longestSide / longer));
   };
   PRaster small;
-  // Palettes and single bits cannot be averaged.
-  if (!image.ConvertTo24bit() ||
-      !small.CreateImage(PRaster::type24Bit, scaled(image.width()), scaled(image.height())) ||
+  if (!small.CreateImage(PRaster::type24Bit, scaled(image.width()), scaled(image.height())) ||
       !small.RescaleImage(image)) {
     return false;
   }
   image = std::move(small);
+  return true;
+}
+
+// The side of the visible picture that `what`, a row or a column, lies at: t, b, l or r.
+char sideOf(std::string_view what, std::string_view orientation) {
+  const std::string phrase = std::string(what) + " 0 is at the visible ";
+  const std::size_t at = orientation.find(phrase);
+  return at == orientation.npos ? '\0' : orientation[at + phrase.size()];
+}
+
+// Moves the pixels to where they are to be seen (Exif 2.2, 4.6.4 A, Orientation).
+bool turn(PRaster& image, std::string_view orientation) {
+  const char row = sideOf("Row", orientation), column = sideOf("column", orientation);
+  if (row == '\0' || column == '\0' || (row == 't' && column == 'l')) return true;
+  const bool onItsSide = row == 'l' || row == 'r';
+  const bool rowsBackwards = row == 'b' || row == 'r';
+  const bool columnsBackwards = column == 'b' || column == 'r';
+  const int width = static_cast<int>(image.width()), height = static_cast<int>(image.height());
+  PRaster turned;
+  if (!turned.CreateImage(PRaster::type24Bit, onItsSide ? image.height() : image.width(),
+                          onItsSide ? image.width() : image.height())) {
+    return false;
+  }
+  for (int y = 0; y < height; ++y) {
+    const int alongRows = rowsBackwards ? height - 1 - y : y;
+    for (int x = 0; x < width; ++x) {
+      const int alongColumns = columnsBackwards ? width - 1 - x : x;
+      turned.SetPixel(onItsSide ? alongRows : alongColumns, onItsSide ? alongColumns : alongRows,
+                      image.GetPixel(x, y));
+    }
+  }
+  image = std::move(turned);
   return true;
 }
 
@@ -62,11 +92,12 @@ std::string jpegBytes(PRaster& image) {
 
 }  // namespace
 
-PicturePreview makePreview(const std::string& path) {
+PicturePreview makePreview(const std::string& path, std::string_view orientation) {
   PRaster image;
   OpenExifFile(path.c_str(), nullptr, &image);
   if (image.IsEmpty() && !decodeImage(path, image)) return {};
-  if (!shrink(image)) return {};
+  // Palettes and single bits cannot be averaged.
+  if (!image.ConvertTo24bit() || !shrink(image) || !turn(image, orientation)) return {};
   return {jpegBytes(image), image.width(), image.height()};
 }
 

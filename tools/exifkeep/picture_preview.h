@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace program {
 
@@ -11,7 +12,8 @@ struct PicturePreview {
   unsigned height = 0;
 };
 
-// The thumbnail that the file holds, else one made from its image. Silent on failure.
-PicturePreview makePreview(const std::string& path);
+// The thumbnail that the file holds, else one made from its image, turned as `orientation` says:
+// the library's English words for the Orientation tag, or nothing. Silent on failure.
+PicturePreview makePreview(const std::string& path, std::string_view orientation);
 
 }  // namespace program
