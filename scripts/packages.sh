@@ -7,6 +7,7 @@ run_packages=(
 )
 test_packages=(
   libgtest-dev libgmock-dev nlohmann-json3-dev
+  pkg-config                   # finds the installed library as hosts do
   clang-14 libclang-rt-14-dev  # the fuzzers
 )
 
