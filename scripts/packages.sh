@@ -9,6 +9,7 @@ test_packages=(
   libgtest-dev libgmock-dev nlohmann-json3-dev
   pkg-config                   # finds the installed library as hosts do
   clang-14 libclang-rt-14-dev  # the fuzzers
+  doxygen                      # checks the comments of the public headers
 )
 
 as_root() {
