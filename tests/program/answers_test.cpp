@@ -13,6 +13,7 @@ namespace exifkeep::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 class Answers : public ShellTest {
  protected:
@@ -55,7 +56,8 @@ TEST_F(Answers, WrongUsageDoesNothing) {
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"check", "FILE is required"},
       {"info --lang tlh exif.jpg", "de, en, es, fi, fr, it, ja, ko, nl, sv"},
-      {"info --colour exif.jpg", "--colour"},
+      {"info --html --json exif.jpg", "excludes"},
+      {"check --color red exif.jpg", "always or never"},
       {"convert exif.jpg", "convert"},
       {"save exif.jpg", "DESTINATION"},
       {"save exif.jpg new.jpg --process two", "two"},
@@ -97,6 +99,42 @@ TEST_F(Answers, NamesComeFromStandardInput) {
   };
   for (const auto& [command, out] : cases) EXPECT_EQ(run(command).out, out) << command;
   EXPECT_EQ(run("$E check - < .").status, 3);
+}
+
+// What a terminal gets; `command` has no double quotes.
+class OnTerminal : public Answers {
+ protected:
+  std::string typed(const std::string& command) const {
+    return run("TERM=xterm script -qec \"" + command + "\" typescript").out;
+  }
+  void SetUp() override {
+    if (run("command -v script").status != 0) GTEST_SKIP() << "no terminal to be had";
+  }
+};
+
+TEST_F(OnTerminal, ColourNeedsATerminalAndConsent) {
+  const std::vector<std::pair<const char*, bool>> cases = {
+      {"$E check exif.jpg", true},
+      {"$E check gone.jpg", true},
+      {"NO_COLOR=1 $E check exif.jpg", false},
+      {"TERM=dumb $E check gone.jpg", false},
+      {"$E check --color never exif.jpg", false},
+      {"NO_COLOR=1 $E check exif.jpg --color always | cat", true},
+      {"NO_COLOR= $E info --color auto exif.jpg", true},
+      {"$E info exif.jpg | cat", false},
+  };
+  for (const auto& [command, colored] : cases)
+    EXPECT_EQ(typed(command).find("\x1B[") != std::string::npos, colored) << command;
+}
+
+// The line appears once half a second has passed, yields to a message and is gone at the end.
+TEST_F(OnTerminal, LongBatchesShowHowFarTheyAre) {
+  const std::string slowly = "{ echo exif.jpg; sleep 0.6; echo exif.jpg; sleep 0.2; echo gone; }";
+  const std::string shown = typed(slowly + " | $E check --color never - >answers");
+  EXPECT_THAT(shown, HasSubstr("\r\x1B[K2 files\r\x1B[Kexifkeep: gone: No such"));
+  EXPECT_THAT(shown, Not(testing::EndsWith("files")));
+  EXPECT_EQ(read("answers"), "exif.jpg: Exif file\nexif.jpg: Exif file\n");
+  EXPECT_THAT(typed(slowly + " | $E check - | cat"), Not(HasSubstr("files")));
 }
 
 TEST_F(Answers, OutputThatCannotBeWrittenIsNoticed) {
