@@ -1,13 +1,14 @@
 /// @file
 /// The framework's root class and its string. Strings hold 8-bit text without a NUL inside; short
-/// ones need no memory of their own. Memory shortage is reported as std::bad_alloc and nothing else
-/// is thrown. Relies on windows.h for the type names only.
+/// ones, and texts loaded from a module, need no memory of their own. Memory shortage is reported
+/// as std::bad_alloc and nothing else is thrown. Relies on windows.h for the type names only.
 #pragma once
 
 #include <windows.h>
 
 #include <compare>
 #include <string>
+#include <string_view>
 
 /// @cond
 #if defined(__GNUC__)
@@ -40,9 +41,18 @@ class CString {
   CString(const char* text) : text_(text != nullptr ? text : "") {}
   /// At most `length` bytes of `text`, up to a NUL: for fields that may lack their terminator.
   CString(const char* text, int length);
+  /// @{
+  /// Copies and moves as a value does.
+  CString(const CString& other) : text_(other.view()) {}
+  CString(CString&& other) noexcept = default;
+  ~CString() = default;
+
+  CString& operator=(const CString& other) { return *this = CString(other); }
+  CString& operator=(CString&& other) noexcept = default;
+  /// @}
 
   /// Null empties the string.
-  CString& operator=(const char* text);
+  CString& operator=(const char* text) { return *this = CString(text); }
   /// @{
   /// Appends; nothing for null or NUL.
   CString& operator+=(const CString& tail);
@@ -52,13 +62,13 @@ class CString {
 
   /// The text with its NUL, valid until the string is changed or destroyed. A function that takes
   /// any argument, such as printf, has to be given `static_cast<const char*>(text)`.
-  operator LPCSTR() const { return text_.c_str(); }
+  operator LPCSTR() const { return view().data(); }
   /// In bytes, without the NUL.
-  int GetLength() const { return static_cast<int>(text_.size()); }
+  int GetLength() const { return static_cast<int>(view().size()); }
   /// Whether there is no text.
-  BOOL IsEmpty() const { return text_.empty(); }
+  BOOL IsEmpty() const { return view().empty(); }
   /// Makes the string empty.
-  void Empty() { text_.clear(); }
+  void Empty() { *this = CString(); }
 
   /// @{
   /// A character. A position outside the text reads as NUL and is not written to. Writing NUL ends
@@ -95,19 +105,25 @@ class CString {
   /// @{
   /// Compares bytes, as numbers without sign.
   friend bool operator==(const CString& left, const CString& right) {
-    return left.text_ == right.text_;
+    return left.view() == right.view();
   }
-  friend bool operator==(const CString& left, const char* right) { return left.text_ == right; }
+  friend bool operator==(const CString& left, const char* right) { return left.view() == right; }
   friend std::strong_ordering operator<=>(const CString& left, const CString& right) {
-    return left.text_ <=> right.text_;
+    return left.view() <=> right.view();
   }
   friend std::strong_ordering operator<=>(const CString& left, const char* right) {
-    return left.text_ <=> right;
+    return left.view() <=> right;
   }
   /// @}
 
  private:
+  std::string_view view() const { return loaded_.data() ? loaded_ : text_; }
+  std::string& ownText();
+
+  // A text of a module's table is pointed to until this string is changed: a list of forty labels
+  // is made without copying one. A copy of the string has its own text and outlives the module.
   std::string text_;
+  std::string_view loaded_;  // no data: text_ counts
 };
 
 /// @{

@@ -11,7 +11,8 @@
 #include <string>
 #include <string_view>
 
-// One language of a module's string table: texts[id] in UTF-8, empty where an id has no text.
+// One language of a module's string table: texts[id] in UTF-8, each followed by a NUL; empty where
+// an id has no text.
 struct AfxStringVariant {
   LANGID language;
   std::span<const std::string_view> texts;
@@ -46,8 +47,9 @@ class AFX_MAINTAIN_STATE2 {
   // The innermost switch of this thread, or null.
   static AFX_MAINTAIN_STATE2* current() noexcept;
 
-  // Puts the module's text with this id into `text`; false, and `text` empty, when there is none.
-  bool loadText(UINT id, std::string& text);
+  // Finds the module's text with this id: `text` is the table's own where UTF-8 is wanted; in other
+  // code pages `encoded` gets the text instead. False, and neither touched, when there is none.
+  bool loadText(UINT id, std::string_view& text, std::string& encoded);
 
  private:
   void takeLanguage();

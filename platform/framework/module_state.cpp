@@ -35,13 +35,12 @@ void AFX_MAINTAIN_STATE2::takeLanguage() {
   languageTaken_ = true;
 }
 
-bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string& text) {
+bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string_view& text, std::string& encoded) {
   takeLanguage();
-  const std::string_view found = id < texts_.size() ? texts_[id] : std::string_view();
-  if (encoder_ != nullptr) {
-    encoder_->encode(found, text);
-  } else {
-    text = found;
-  }
-  return !found.empty();
+  if (id >= texts_.size() || texts_[id].empty()) return false;
+  if (encoder_ != nullptr)
+    encoder_->encode(texts_[id], encoded);
+  else
+    text = texts_[id];
+  return true;
 }

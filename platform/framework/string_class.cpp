@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -34,41 +35,41 @@ const char* orEmpty(const char* text) {
 CString::CString(const char* text, int length)
     : text_(orEmpty(text), boundedLength(text, length)) {}
 
-CString& CString::operator=(const char* text) {
-  text_ = orEmpty(text);
-  return *this;
+std::string& CString::ownText() {
+  if (loaded_.data()) text_ = std::exchange(loaded_, {});
+  return text_;
 }
 
 CString& CString::operator+=(const CString& tail) {
-  text_ += tail.text_;
+  ownText() += tail.view();
   return *this;
 }
 
 CString& CString::operator+=(const char* tail) {
-  text_ += orEmpty(tail);
+  ownText() += orEmpty(tail);
   return *this;
 }
 
 CString& CString::operator+=(char tail) {
-  if (tail != '\0') text_ += tail;
+  if (tail != '\0') ownText() += tail;
   return *this;
 }
 
 char CString::GetAt(int index) const {
-  return index >= 0 && index < GetLength() ? text_[static_cast<std::size_t>(index)] : '\0';
+  return index >= 0 && index < GetLength() ? view()[static_cast<std::size_t>(index)] : '\0';
 }
 
 void CString::SetAt(int index, char value) {
   if (index < 0 || index >= GetLength()) return;
   if (value == '\0') {
-    text_.resize(static_cast<std::size_t>(index));
+    ownText().resize(static_cast<std::size_t>(index));
   } else {
-    text_[static_cast<std::size_t>(index)] = value;
+    ownText()[static_cast<std::size_t>(index)] = value;
   }
 }
 
 CString CString::Left(int count) const {
-  return CString(text_.c_str(), count);
+  return CString(view().data(), count);
 }
 
 CString CString::Right(int count) const {
@@ -81,25 +82,25 @@ CString CString::Mid(int first) const {
 
 CString CString::Mid(int first, int count) const {
   const int start = std::clamp(first, 0, GetLength());
-  return CString(text_.c_str() + start, count);
+  return CString(view().data() + start, count);
 }
 
 int CString::Find(char wanted, int start) const {
-  return positionOrNone(text_.find(wanted, startingAt(start)));
+  return positionOrNone(view().find(wanted, startingAt(start)));
 }
 
 int CString::Find(const char* wanted, int start) const {
-  return positionOrNone(text_.find(orEmpty(wanted), startingAt(start)));
+  return positionOrNone(view().find(orEmpty(wanted), startingAt(start)));
 }
 
 int CString::ReverseFind(char wanted) const {
-  return positionOrNone(text_.rfind(wanted));
+  return positionOrNone(view().rfind(wanted));
 }
 
 int CString::Replace(char from, char to) {
   if (to == '\0') return 0;
   int replaced = 0;
-  for (char& letter : text_) {
+  for (char& letter : ownText()) {
     if (letter != from) continue;
     letter = to;
     ++replaced;
@@ -111,14 +112,15 @@ void CString::Format(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   text_ = exifkeep::formatInCLocale(format, arguments);
+  loaded_ = {};
   va_end(arguments);
 }
 
 BOOL CString::LoadString(UINT id) {
-  AFX_MAINTAIN_STATE2* state = AFX_MAINTAIN_STATE2::current();
-  if (state != nullptr) return state->loadText(id, text_);
   text_.clear();
-  return FALSE;
+  loaded_ = {};
+  AFX_MAINTAIN_STATE2* state = AFX_MAINTAIN_STATE2::current();
+  return state != nullptr && state->loadText(id, loaded_, text_);
 }
 
 CString operator+(const CString& left, const CString& right) {
