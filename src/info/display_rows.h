@@ -15,7 +15,7 @@ enum class ValueRule : uint8_t {
   exifVersion,    // the same, then "(R98)" for files that follow those interoperability rules
   wholeRational,  // as stored
   exposureTime,   // as stored, in seconds
-  decimal,        // the quotient in the row's format; no item for a denominator of 0
+  decimal,        // the quotient and the row's unit; no item for a denominator of 0
   focalLength,    // the quotient in millimetres; likewise
   number,
   nonZeroNumber,  // no item for 0
@@ -29,7 +29,7 @@ struct DisplayRow {
   UINT label;
   const TagRow* source;
   ValueRule rule;
-  const char* format = nullptr;
+  const char* unit = "";
   const WordTable* words = nullptr;
 };
 
@@ -39,13 +39,13 @@ consteval DisplayRow image(UINT label, uint16_t tag, ValueRule rule) {
   return {label, &knownTag(imageTags, tag), rule};
 }
 consteval DisplayRow image(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, &knownTag(imageTags, tag), ValueRule::word, nullptr, &words};
+  return {label, &knownTag(imageTags, tag), ValueRule::word, "", &words};
 }
-consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, const char* format = nullptr) {
-  return {label, &knownTag(exifTags, tag), rule, format};
+consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, const char* unit = "") {
+  return {label, &knownTag(exifTags, tag), rule, unit};
 }
 consteval DisplayRow exif(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, &knownTag(exifTags, tag), ValueRule::word, nullptr, &words};
+  return {label, &knownTag(exifTags, tag), ValueRule::word, "", &words};
 }
 
 // clang-format off
@@ -68,18 +68,18 @@ inline constexpr DisplayRow imageRows[] = {
 
 inline constexpr DisplayRow exifRows[] = {
     exif(25, tag::exposureTime, ValueRule::exposureTime),
-    exif(26, tag::fNumber, ValueRule::decimal, "%.1f"),
+    exif(26, tag::fNumber, ValueRule::decimal),
     exif(27, tag::exposureProgram, words::exposureProgram),
     exif(28, tag::isoSpeedRatings, ValueRule::nonZeroNumber),
     exif(29, tag::exifVersion, ValueRule::exifVersion),
     exif(30, tag::dateTimeOriginal, ValueRule::dateTime),
     exif(31, tag::dateTimeDigitized, ValueRule::dateTime),
     exif(32, tag::componentsConfiguration, ValueRule::components),
-    exif(33, tag::compressedBitsPerPixel, ValueRule::decimal, "%.1f"),
-    exif(34, tag::shutterSpeedValue, ValueRule::decimal, "%.1f (APEX)"),
-    exif(35, tag::apertureValue, ValueRule::decimal, "%.1f (APEX)"),
-    exif(36, tag::exposureBiasValue, ValueRule::decimal, "%.1f (APEX)"),
-    exif(37, tag::maxApertureValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(33, tag::compressedBitsPerPixel, ValueRule::decimal),
+    exif(34, tag::shutterSpeedValue, ValueRule::decimal, " (APEX)"),
+    exif(35, tag::apertureValue, ValueRule::decimal, " (APEX)"),
+    exif(36, tag::exposureBiasValue, ValueRule::decimal, " (APEX)"),
+    exif(37, tag::maxApertureValue, ValueRule::decimal, " (APEX)"),
     exif(38, tag::meteringMode, words::meteringMode),
     exif(39, tag::lightSource, words::lightSource),
     exif(40, tag::flash, words::flash),
@@ -90,8 +90,8 @@ inline constexpr DisplayRow exifRows[] = {
     exif(45, tag::colorSpace, words::colorSpace),
     exif(46, tag::pixelXDimension, ValueRule::number),
     exif(47, tag::pixelYDimension, ValueRule::number),
-    exif(48, tag::focalPlaneXResolution, ValueRule::decimal, "%.1f"),
-    exif(49, tag::focalPlaneYResolution, ValueRule::decimal, "%.1f"),
+    exif(48, tag::focalPlaneXResolution, ValueRule::decimal),
+    exif(49, tag::focalPlaneYResolution, ValueRule::decimal),
     exif(50, tag::focalPlaneResolutionUnit, words::resolutionUnit),
     exif(51, tag::sensingMethod, words::sensingMethod),
     exif(52, tag::fileSource, words::fileSource),
@@ -100,18 +100,18 @@ inline constexpr DisplayRow exifRows[] = {
     exif(55, tag::subSecTime, ValueRule::dateTime),
     exif(56, tag::subSecTimeDigitized, ValueRule::dateTime),
     exif(57, tag::subSecTimeOriginal, ValueRule::dateTime),
-    exif(58, tag::flashEnergy, ValueRule::decimal, "%.1f (BCPS)"),
-    exif(59, tag::brightnessValue, ValueRule::decimal, "%.1f (APEX)"),
+    exif(58, tag::flashEnergy, ValueRule::decimal, " (BCPS)"),
+    exif(59, tag::brightnessValue, ValueRule::decimal, " (APEX)"),
     exif(60, tag::sharpness, words::softness),
     exif(61, tag::saturation, words::saturation),
     exif(62, tag::contrast, words::softness),
     exif(63, tag::gainControl, words::gainControl),
     exif(64, tag::sceneCaptureType, words::sceneCaptureType),
-    exif(65, tag::digitalZoomRatio, ValueRule::decimal, "%.1f"),
+    exif(65, tag::digitalZoomRatio, ValueRule::decimal),
     exif(66, tag::whiteBalance, words::whiteBalance),
     exif(67, tag::exposureMode, words::exposureMode),
     exif(68, tag::customRendered, words::customRendered),
-    exif(69, tag::exposureIndex, ValueRule::decimal, "%.1f"),
+    exif(69, tag::exposureIndex, ValueRule::decimal),
     exif(70, tag::focalLengthIn35mmFilm, ValueRule::number),
     exif(71, tag::imageUniqueId, ValueRule::text),
 };

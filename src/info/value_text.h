@@ -27,8 +27,8 @@ CString wholeRationalText(Rational value);
 // 1/60 (seconds), 2 (seconds); 10/0 too.
 CString exposureTimeText(Rational value);
 
-// The quotient in a format such as "%.1f (APEX)". REQUIRES: a denominator that is not 0.
-CString decimalText(double numerator, double denominator, const char* format);
+// The quotient with one decimal and the unit behind it. REQUIRES: a denominator that is not 0.
+CString decimalText(double numerator, double denominator, const char* unit);
 
 // 5.4 (mm). REQUIRES: a denominator that is not 0.
 CString focalLengthText(Rational value);
@@ -36,7 +36,8 @@ CString focalLengthText(Rational value);
 // Values of 2^31 and more show as the negative number of the same 32 bits.
 CString numberText(uint32_t value);
 
-// At most 255 bytes up to a zero byte.
+// At most `mostBytesShown` bytes up to a zero byte.
+inline constexpr uint32_t mostBytesShown = 255;
 CString bytesText(const uint8_t* bytes, uint32_t count);
 
 // 1 2 3 0 as YCbCr. REQUIRES: four bytes.

@@ -1,5 +1,4 @@
 // Stored values and the texts that show them, each through a file and the list.
-#include <clocale>
 #include <optional>
 
 #include "info/listing.h"
@@ -146,16 +145,6 @@ TEST_F(ValueRulesTest, VersionsCarryTheInteroperabilityRules) {
   EXPECT_EQ(versionOf("0220"), "2.20(R98)");
   EXPECT_EQ(versionOf("210"), "21.0(R98)");
   EXPECT_EQ(versionOf("0200"), "2.00");
-}
-
-TEST_F(ValueRulesTest, NumbersKeepTheirPointInEveryLocale) {
-  const char* comma = nullptr;
-  for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "fr_FR", "pt_BR.UTF-8"})
-    if (!comma) comma = std::setlocale(LC_ALL, name);
-  if (!comma) GTEST_SKIP() << "no locale with a decimal comma";
-  EXPECT_EQ(shown("F-number", rationals(0x829D, {28, 10})), "2.8");
-  EXPECT_EQ(shown("Focal Length", rationals(0x920A, {123450, 10})), "12345.0 (mm)");
-  std::setlocale(LC_ALL, "C");
 }
 
 }  // namespace
