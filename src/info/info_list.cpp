@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <ranges>
 
 #include "info/display_rows.h"
 #include "info/value_text.h"
@@ -46,10 +47,10 @@ bool decimalValue(const DisplayRow& row, FieldView field, CString& value) {
   if (field.as<Rational>().denominator == 0) return false;
   if (row.source->type == TiffType::srational) {
     const SRational pair = field.as<SRational>();
-    value = decimalText(pair.numerator, pair.denominator, row.format);
+    value = decimalText(pair.numerator, pair.denominator, row.unit);
   } else {
     const Rational pair = field.as<Rational>();
-    value = decimalText(pair.numerator, pair.denominator, row.format);
+    value = decimalText(pair.numerator, pair.denominator, row.unit);
   }
   return true;
 }
@@ -131,14 +132,33 @@ bool isPresent(const DisplayRow& row, const void* record) {
   return flag == 1;
 }
 
+// The items of one directory are the elements of one array, which goes with the last of them: one
+// allocation instead of some twenty.
+struct ListedItem : InfoItem {
+  ListedItem* array;  // its first element
+  size_t holders;     // of the first: the items in a list, and one while the array is being filled
+};
+
+struct ReleaseItem {
+  void operator()(ListedItem* item) const {
+    if (--item->array->holders == 0) delete[] item->array;
+  }
+};
+
 void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList& list) {
-  for (const DisplayRow& row : rows) {
-    if (!isPresent(row, record)) continue;
-    auto item = std::make_unique<InfoItem>();
-    item->label.LoadString(row.label);
+  const auto present = [&](const DisplayRow& row) { return isPresent(row, record); };
+  const auto most = static_cast<size_t>(std::ranges::count_if(rows, present));
+  const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[most + 1]);
+  array->array = array.get();
+  array->holders = 1;
+  ListedItem* item = array.get();
+  for (const DisplayRow& row : rows | std::views::filter(present)) {
     if (!valueOf(row, record, item->value)) continue;
-    list.AddTail(item.get());
-    item.release();
+    item->label.LoadString(row.label);
+    item->array = array.get();
+    list.AddTail(static_cast<InfoItem*>(item));
+    ++array->holders;
+    ++item;
   }
 }
 
@@ -154,6 +174,7 @@ void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list) {
 
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
   ExifMetadata metadata;
+  reader.longestValue = sizeof metadata.exif.userCommentCode + mostBytesShown;
   if (!readExifMetadata(reader, path, metadata.exif, metadata.primary)) return false;
   const int before = list.GetCount();
   try {
@@ -167,7 +188,8 @@ bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
 }
 
 void shrinkInfoList(CPtrList& list, int count) {
-  while (list.GetCount() > count) delete static_cast<InfoItem*>(list.RemoveTail());
+  while (list.GetCount() > count)
+    ReleaseItem()(static_cast<ListedItem*>(static_cast<InfoItem*>(list.RemoveTail())));
 }
 
 }  // namespace exifkeep

@@ -35,7 +35,9 @@ class ExifReader : public CObject {
   int32_t littleEndian = 0;
   uint16_t app0Size = 0;  // bytes of an APP0 segment before APP1, marker included, modulo 65536
 
-  // Values of unbounded size; an ExifIfdRecord points into them.
+  // Values of unbounded size; an ExifIfdRecord points into them. Who needs their beginnings only,
+  // as the info list does, says so and saves reading what may be most of the metadata.
+  uint32_t longestValue = UINT32_MAX;
   std::unique_ptr<uint8_t[]> makerNoteBuffer;
   std::unique_ptr<uint8_t[]> userCommentBuffer;
 

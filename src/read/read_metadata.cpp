@@ -11,12 +11,13 @@ namespace exifkeep {
 
 namespace {
 
-// Loads what the file holds of an entry's value, so that a count of 4 GiB costs nothing. None when
-// memory runs out.
-std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint32_t& length) {
+// Loads at most `longest` bytes of what the file holds of an entry's value, so that a count of 4
+// GiB costs nothing. None when memory runs out.
+std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint32_t longest,
+                                     uint32_t& length) {
   const uint64_t at = file.positionOf(file.toLong(entry.value));
   const uint64_t held = entry.hasValueBytes(4) && at < file.size() ? file.size() - at : 0;
-  length = static_cast<uint32_t>(std::min<uint64_t>(entry.count, held));
+  length = static_cast<uint32_t>(std::min<uint64_t>(std::min(entry.count, longest), held));
   std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[length]);
   if (bytes) length = static_cast<uint32_t>(file.readAt(at, bytes.get(), length));
   return bytes;
@@ -24,7 +25,7 @@ std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint
 
 void loadMakerNote(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
                    ExifIfdRecord& record) {
-  reader.makerNoteBuffer = loadValue(file, entry, record.makerNoteLength);
+  reader.makerNoteBuffer = loadValue(file, entry, reader.longestValue, record.makerNoteLength);
   record.makerNote = reader.makerNoteBuffer.get();
   record.hasMakerNote = record.makerNote != nullptr;
 }
@@ -35,7 +36,7 @@ void loadUserComment(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
                      ExifIfdRecord& record) {
   constexpr uint32_t codeLength = sizeof record.userCommentCode;
   uint32_t length;
-  reader.userCommentBuffer = loadValue(file, entry, length);
+  reader.userCommentBuffer = loadValue(file, entry, reader.longestValue, length);
   record.hasUserComment = reader.userCommentBuffer != nullptr;
   if (!record.hasUserComment) return;
   const uint8_t* bytes = reader.userCommentBuffer.get();
