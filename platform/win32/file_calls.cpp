@@ -1,5 +1,5 @@
 // The kernel's file calls over OpenFile: a HANDLE is the address of one. What POSIX has no word for
-// (sharing, attributes of new files, overlapped work) is accepted and not used.
+// (sharing, attributes of new files) is accepted and not used.
 #include <failure_switch.h>
 #include <fcntl.h>
 #include <open_file.h>
@@ -39,6 +39,14 @@ HANDLE openFile(LPCSTR path, int flags, DWORD disposition, mode_t mode) {
   return OpenFile::open(path, flags | creation, mode).release();
 }
 
+// The file of a transfer, moved to the place that the transfer names, if any; null on failure.
+OpenFile* openedAt(HANDLE handle, LPOVERLAPPED place) {
+  OpenFile* opened = fileOf(handle);
+  if (opened == nullptr || place == nullptr) return opened;
+  const std::int64_t position = std::int64_t{place->OffsetHigh} << 32 | place->Offset;
+  return opened->seek(position, FILE_BEGIN) ? opened : nullptr;
+}
+
 void store(LPDWORD target, std::size_t value) {
   if (target != nullptr) *target = static_cast<DWORD>(value);
 }
@@ -53,17 +61,17 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWOR
   return file != nullptr ? file : INVALID_HANDLE_VALUE;
 }
 
-BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read, LPOVERLAPPED) {
+BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read, LPOVERLAPPED place) {
   std::size_t done = 0;
-  OpenFile* opened = fileOf(file);
+  OpenFile* opened = openedAt(file, place);
   const bool succeeded = opened != nullptr && opened->read(buffer, count, done);
   store(read, done);
   return succeeded;
 }
 
-BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED) {
+BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED place) {
   std::size_t done = 0;
-  OpenFile* opened = fileOf(file);
+  OpenFile* opened = openedAt(file, place);
   const bool succeeded = opened != nullptr && opened->write(bytes, count, done);
   store(written, done);
   return succeeded;

@@ -92,8 +92,9 @@ std::size_t OpenFile::takeFromWindow(std::byte* target, std::size_t count) const
 
 ssize_t OpenFile::fillWindow() {
   windowStart_ = position_ - position_ % pageSize;
-  const ssize_t length = readAt(descriptor_, window_.data(), window_.size(), windowStart_);
+  const ssize_t length = readAt(descriptor_, window_.data(), fillSize_, windowStart_);
   windowLength_ = std::max<ssize_t>(length, 0);
+  fillSize_ = window_.size();
   return length;
 }
 

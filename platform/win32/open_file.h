@@ -50,6 +50,7 @@ class OpenFile {
   std::int64_t size_ = 0;
   std::int64_t windowStart_ = 0;
   std::size_t windowLength_ = 0;
+  std::size_t fillSize_ = 4096;  // of the first window: most pictures have their metadata in a page
   std::array<std::byte, 16384> window_;  // not cleared: only windowLength_ bytes of it count
 };
 

@@ -33,6 +33,7 @@ using LONG = std::int32_t;
 using ULONG = std::uint32_t;
 using LONGLONG = std::int64_t;
 using SIZE_T = std::size_t;
+using ULONG_PTR = std::uintptr_t;
 using LANGID = WORD;
 using COLORREF = DWORD;
 using LPSTR = char*;
@@ -65,7 +66,12 @@ using HPALETTE = HPALETTE__*;
 
 struct SECURITY_ATTRIBUTES;
 using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
-struct OVERLAPPED;
+// Only the position is used: where a transfer begins, instead of the handle's own position.
+struct OVERLAPPED {
+  ULONG_PTR Internal, InternalHigh;
+  DWORD Offset, OffsetHigh;
+  HANDLE hEvent;
+};
 using LPOVERLAPPED = OVERLAPPED*;
 
 union LARGE_INTEGER {

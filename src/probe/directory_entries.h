@@ -36,13 +36,16 @@ class DirectoryEntries {
   // Entries are read in runs, so that values fetched between them do not move the file's read
   // window to and fro.
   static constexpr uint32_t runLength = 32;
+  static constexpr uint32_t countSize = 2;
+
+  size_t readRun(uint64_t position, uint8_t* target, size_t length);
 
   ExifFile& file_;
   uint64_t position_;  // of the first entry
   int32_t count_ = 0;
   int32_t index_ = 0;
   size_t runBytes_ = 0;
-  uint8_t run_[runLength * IfdEntry::size];
+  uint8_t bytes_[countSize + runLength * IfdEntry::size];  // the count, and a run behind it
 };
 
 }  // namespace exifkeep

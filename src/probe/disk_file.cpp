@@ -15,10 +15,12 @@ HANDLE openShared(const char* path, DWORD access) {
                      FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-bool seek(HANDLE handle, uint64_t at) {
-  LARGE_INTEGER position;
-  position.QuadPart = static_cast<int64_t>(at);
-  return SetFilePointerEx(handle, position, nullptr, FILE_BEGIN);
+// Where a transfer begins; a file that was not opened for overlapped work is still read in turn.
+OVERLAPPED placeAt(uint64_t at) {
+  OVERLAPPED place = {};
+  place.Offset = static_cast<DWORD>(at);
+  place.OffsetHigh = static_cast<DWORD>(at >> 32);
+  return place;
 }
 
 }  // namespace
@@ -58,23 +60,23 @@ DiskFile::~DiskFile() {
 size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
   if (!isOpen() || at >= size_) return 0;
   const size_t wanted = static_cast<size_t>(std::min<uint64_t>(length, size_ - at));
-  if (!seek(handle_, at)) return 0;
   size_t done = 0;
   for (DWORD delivered = 1; done < wanted && delivered > 0; done += delivered) {
     const auto step = static_cast<DWORD>(std::min<uint64_t>(wanted - done, largestTransfer));
+    OVERLAPPED place = placeAt(at + done);
     delivered = 0;
-    if (!ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, nullptr))
-      break;
+    if (!ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, &place)) break;
   }
   return done;
 }
 
 bool DiskFile::writeAt(uint64_t at, const void* bytes, size_t length) {
-  if (!isOpen() || !seek(handle_, at)) return false;
+  if (!isOpen()) return false;
   for (size_t done = 0; done < length;) {
     const auto step = static_cast<DWORD>(std::min<uint64_t>(length - done, largestTransfer));
+    OVERLAPPED place = placeAt(at + done);
     DWORD written = 0;
-    if (!WriteFile(handle_, static_cast<const char*>(bytes) + done, step, &written, nullptr) ||
+    if (!WriteFile(handle_, static_cast<const char*>(bytes) + done, step, &written, &place) ||
         written != step)
       return false;
     done += written;

@@ -21,16 +21,4 @@ bool ExifFile::read(uint64_t at, uint32_t& value) {
   return true;
 }
 
-uint16_t ExifFile::toShort(const uint8_t* bytes) const {
-  const uint32_t low = bytes[littleEndian_ ? 0 : 1];
-  const uint32_t high = bytes[littleEndian_ ? 1 : 0];
-  return static_cast<uint16_t>(high << 8 | low);
-}
-
-uint32_t ExifFile::toLong(const uint8_t* bytes) const {
-  const uint32_t first = toShort(bytes);
-  const uint32_t second = toShort(bytes + 2);
-  return littleEndian_ ? second << 16 | first : first << 16 | second;
-}
-
 }  // namespace exifkeep

@@ -35,8 +35,15 @@ class ExifFile {
   bool read(uint64_t at, uint32_t& value);
 
   // Numbers in the file's byte order from bytes already read.
-  uint16_t toShort(const uint8_t* bytes) const;
-  uint32_t toLong(const uint8_t* bytes) const;
+  uint16_t toShort(const uint8_t* bytes) const {
+    return static_cast<uint16_t>(littleEndian_ ? bytes[0] | bytes[1] << 8
+                                               : bytes[0] << 8 | bytes[1]);
+  }
+  uint32_t toLong(const uint8_t* bytes) const {
+    const uint32_t first = toShort(bytes);
+    const uint32_t second = toShort(bytes + 2);
+    return littleEndian_ ? second << 16 | first : first << 16 | second;
+  }
 
  private:
   DiskFile file_;
