@@ -11,7 +11,7 @@
 namespace exifkeep {
 namespace {
 
-constexpr std::size_t bytesAtOnce = 1 << 20;
+constexpr std::size_t bytesAtOnce = 1 << 18;
 
 void setResolution(TIFF* tiff, const PictureRows& rows) {
   const unsigned x = perInchFromPerMetre(rows.dpmX());
