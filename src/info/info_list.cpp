@@ -152,8 +152,8 @@ void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList&
   array->array = array.get();
   array->holders = 1;
   ListedItem* item = array.get();
-  for (const DisplayRow& row : rows | std::views::filter(present)) {
-    if (!valueOf(row, record, item->value)) continue;
+  for (const DisplayRow& row : rows) {
+    if (!present(row) || !valueOf(row, record, item->value)) continue;
     item->label.LoadString(row.label);
     item->array = array.get();
     list.AddTail(static_cast<InfoItem*>(item));
