@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <ranges>
 
 #include "info/display_rows.h"
 #include "info/value_text.h"
