@@ -20,15 +20,18 @@ constexpr unsigned longestSide = 320;
 class TemporaryFile {
  public:
   explicit TemporaryFile(const char* name) {
-    char directory[MAX_PATH] = "";
-    GetTempPathA(sizeof directory, directory);
-    path_ = std::string(directory) + name;
+    char directory[4096];
+    const DWORD length = GetTempPathA(sizeof directory, directory);
+    if (length > 0 && length < sizeof directory) path_ = std::string(directory, length) + name;
   }
-  ~TemporaryFile() { DeleteFileA(path_.c_str()); }
+  ~TemporaryFile() {
+    if (!path_.empty()) DeleteFileA(path_.c_str());
+  }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  const char* path() const { return path_.c_str(); }
+  // Empty without a temporary directory: the name alone would be a file of the user's.
+  const std::string& path() const { return path_; }
 
  private:
   std::string path_;
@@ -83,9 +86,10 @@ bool turn(PRaster& image, std::string_view orientation) {
 
 std::string jpegBytes(PRaster& image) {
   const TemporaryFile file("preview.jpg");
+  if (file.path().empty()) return "";
   tagLmmInfo memory;
   image.GetLmmInfo(memory);
-  if (!AllSaveDIBImg(file.path(), &memory, image.GetLmmOffset(), nullptr)) return "";
+  if (!AllSaveDIBImg(file.path().c_str(), &memory, image.GetLmmOffset(), nullptr)) return "";
   std::ifstream stream(file.path(), std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
