@@ -1,7 +1,8 @@
-// The codec's calls in their order: header, palette and pixels for reading; format and pixels for
-// writing.
+// Reading is the codec's calls in their order: header, palette and pixels. Writing is left to the
+// library, which replaces a file whole or not at all; the codec itself would write over it.
 #include "image_files.h"
 
+#include <exifkeep/exifkeep.h>
 #include <pxcodec32.h>
 #include <unistd.h>
 #include <windows.h>
@@ -77,9 +78,8 @@ bool readImage(const std::string& path, PRaster& image) {
 }
 
 bool writeImage(const std::string& path, PRaster& image) {
-  tagLmmInfo memory;
-  image.GetLmmInfo(memory);
-  if (AllSaveDIBImg(path.c_str(), &memory, image.GetLmmOffset(), nullptr)) return true;
+  // Without a source, a save is the image alone.
+  if (SaveFile("", path.c_str(), &image, nullptr)) return true;
   complainAbout(path, "not written: " + whyNotWritten(path));
   return false;
 }
