@@ -45,10 +45,9 @@ bool replaceWhole(const std::string& path, mode_t mode, std::string_view bytes) 
   std::string temporary = path + ".XXXXXX";
   const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (file == -1) return false;
-  const bool allowed = ::fchmod(file, mode) == 0;
-  if (writeAndClose(file, bytes) && allowed && ::rename(temporary.c_str(), path.c_str()) == 0) {
-    return true;
-  }
+  // A file system without modes, such as that of a camera's card, may refuse; it has its own.
+  [[maybe_unused]] const int ignored = ::fchmod(file, mode);
+  if (writeAndClose(file, bytes) && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
   const int problem = errno;
   ::unlink(temporary.c_str());
   errno = problem;
