@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstring>
-#include <utility>
 
 namespace {
 
@@ -36,7 +35,8 @@ CString::CString(const char* text, int length)
     : text_(orEmpty(text), boundedLength(text, length)) {}
 
 std::string& CString::ownText() {
-  if (loaded_.data()) text_ = std::exchange(loaded_, {});
+  if (loaded_.data()) text_ = loaded_;  // may throw, and the string is then what it was
+  loaded_ = {};
   return text_;
 }
 
