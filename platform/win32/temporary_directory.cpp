@@ -63,7 +63,10 @@ void TemporaryDirectory::make() {
 }
 
 bool TemporaryDirectory::makeUnder(const char* parent) {
+  // Callers give a buffer of 256 bytes and need room for a file's name behind it.
+  constexpr std::size_t longestPath = 230;
   std::string path = std::string(parent) + "/exifkeep-XXXXXX";
+  if (path.size() > longestPath) return false;
   path.reserve(path.size() + 1);  // so that nothing can fail once the directory is there
   if (mkdtemp(path.data()) == nullptr) return false;
   path += '/';
