@@ -1,64 +1,40 @@
 // Eight threads at once, each calling all ten functions: on sources that they share and on
 // destinations of their own. What each gets is what it would have got alone.
-#include <exifkeep/exifkeep.h>
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
 #include <atomic>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <mutex>
-#include <set>
-#include <string>
 #include <thread>
 #include <vector>
 
-#include "imageio/image_codec_bridge.h"
+#include "failures/saved_pictures.h"
+
+namespace exifkeep::test {
+namespace {
 
 namespace fs = std::filesystem;
 
-namespace {
-
 constexpr int threads = 8, rounds = 6;
-constexpr unsigned height = 16;
-
-PRaster makePicture(unsigned width) {
-  PRaster picture;
-  EXPECT_EQ(picture.CreateImage(PRaster::type24Bit, width, height), 1);
-  for (unsigned y = 0; y < height; ++y) std::memset(picture.row(y), int(width * y), width * 3);
-  return picture;
-}
+constexpr unsigned sourceWidth = 20;
 
 std::string listing(const std::string& path) {
   CPtrList list;
   std::string text;
   EXPECT_EQ(GetExifInfo(path.c_str(), &list), 1);
   for (POSITION at = list.GetHeadPosition(); at;) {
-    const auto* item = static_cast<const exifkeep::InfoItem*>(list.GetNext(at));
+    const auto* item = static_cast<const InfoItem*>(list.GetNext(at));
     text += std::string(item->label) + ": " + static_cast<const char*>(item->value) + "\n";
   }
   EXPECT_EQ(FreeInfoList(&list), 1);
   return text;
 }
 
-class ThreadsTest : public testing::Test {
+class ThreadsTest : public SavedPictures {
  protected:
   ThreadsTest() {
-    char name[] = "/tmp/exifkeep-threads-XXXXXX";
-    folder_ = mkdtemp(name);
-    std::ofstream(file("recording number one.wav")) << "RIFF";
-    PRaster picture = makePicture(20);
-    for (const char* extension : {"jpg", "tif"}) {
-      std::string path = file(std::string("source.") + extension);
-      EXPECT_EQ(SaveFile("none", path.c_str(), &picture, nullptr), 1);
-      EXPECT_EQ(AddAudio(path.data(), "before the threads", &picture, nullptr), 1);
-    }
+    for (const char* name : {"source.jpg", "source.tif"}) saveWithMetadata(name, sourceWidth);
+    fs::create_directory(path("rec"));
   }
-  ~ThreadsTest() override { fs::remove_all(folder_); }
-  std::string file(const std::string& name) const { return folder_ / name; }
 
-  void readSource(const std::string& source, const std::string& expectedListing) const {
+  static void readSource(const std::string& source, const std::string& expectedListing) {
     char sound[15] = {};
     PRaster image, thumbnail;
     EXPECT_EQ(IsExifFile(source.c_str()), 1);
@@ -67,36 +43,31 @@ class ThreadsTest : public testing::Test {
     EXPECT_EQ(GetSoundFile(source.c_str(), sound), 1);
     EXPECT_STREQ(sound, "source.wav");
     EXPECT_EQ(OpenExifFile(source.c_str(), &image, &thumbnail), 1);
-    EXPECT_EQ(image.width(), 20u);
+    EXPECT_EQ(image.width(), sourceWidth);
     EXPECT_EQ(thumbnail.width(), 160u);
   }
 
-  // Each thread saves pictures of a width that no other has.
-  void write(const std::string& source, const std::string& destination, unsigned width) const {
+  // `own` is a name that no other thread has, `width` a width.
+  void write(const std::string& source, const std::string& own, unsigned width) const {
     PRaster picture = makePicture(width);
-    std::string path = destination, sound = file("recording number one.wav");
-    EXPECT_EQ(SaveFile(source.c_str(), path.c_str(), &picture, nullptr), 1);
-    expectPicture(path, width);
-    EXPECT_EQ(SaveProcessFile(source.c_str(), path.c_str(), 3, &picture, nullptr), 1);
-    expectPicture(path, width);
-    EXPECT_EQ(AddAudio(path.data(), "a thread", &picture, nullptr), 1);
-    expectPicture(path, width);
-    EXPECT_EQ(AddAudioFile(path.data(), "a thread", sound.data(), &picture, nullptr, nullptr), 1);
-    expectPicture(path, width);
+    std::string destination = path(own) + fs::path(source).extension().string();
+    std::string sound = path("rec/" + own + ".wav");
+    writeFile(sound, own);
+    fs::remove(path(own + ".wav"));
+    EXPECT_EQ(SaveFile(source.c_str(), destination.c_str(), &picture, nullptr), 1);
+    EXPECT_EQ(widthOf(destination), width);
+    EXPECT_EQ(SaveProcessFile(source.c_str(), destination.c_str(), 3, &picture, nullptr), 1);
+    EXPECT_EQ(widthOf(destination), width);
+    EXPECT_EQ(AddAudio(destination.data(), "a thread", &picture, nullptr), 1);
+    EXPECT_EQ(widthOf(destination), width);
+    EXPECT_EQ(
+        AddAudioFile(destination.data(), "a thread", sound.data(), &picture, nullptr, nullptr), 1);
+    EXPECT_EQ(widthOf(destination), width);
     char name[15] = {};
-    EXPECT_EQ(GetSoundFile(path.c_str(), name), 1);
-    EXPECT_STREQ(sound.c_str(), name);
-    EXPECT_TRUE(fs::exists(fs::path(path).replace_filename(name)));
+    EXPECT_EQ(GetSoundFile(destination.c_str(), name), 1);
+    EXPECT_EQ(name, own + ".wav");
+    EXPECT_EQ(readFile(path(name)), own);
   }
-
-  static void expectPicture(const std::string& path, unsigned width) {
-    EXPECT_EQ(IsExifFile(path.c_str()), 1);
-    const auto image = exifkeep::ImageCodecBridge().loadImageFile(path.c_str());
-    ASSERT_NE(image, nullptr);
-    EXPECT_EQ(image->width(), width);
-  }
-
-  fs::path folder_;
 };
 
 template <class Work>
@@ -111,33 +82,19 @@ void onEveryThread(Work work) {
   for (std::thread& thread : all) thread.join();
 }
 
+// All write into one folder, so that a shared name would show in a wrong picture.
 TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
-  const std::string sources[] = {file("source.jpg"), file("source.tif")};
+  const std::string sources[] = {path("source.jpg"), path("source.tif")};
   const std::string listings[] = {listing(sources[0]), listing(sources[1])};
   onEveryThread([&](int number) {
-    const fs::path own = folder_ / std::to_string(number);
-    fs::create_directory(own);
     for (int round = 0; round < rounds; ++round) {
       const int kind = (number + round) % 2;
       readSource(sources[kind], listings[kind]);
-      write(sources[kind], own / (kind ? "x.tif" : "x.jpg"), static_cast<unsigned>(24 + number));
-    }
-    // Two pictures and a recording a round; nothing temporary.
-    EXPECT_EQ(std::distance(fs::directory_iterator(own), {}), 2 + rounds);
-  });
-}
-
-// All pending files lie in one folder, so that a shared name would show in a wrong picture.
-TEST_F(ThreadsTest, SavesIntoOneFolderDoNotMeet) {
-  onEveryThread([&](int number) {
-    PRaster picture = makePicture(static_cast<unsigned>(24 + number));
-    const std::string path = file("picture" + std::to_string(number) + ".jpg");
-    for (int round = 0; round < rounds; ++round) {
-      EXPECT_EQ(SaveFile(file("source.jpg").c_str(), path.c_str(), &picture, nullptr), 1);
-      expectPicture(path, static_cast<unsigned>(24 + number));
+      write(sources[kind], "own" + std::to_string(number), static_cast<unsigned>(24 + number));
     }
   });
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), threads + 3);
+  // The sources and the recordings; of every thread two pictures and a recording; nothing else.
+  EXPECT_EQ(names().size(), 3u + 3 * threads);
 }
 
 TEST_F(ThreadsTest, TemporaryNamesAreNotShared) {
@@ -152,3 +109,4 @@ TEST_F(ThreadsTest, TemporaryNamesAreNotShared) {
 }
 
 }  // namespace
+}  // namespace exifkeep::test
