@@ -115,6 +115,17 @@ TEST_F(SegmentTest, OfFullRecords) {
   EXPECT_EQ(fromRecords(metadata).size(), size);
 }
 
+TEST_F(SegmentTest, GoesWithoutThumbnailAndGpsButNotWithoutTheRest) {
+  const ExifMetadata metadata = fullRecords();
+  const auto build = [&](const ExifIfdRecord* exif, const ImageIfdRecord* primary) {
+    return bytesOf(buildSegmentFromRecords(*reader_.codec, picture_, nullptr, exif, primary,
+                                           nullptr, nullptr));
+  };
+  const ExifMetadata bare = readBack(build(&metadata.exif, &metadata.primary));
+  EXPECT_EQ(countPresentImageFields(bare.thumbnail) + countPresentGpsFields(bare.gps), 0u);
+  EXPECT_EQ(build(nullptr, &metadata.primary) + build(&metadata.exif, nullptr), "");
+}
+
 TEST_F(SegmentTest, FillsTheBlockToItsLastByteAndNoFurther) {
   ExifMetadata metadata = {};
   metadata.exif.hasMakerNote = 1;
