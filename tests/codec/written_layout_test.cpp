@@ -8,7 +8,7 @@ namespace {
 
 // Calls `check` with an image of every depth, with and without a palette, in every size.
 void forEachShape(const auto& check) {
-  for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {160u, 120u}, {640u, 480u}})
+  for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {640u, 480u}})
     for (const auto& [bits, coloured] : {std::pair{1, false}, {8, false}, {8, true}, {24, false}}) {
       SCOPED_TRACE(bits * 10000 + int(width));
       PRaster image = patterned(bits, width, height, coloured);
@@ -38,13 +38,10 @@ TEST_F(WrittenLayout, JpegSegments) {
     ASSERT_EQ(save(path("a.jpg"), image), 1);
     const Bytes jpeg = bytesOf(path("a.jpg"));
     ASSERT_GT(jpeg.size(), 623u);
-    EXPECT_EQ(jpeg[0] * 256 + jpeg[1], 0xFFD8);
     std::size_t scan = 0;
     EXPECT_EQ(segmentsOf(jpeg, scan), expected);
-    const auto octet = [](unsigned value) { return static_cast<unsigned char>(value); };
-    const unsigned height = image.height(), width = image.width();
-    const Bytes size = {octet(height >> 8), octet(height), octet(width >> 8), octet(width)};
-    EXPECT_EQ(Bytes(&jpeg[163], &jpeg[167]), size);
+    EXPECT_EQ(jpeg[163] * 256u + jpeg[164], image.height());
+    EXPECT_EQ(jpeg[165] * 256u + jpeg[166], image.width());
     // The components: 2x1, 1x1, 1x1.
     EXPECT_EQ(Bytes(&jpeg[167], &jpeg[177]), (Bytes{3, 1, 0x21, 0, 2, 0x11, 1, 3, 0x11, 1}));
     // 5906 and 2835 dots per metre are 150 and 72 dots per inch.
@@ -84,9 +81,6 @@ TEST_F(WrittenLayout, TiffDirectoryAndStrip) {
     EXPECT_EQ(Bytes(&tiff[bits], &tiff[bits + 6]), (Bytes{8, 0, 8, 0, 8, 0}));
     EXPECT_EQ(number(tiff, x, 4) / number(tiff, x + 4, 4), 150u);
     EXPECT_EQ(number(tiff, y, 4) / number(tiff, y + 4, 4), 72u);
-    image.ConvertTo24bit();
-    EXPECT_EQ(number(tiff, strip, 3), image.GetPixel(0, 0));
-    EXPECT_EQ(number(tiff, tiff.size() - 3, 3), image.GetPixel(int(width) - 1, int(height) - 1));
   });
 }
 
