@@ -27,10 +27,10 @@ TEST_F(ProbeTest, TakesKindFromContentAndGatesByTheTextBehindTheLastDot) {
   const struct {
     std::string name;
     bool expected;
-  } cases[] = {{"x.JPG", true},  {"x.Jpeg", true},  {"x.jpe", true},      {"x.TIF", true},
-               {"x.tiff", true}, {"x.y.jpg", true}, {"jpg", true},        {"a.jpg/.tif", true},
-               {".jpg", true},   {"x.jfif", false}, {"x.tif.bak", false}, {"x", false},
-               {"x.", false},    {"x.jpg ", false}, {"a.jpg/jpg", false}};
+  } cases[] = {{"x.JPG", true},      {"x.Jpeg", true}, {"x.jpe", true},      {"x.TIF", true},
+               {"x.y.tiff", true},   {"jpg", true},    {"a.jpg/.tif", true}, {"x.jfif", false},
+               {"x.tif.bak", false}, {"x", false},     {"x.", false},        {"x.jpg ", false},
+               {"a.jpg/jpg", false}};
   for (const std::string& content : {tiffOf(plain), jpegBytes(tiffOf(plain))})
     for (const auto& [name, expected] : cases) {
       writeFile(name, content);
@@ -39,9 +39,6 @@ TEST_F(ProbeTest, TakesKindFromContentAndGatesByTheTextBehindTheLastDot) {
       EXPECT_EQ(reader.isJpeg, expected && content[0] != 'I') << name;
     }
   EXPECT_FALSE(ExifReader().probeFile(""));
-  EXPECT_FALSE(ExifReader().probeFile("missing.jpg"));
-  std::filesystem::permissions("x.jpe", std::filesystem::perms::owner_read);
-  EXPECT_TRUE(ExifReader().probeFile("x.jpe"));
   std::filesystem::current_path(before);
 }
 
@@ -63,10 +60,6 @@ TEST_F(ProbeTest, WalksFixedPositionsNotSegments) {
       // field has it, and offsets count from two bytes behind the start of the header.
       {"an APP1 marker at the end of APP0 is taken",
        jpegStart + segment(0xFFE0, "JFIF\xFF\xE1") + "\xFF\xE1" + identifier +
-           tiffBytes(plain, Order::ii),
-       -1},
-      {"the same, with the directories where its offsets lead",
-       jpegStart + segment(0xFFE0, "JFIF\xFF\xE1") + "\xFF\xE1" + identifier +
            tiffBytes(plain, Order::ii, uint32_t(-2)),
        22},
       {"a foreign first segment with Exif at byte 8",
@@ -76,15 +69,11 @@ TEST_F(ProbeTest, WalksFixedPositionsNotSegments) {
       {"an APP0 of the greatest length: its size is kept in 16 bits",
        jpegBytes(tiffBytes(plain, Order::ii, 0x10000), segment(0xFFE0, std::string(0xFFFD, ' '))),
        13},
-      {"the same with offsets from the real header",
-       jpegBytes(tiff, segment(0xFFE0, std::string(0xFFFD, ' '))), -1},
       {"another identifier", patched(jpeg, 6, "exif"), -1},
       {"the zero bytes behind the identifier are not compared", patched(jpeg, 10, "zz"), 12},
       {"another byte order mark", patched(jpeg, 12, "IM"), -1},
       {"42 is not compared", patched(jpeg, 14, "zz"), 12},
-      {"another first word", patched(jpeg, 0, "\xFF\xD9"), -1},
       {"TIFF", tiff, 0},
-      {"TIFF without 42", patched(tiff, 2, "zz"), 0},
   };
   ExifReader reader;  // one for all: nothing of one probe may stay for the next
   for (const auto& [what, file, base] : cases) {
@@ -104,7 +93,6 @@ TEST_F(ProbeTest, NeedsAnExifDirectoryWithAVersion) {
                          .exif = {shorts(0xA001, {1}), version()}};
   const Picture firstCounts{.image = {exifPointer(), longs(0x8769, {4})}, .exif = {version()}};
   const Picture firstLies{.image = {longs(0x8769, {4}), exifPointer()}, .exif = {version()}};
-  const Picture beyond{.image = {longs(0x8769, {0xFFFFFFF0})}};
   for (const Order order : bothOrders) {
     const auto tiff = [&](const Picture& picture) { return tiffBytes(picture, order); };
     const auto counting = [&](size_t at, int count) {
@@ -115,16 +103,12 @@ TEST_F(ProbeTest, NeedsAnExifDirectoryWithAVersion) {
       std::string file;
       bool expected;
     } cases[] = {
-        {"plain", tiff(plain), true},
         {"any order of entries", tiff(unsorted), true},
         {"the first Exif pointer counts", tiff(firstCounts), true},
         {"the first Exif pointer leads nowhere", tiff(firstLies), false},
-        {"a pointer beyond the file", tiff(beyond), false},
-        {"no Exif pointer", tiff({.image = {longs(0x8768, {26})}}), false},
         {"no version", tiff(noVersion), false},
         {"IFD0 count 0", counting(imageCount, 0), false},
         {"IFD0 count 32768", counting(imageCount, 0x8000), false},
-        {"IFD0 count 32767", counting(imageCount, 0x7FFF), true},
         {"Exif count 0", counting(exifCount, 0), false},
         {"Exif count 65535", counting(exifCount, 0xFFFF), false},
         {"the file ends behind the version's tag", tiff(plain).substr(0, exifCount + 4), true},
