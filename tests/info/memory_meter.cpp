@@ -9,12 +9,10 @@ namespace {
 
 thread_local std::size_t allocated = 0;
 thread_local int failures = 0, toFailure = 0;
-thread_local bool isLasting = false;
 
 void* allocate(std::size_t size) noexcept {
   if (toFailure > 0 && --toFailure == 0) {
     ++failures;
-    toFailure = isLasting;
     return nullptr;
   }
   allocated += size;
@@ -31,10 +29,9 @@ void* allocateOrThrow(std::size_t size) {
 std::size_t exifkeep::test::bytesAllocated() {
   return allocated;
 }
-void exifkeep::test::failAllocations(int n, bool lasting) {
+void exifkeep::test::failAllocations(int n) {
   failures = 0;
   toFailure = n;
-  isLasting = lasting;
 }
 int exifkeep::test::allocationsFailed() {
   return failures;

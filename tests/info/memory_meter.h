@@ -8,8 +8,8 @@ namespace exifkeep::test {
 // Since the thread began.
 std::size_t bytesAllocated();
 
-// Makes the n-th allocation from now on fail, and with `lasting` all that follow it; n = 0 none.
-void failAllocations(int n, bool lasting = false);
+// Makes the n-th allocation from now on fail; n = 0 none.
+void failAllocations(int n);
 // How many have failed since.
 int allocationsFailed();
 

@@ -36,12 +36,9 @@ TEST_F(ValueRulesTest, NumbersAreShownByTheirRules) {
   } cases[] = {
       {"Image resolution in width", rationals(0x11A, {72, 1}), "72"},
       {"Image resolution in width", rationals(0x11A, {300, 2}), "300/2"},
-      {"Image resolution in width", rationals(0x11A, {72, 0}), "72/0"},
       {"Image resolution in height", rationals(0x11B, {uintMax, 0x80000000}), "-1/-2147483648"},
-      {"Image resolution in height", field(0x11B, typeRational, 1, 0x7FFFFFFF), "1/72"},
       {"Exposure Time", rationals(0x829A, {1, 60}), "1/60 (seconds)"},
       {"Exposure Time", rationals(0x829A, {2, 1}), "2 (seconds)"},
-      {"Exposure Time", rationals(0x829A, {10, 0}), "10/0 (seconds)"},
       {"F-number", rationals(0x829D, {28, 10}), "2.8"},
       {"F-number", rationals(0x829D, {28, 0}), nullptr},
       {"Compressed Bits Per Pixel", rationals(0x9102, {1, 4}), "0.2"},
@@ -50,13 +47,10 @@ TEST_F(ValueRulesTest, NumbersAreShownByTheirRules) {
       {"ExposureBias", signedRational(0x9204, 0, -5), "-0.0 (APEX)"},
       {"ExposureBias", signedRational(0x9204, intMin, -1), "2147483648.0 (APEX)"},
       {"Aperture", rationals(0x9202, {uintMax, uintMax}), "1.0 (APEX)"},
-      {"Flash Energy", rationals(0xA20B, {3, 2}), "1.5 (BCPS)"},
       {"Focal Length", rationals(0x920A, {545, 100}), "5.4 (mm)"},
       {"Focal Length", rationals(0x920A, {50, 0}), nullptr},
       {"ISO Speed Ratings", shorts(0x8827, {100, 200}), "100"},
       {"ISO Speed Ratings", shorts(0x8827, {0}), nullptr},
-      {"Image Height", longs(0x101, {0x80000000}), "-2147483648"},
-      {"Pixels - X Dimension", longs(0xA002, {uintMax}), "-1"},
       {"Focal length in 35 mm film", shorts(0xA405, {0}), "0"},
   };
   for (const auto& [label, entry, expected] : cases)
@@ -73,23 +67,17 @@ TEST_F(ValueRulesTest, TextsAreDataAndEndAtAZero) {
   } cases[] = {
       {"Make", text(0x10F, "%s%n%d %%"), "%s%n%d %%"},
       {"Model", text(0x110, std::string("ab\0cd", 5)), "ab"},
-      {"Artist", text(0x13B, "").atOffset(), ""},
-      {"Software", field(0x131, typeAscii, 20, 0xFFFFFFF), ""},
-      {"Unique image ID", text(0xA420, letters), letters.substr(0, 34)},
       {"File change date and time", text(0x132, "2002:05:14 10:20:30"), "2002/05/14 10:20:30"},
       {"Date and Time of Digitization", text(0x9004, ":::::::::::::::::::"), "//////////:::::::::"},
-      {"DateTime subseconds", text(0x9290, "25").atOffset(), "25"},
       {"Maker Note", bytes(0x927C, letters), letters.substr(0, 255)},
       {"Maker Note", bytes(0x927C, std::string("no\0te", 5)), "no"},
       {"Maker Note", bytes(0x927C, "").withCount(0), ""},
       {"User Comment", bytes(0x9286, code + "%s"), "%s"},
       {"User Comment", bytes(0x9286, code), ""},
-      {"FlashPix Version", bytes(0xA000, "0100"), "1.00"},
       {"FlashPix Version", bytes(0xA000, "1000"), "10.00"},
       {"FlashPix Version", bytes(0xA000, "01"), "1."},
       {"Component Configuration", bytes(0x9101, std::string("\1\2\3\0", 4)), "YCbCr"},
       {"Component Configuration", bytes(0x9101, "\7\1\xFF\2"), "Does not existYCb"},
-      {"Component Configuration", bytes(0x9101, std::string("\0\2\3\0", 4)), "Does not exist"},
   };
   for (const auto& [label, entry, expected] : cases) EXPECT_EQ(shown(label, entry), expected);
 }
@@ -106,26 +94,16 @@ TEST_F(ValueRulesTest, EnumerationsHaveGapsAndDefaults) {
        row0 + "top of the image, and column 0 is at the visible right-hand side."},
       {"Orientation of image", 0x112, 8,
        row0 + "left-hand side of the image, and column 0 is at the visible bottom."},
-      {"Unit of resolution", 0x128, 3, "centimeters"},
       {"Y and C positioning", 0x213, 2, "co-sited"},
-      {"Metering Mode", 0x9207, 7, "reserved"},
       {"Metering Mode", 0x9207, 255, "Other"},
-      {"Light Source", 0x9208, 4, "reserved"},
       {"Light Source", 0x9208, 22, "D75"},
-      {"Flash", 0x9209, 0, "Flash did not fire"},
       {"Flash", 0x9209, 9, "Not defined"},
       {"Flash", 0x9209, 0x59, "Flash fired, auto mode, red-eye reduction mode"},
-      {"Color Space", 0xA001, 2, "reserved"},
       {"Color Space", 0xA001, 65535, "Uncalibrated"},
       {"Sensing method", 0xA217, 1, "Not defined"},
-      {"Sensing method", 0xA217, 7, "Trilinear sensor"},
-      {"File source", 0xA300, 3, "DSC"},
       {"File source", 0xA300, 1, "Not DSC"},
       {"Scene type", 0xA301, 1, "A directly photographed image"},
-      {"Scene type", 0xA301, 0, "reserved"},
       {"Scene capture type", 0xA406, 3, "Night scene"},
-      {"Gain control", 0xA407, 4, "High gain down"},
-      {"Saturation", 0xA409, 2, "High saturation"},
       {"Sharpness", 0xA40A, 3, "reserved"},
   };
   for (const auto& [label, tag, value, expected] : cases) {
@@ -133,18 +111,6 @@ TEST_F(ValueRulesTest, EnumerationsHaveGapsAndDefaults) {
     const Entry entry = isByte ? bytes(tag, std::string(1, char(value))) : shorts(tag, {value});
     EXPECT_EQ(shown(label, entry), expected) << label << ' ' << value;
   }
-}
-
-TEST_F(ValueRulesTest, VersionsCarryTheInteroperabilityRules) {
-  const auto versionOf = [&](const std::string& version) {
-    const Picture picture{.image = {exifPointer()},
-                          .exif = {bytes(0x9000, version), interoperabilityPointer()},
-                          .interoperability = {bytes(1, "R98", typeAscii)}};
-    return itemsOf(fileOf(tiffBytes(picture, Order::ii))).at(0).second;
-  };
-  EXPECT_EQ(versionOf("0220"), "2.20(R98)");
-  EXPECT_EQ(versionOf("210"), "21.0(R98)");
-  EXPECT_EQ(versionOf("0200"), "2.00");
 }
 
 }  // namespace
