@@ -8,10 +8,12 @@
 namespace exifkeep::test {
 namespace {
 
+using testing::Each;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
+using testing::SizeIs;
+using testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
 
 std::set<std::string> filesBelow(const fs::path& folder) {
@@ -42,66 +44,31 @@ class Installed : public ShellTest {
   }
 };
 
-TEST_F(Installed, HoldsWhatHostsAndUsersNeed) {
-  std::set<std::string> files = filesBelow(path("prefix"));
-  std::erase_if(files, [](const auto& file) { return file.find("exifkeepTargets-") != file.npos; });
-  const std::string lib = EXIFKEEP_LIBDIR "/";
-  const std::string platform = "include/exifkeep/platform/";
-  EXPECT_EQ(files, (std::set<std::string>{
-                       "bin/exifkeep",
-                       "include/exifkeep/exifkeep.h",
-                       platform + "afx.h",
-                       platform + "afxcoll.h",
-                       platform + "afxstat_.h",
-                       platform + "afxwin.h",
-                       platform + "language.h",
-                       platform + "praster.h",
-                       platform + "pxcodec32.h",
-                       platform + "shellapi.h",
-                       platform + "windows.h",
-                       lib + "cmake/exifkeep/exifkeepConfig.cmake",
-                       lib + "cmake/exifkeep/exifkeepConfigVersion.cmake",
-                       lib + "cmake/exifkeep/exifkeepTargets.cmake",
-                       lib + "libexifkeep.so",
-                       lib + "libexifkeep.so.0",
-                       lib + "libexifkeep.so." EXIFKEEP_VERSION,
-                       lib + "libexifkeep_platform.so",
-                       lib + "libexifkeep_platform.so.0",
-                       lib + "libexifkeep_platform.so." EXIFKEEP_VERSION,
-                       lib + "pkgconfig/exifkeep.pc",
-                       "share/bash-completion/completions/exifkeep",
-                       "share/doc/exifkeep/LICENSE",
-                       "share/man/man1/exifkeep.1",
-                       "share/man/man3/exifkeep.3",
-                   }));
+TEST_F(Installed, HoldsThePublicHeadersAndRuns) {
+  EXPECT_EQ(run("cd prefix/include/exifkeep && find . -name '*.h' | sort | xargs").out,
+            "./exifkeep.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
+            "./platform/afxwin.h ./platform/language.h ./platform/praster.h "
+            "./platform/pxcodec32.h ./platform/shellapi.h ./platform/windows.h\n");
+  EXPECT_TRUE(fs::exists(path("prefix/share/doc/exifkeep/LICENSE")));
+  EXPECT_EQ(run("prefix/bin/exifkeep check pictures/photo.jpg").out,
+            "pictures/photo.jpg: Exif file\n");
 }
 
 TEST_F(Installed, NamesNoPlaceOutsideItself) {
   for (const std::string& file : filesBelow(path("prefix"))) {
     const std::string bytes = read("prefix/" + file);
-    if (bytes.starts_with("\x7F"
-                          "ELF")) {
+    if (bytes.substr(1, 3) == "ELF") {
       // Debug information and assertions name sources; what is loaded may not.
       const Outcome dynamic = run("'" EXIFKEEP_READELF "' -d 'prefix/" + file + "'");
-      EXPECT_EQ(dynamic.status, 0) << dynamic.err;
-      EXPECT_THAT(dynamic.out, Not(HasSubstr("path: [/"))) << file;
-      EXPECT_THAT(dynamic.out, Not(HasSubstr(":/"))) << file;
+      EXPECT_THAT(dynamic.out,
+                  AllOf(HasSubstr("NEEDED"), Not(HasSubstr("path: [/")), Not(HasSubstr(":/"))))
+          << file;
       continue;
     }
     for (const std::string& place :
          {std::string(EXIFKEEP_SOURCE_DIR), std::string(EXIFKEEP_BUILD_DIR), path("")})
       EXPECT_THAT(bytes, Not(HasSubstr(place))) << file;
   }
-}
-
-TEST_F(Installed, RunsTheProgram) {
-  const Outcome checked = run("prefix/bin/exifkeep check pictures/photo.jpg");
-  EXPECT_EQ(checked.out, "pictures/photo.jpg: Exif file\n") << checked.err;
-}
-
-TEST_F(Installed, ExportsTheTenFunctions) {
-  const std::string library = "prefix/" EXIFKEEP_LIBDIR "/libexifkeep.so";
-  EXPECT_EQ(run("'" EXIFKEEP_NM "' -D --defined-only " + library + " | wc -l").out, "10\n");
 }
 
 // The examples build on their own, without the flags of a sanitizer.
@@ -138,10 +105,12 @@ class DebianPackages : public ShellTest {
     ASSERT_EQ(packed.status, 0) << packed.out << packed.err;
   }
 
+  // Without the folder of its changelog and licence.
   std::set<std::string> filesOf(const std::string& package) const {
-    const Outcome unpacked = run("dpkg-deb -x " + package + "_*.deb files_" + package);
+    const Outcome unpacked = run("dpkg-deb -x " + package + "_*.deb " + package);
     EXPECT_EQ(unpacked.status, 0) << unpacked.err;
-    return filesBelow(path("files_" + package));
+    EXPECT_GE(fs::remove_all(path(package + "/usr/share/doc/" + package)), 3u) << package;
+    return filesBelow(path(package + "/usr"));
   }
   std::string dependenciesOf(const std::string& package) const {
     return run("dpkg-deb -f " + package + "_*.deb Depends").out;
@@ -149,22 +118,14 @@ class DebianPackages : public ShellTest {
 };
 
 TEST_F(DebianPackages, ShareTheFiles) {
-  const std::set<std::string> library = filesOf("libexifkeep0"), program = filesOf("exifkeep"),
-                              development = filesOf("libexifkeep-dev");
-  const std::string lib = "usr/" EXIFKEEP_LIBDIR "/", doc = "usr/share/doc/";
-  EXPECT_EQ(
-      library,
-      (std::set<std::string>{
-          lib + "libexifkeep.so.0", lib + "libexifkeep.so." EXIFKEEP_VERSION,
-          lib + "libexifkeep_platform.so.0", lib + "libexifkeep_platform.so." EXIFKEEP_VERSION,
-          doc + "libexifkeep0/changelog.Debian.gz", doc + "libexifkeep0/copyright"}));
-  EXPECT_EQ(program, (std::set<std::string>{
-                         "usr/bin/exifkeep", "usr/share/bash-completion/completions/exifkeep",
-                         "usr/share/man/man1/exifkeep.1.gz", doc + "exifkeep/changelog.Debian.gz",
-                         doc + "exifkeep/copyright"}));
-  EXPECT_THAT(development, IsSupersetOf({std::string("usr/include/exifkeep/exifkeep.h"),
-                                         lib + "libexifkeep.so", lib + "pkgconfig/exifkeep.pc",
-                                         std::string("usr/share/man/man3/exifkeep.3.gz")}));
+  EXPECT_THAT(filesOf("libexifkeep0"), AllOf(SizeIs(4), Each(HasSubstr(".so.0"))));
+  EXPECT_THAT(filesOf("exifkeep"),
+              UnorderedElementsAre("bin/exifkeep", "share/bash-completion/completions/exifkeep",
+                                   "share/man/man1/exifkeep.1.gz"));
+  EXPECT_THAT(
+      filesOf("libexifkeep-dev"),
+      IsSupersetOf({"include/exifkeep/exifkeep.h", EXIFKEEP_LIBDIR "/libexifkeep.so",
+                    EXIFKEEP_LIBDIR "/pkgconfig/exifkeep.pc", "share/man/man3/exifkeep.3.gz"}));
   EXPECT_THAT(dependenciesOf("libexifkeep0"), HasSubstr("libtiff"));
   EXPECT_THAT(dependenciesOf("libexifkeep-dev"), HasSubstr("libexifkeep0 (= " EXIFKEEP_VERSION));
   EXPECT_THAT(dependenciesOf("exifkeep"), HasSubstr("libexifkeep0 (= " EXIFKEEP_VERSION));
