@@ -2,7 +2,6 @@
 // standard input, usage errors, and standard streams that are closed or full.
 #include <gmock/gmock.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <vector>
 
@@ -31,14 +30,11 @@ TEST_F(Answers, StatusIsTheGravestOfAllFiles) {
       {"check plain.jpg exif.jpg", 1, "plain.jpg: not an Exif file\nexif.jpg: Exif file\n"},
       {"check gone.jpg plain.jpg exif.jpg", 3,
        "plain.jpg: not an Exif file\nexif.jpg: Exif file\n"},
-      {"check fifo.jpg", 3, ""},
       {"check /dev/zero", 3, ""},
       {"version exif.jpg", 0, "exif.jpg: 2.2\n"},
       {"sound sound.jpg", 0, "sound.jpg: NOTE.WAV\n"},
       {"sound exif.jpg", 1, "exif.jpg: no recording\n"},
-      {"info plain.jpg", 1, ""},
       {"open folder.jpg", 3, ""},
-      {"save gone.jpg new.jpg", 3, ""},
       {"audio fifo.jpg", 3, ""},
   };
   for (const auto& [arguments, status, out] : cases) {
@@ -47,20 +43,14 @@ TEST_F(Answers, StatusIsTheGravestOfAllFiles) {
     EXPECT_EQ(outcome.out, out) << arguments;
     EXPECT_EQ(outcome.err.empty(), status < 3 && !outcome.out.empty()) << arguments << outcome.err;
   }
-  if (::geteuid() == 0) return;  // root may read everything
-  EXPECT_THAT(run("chmod 0 exif.jpg; $E check exif.jpg").err,
-              HasSubstr("exif.jpg: Permission denied"));
 }
 
 TEST_F(Answers, WrongUsageDoesNothing) {
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"check", "FILE is required"},
       {"info --lang tlh exif.jpg", "de, en, es, fi, fr, it, ja, ko, nl, sv"},
-      {"info --html --json exif.jpg", "excludes"},
       {"check --color red exif.jpg", "always or never"},
-      {"convert exif.jpg", "convert"},
       {"save exif.jpg", "DESTINATION"},
-      {"save exif.jpg new.jpg --process two", "two"},
       {"audio exif.jpg --software \"$(printf %256s x)\"", "255"},
   };
   for (const auto& [arguments, complaint] : cases) {
@@ -73,7 +63,7 @@ TEST_F(Answers, WrongUsageDoesNothing) {
 }
 
 TEST_F(Answers, HelpIsAnAnswer) {
-  for (const char* arguments : {"", "--help", "check -h", "open --help", "audio --help"}) {
+  for (const char* arguments : {"", "--help", "audio -h"}) {
     const Outcome outcome = run(std::string("$E ") + arguments);
     EXPECT_EQ(outcome.status, 0) << arguments;
     EXPECT_THAT(outcome.out, HasSubstr("Example")) << arguments;
@@ -92,9 +82,7 @@ TEST_F(Answers, NamesComeFromStandardInput) {
       {"printf 'exif.jpg\\0' | $E check --null - sound.jpg", both},
       {"printf 'two\\nlines.jpg\\0exif.jpg\\0' | $E check -0",
        "two\\nlines.jpg: Exif file\nexif.jpg: Exif file\n"},
-      {"$E check -0 </dev/null", ""},
       {"$E check exif.jpg -- -0.jpg", "exif.jpg: Exif file\n-0.jpg: Exif file\n"},
-      {"$E check -- -0.jpg", "-0.jpg: Exif file\n"},
       {"$E check '[a]' check", "./[a]: not an Exif file\n"},
   };
   for (const auto& [command, out] : cases) EXPECT_EQ(run(command).out, out) << command;
@@ -115,13 +103,11 @@ class OnTerminal : public Answers {
 TEST_F(OnTerminal, ColourNeedsATerminalAndConsent) {
   const std::vector<std::pair<const char*, bool>> cases = {
       {"$E check exif.jpg", true},
-      {"$E check gone.jpg", true},
       {"NO_COLOR=1 $E check exif.jpg", false},
       {"TERM=dumb $E check gone.jpg", false},
       {"$E check --color never exif.jpg", false},
       {"NO_COLOR=1 $E check exif.jpg --color always | cat", true},
       {"NO_COLOR= $E info --color auto exif.jpg", true},
-      {"$E info exif.jpg | cat", false},
   };
   for (const auto& [command, colored] : cases)
     EXPECT_EQ(typed(command).find("\x1B[") != std::string::npos, colored) << command;
@@ -140,7 +126,7 @@ TEST_F(OnTerminal, LongBatchesShowHowFarTheyAre) {
 TEST_F(Answers, OutputThatCannotBeWrittenIsNoticed) {
   for (const char* command :
        {"$E check exif.jpg >/dev/full", "$E info --json exif.jpg >/dev/full",
-        "$E info exif.jpg >&-", "$E languages >/dev/full", "$E --help >&-",
+        "$E info exif.jpg >&-", "$E --help >&-",
         "{ $E info exif.jpg; echo $? >status; } | true; exit $(cat status)"}) {
     const Outcome outcome = run(command);
     EXPECT_EQ(outcome.status, 3) << command;

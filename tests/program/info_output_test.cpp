@@ -51,33 +51,14 @@ TEST_F(InfoOutput, JsonIsValidWhateverTheBytes) {
 TEST_F(InfoOutput, LanguageComesFromTheTagElseFromTheEnvironment) {
   write("a.jpg", exifJpeg("Maker"));
   const std::vector<std::pair<const char*, const char*>> cases = {
-      {"$E info --lang zh-TW a.jpg", "\u88FD\u9020\u5546"},
       {"LC_ALL=C $E info --lang ja a.jpg", "\u30E1\u30FC\u30AB\u30FC"},
       {"LC_ALL=C LANGUAGE=de $E info a.jpg", "Make "},
-      {"LC_ALL=fi_FI.UTF-8 $E info a.jpg", "Valmistaja"},
       {"LC_ALL=fi_FI.UTF-8 LANGUAGE=xx:nl $E info a.jpg", "Fabrikant "},
-      {"LC_ALL=ja_JP.eucJP $E info a.jpg | iconv -f EUC-JP -t UTF-8", "\u30E1\u30FC\u30AB\u30FC"},
       {"LC_ALL=ja_JP.eucJP $E info --json a.jpg", "\u30E1\u30FC\u30AB\u30FC"},
       {"$E languages", "zh-TW  \u7E41\u9AD4\u4E2D\u6587\n"},
   };
   for (const auto& [command, label] : cases)
     EXPECT_THAT(run(command).out, HasSubstr(label)) << command;
-}
-
-// Real pictures of many makers; the library's own test of them names those that are refused.
-TEST_F(InfoOutput, SeventeenSamplesAreListed) {
-  const char* named = std::getenv("EXIFKEEP_SAMPLES");
-  const std::string folder = named ? named : EXIFKEEP_SOURCE_DIR "/../shared/samples";
-  if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "no sample pictures";
-  const Outcome outcome = run("find '" + folder + "' -name '*.jpg' -print0 -o -name '*.tiff'" +
-                              " -print0 | $E info --json -0");
-  EXPECT_EQ(outcome.status, 1) << outcome.err;
-  int listed = 0, refused = 0;
-  for (const auto& picture : json::parse(outcome.out)) {
-    ++(picture["exif"].get<bool>() ? listed : refused);
-    EXPECT_NE(picture["items"].size() > 10, !picture["exif"].get<bool>()) << picture["file"];
-  }
-  EXPECT_EQ(std::pair(listed, refused), std::pair(17, 5));
 }
 
 TEST(OutputText, InvalidBytesAndControlsAreEscapedOrReplaced) {

@@ -1,9 +1,8 @@
 // The commands that decode and write pictures: open, save and audio, on small pictures that the
 // codec wrote.
 #include <gmock/gmock.h>
-#include <praster.h>
-#include <pxcodec32.h>
 
+#include "codec/picture_fixture.h"
 #include "program/exif_fixture.h"
 #include "program/shell.h"
 
@@ -16,22 +15,14 @@ using testing::StartsWith;
 class PictureCommands : public ShellTest {
  protected:
   PictureCommands() {
-    writePicture("edited.png", 40, 30);
-    writePicture("plain.jpg", 64, 48);
-    // The pixels of plain.jpg behind an Exif segment.
-    const std::string segment = exifJpeg("Maker");
-    write("exif.jpg", segment.substr(0, segment.size() - 2) + read("plain.jpg").substr(2));
+    PRaster edited = patterned(24, 40, 30), plain = patterned(24, 64, 48);
+    plain.setResolution(11811, 11811);
+    EXPECT_EQ(save(path("edited.png"), edited) + save(path("plain.jpg"), plain), 2);
+    write("exif.jpg", withPixels(exifJpeg("Maker"), read("plain.jpg")));
     std::filesystem::create_directory(path("sounds"));
     write("sounds/note.wav", "new");
   }
 
-  void writePicture(const std::string& name, unsigned width, unsigned height) {
-    PRaster image;
-    ASSERT_TRUE(image.CreateImage(PRaster::type24Bit, width, height, 0, 0, 11811, 11811));
-    tagLmmInfo memory;
-    image.GetLmmInfo(memory);
-    ASSERT_TRUE(AllSaveDIBImg(path(name).c_str(), &memory, 0, nullptr));
-  }
   // Expects the status and returns what the command wrote to both streams.
   std::string run(const std::string& command, int status) {
     const Outcome outcome = ShellTest::run(command);
@@ -65,11 +56,8 @@ TEST_F(PictureCommands, WhatFailsLeavesNothing) {
   const auto before = names();
   run("$E save exif.jpg new.xyz", 3);
   run("$E save exif.jpg new.jpg --picture gone.png", 3);
-  run("$E save exif.jpg new.jpg --thumbnail exif.txt", 3);
-  run("$E save exif.jpg gone/new.jpg", 3);
   EXPECT_THAT(run("$E open exif.jpg --thumbnail small.png", 3), HasSubstr("no thumbnail"));
   EXPECT_THAT(run("$E open exif.jpg --image image.xyz", 3), HasSubstr("jpg, jpeg, jpe, tif"));
-  run("$E open exif.jpg --image gone/image.png", 3);
   run("$E open plain.jpg --image image.png", 1);
   auto after = names();
   after.erase(".out"), after.erase(".err");
