@@ -32,7 +32,8 @@
 namespace exifkeep {
 
 /// One entry of the list that GetExifInfo fills. Made by the library and destroyed by FreeInfoList
-/// only.
+/// only; it stays in its list, since the items of a call share memory. Copy a text that has to
+/// outlive the list.
 struct InfoItem {
   CString label;  ///< The field's name in the user's language and code page.
   CString value;  ///< Its value as display text. Texts of the file itself are its bytes unchanged.

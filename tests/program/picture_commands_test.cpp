@@ -53,8 +53,11 @@ TEST_F(PictureCommands, OpenDescribesOrWritesTheImages) {
 }
 
 TEST_F(PictureCommands, WhatFailsLeavesNothing) {
+  write("old.tif", "old");
   const auto before = names();
   run("$E save exif.jpg new.xyz", 3);
+  run("trap '' XFSZ; ulimit -f 4; $E open exif.jpg --image old.tif", 3);
+  EXPECT_EQ(read("old.tif"), "old");
   run("$E save exif.jpg new.jpg --picture gone.png", 3);
   EXPECT_THAT(run("$E open exif.jpg --thumbnail small.png", 3), HasSubstr("no thumbnail"));
   EXPECT_THAT(run("$E open exif.jpg --image image.xyz", 3), HasSubstr("jpg, jpeg, jpe, tif"));
