@@ -8,6 +8,7 @@ run_packages=(
 test_packages=(
   libgtest-dev libgmock-dev nlohmann-json3-dev
   pkg-config                   # finds the installed library as hosts do
+  dpkg-dev file                # what cpack makes Debian packages with
   clang-14 libclang-rt-14-dev  # the fuzzers
   doxygen                      # checks the comments of the public headers
 )

@@ -81,7 +81,7 @@ class InstalledForHosts : public Installed {
 
 TEST_F(InstalledForHosts, IsFoundByCmake) {
   expectListing("'" EXIFKEEP_CMAKE "' -S '" EXIFKEEP_SOURCE_DIR
-                "/examples' -B host -DCMAKE_CXX_COMPILER='" EXIFKEEP_CXX
+                "/examples' -B host -G '" EXIFKEEP_GENERATOR "' -DCMAKE_CXX_COMPILER='" EXIFKEEP_CXX
                 "' -DCMAKE_PREFIX_PATH=$PWD/prefix && '" EXIFKEEP_CMAKE "' --build host",
                 "host/list_folder");
 }
@@ -98,8 +98,10 @@ class DebianPackages : public ShellTest {
  protected:
   void SetUp() override {
     if (*EXIFKEEP_SANITIZERS) GTEST_SKIP() << "packages are made of plain builds";
-    if (run("command -v dpkg-deb dpkg-shlibdeps '" EXIFKEEP_CPACK "'").status != 0)
-      GTEST_SKIP() << "no cpack, dpkg-deb or dpkg-shlibdeps";
+    if (run("for t in dpkg-deb dpkg-shlibdeps file '" EXIFKEEP_CPACK
+            "'; do command -v $t || exit; done")
+            .status != 0)
+      GTEST_SKIP() << "no cpack, dpkg-deb, dpkg-shlibdeps or file";
     const Outcome packed =
         run("'" EXIFKEEP_CPACK "' --config '" EXIFKEEP_BUILD_DIR "/CPackConfig.cmake' -B $PWD");
     ASSERT_EQ(packed.status, 0) << packed.out << packed.err;
