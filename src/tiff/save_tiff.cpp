@@ -18,7 +18,7 @@ namespace {
 // Moves bytes within a file, a piece at a time. The piece farthest along the way goes first, so
 // that no byte is overwritten before it was read.
 bool moveBytes(DiskFile& file, uint64_t from, uint64_t to, uint64_t size) {
-  constexpr uint64_t largestPiece = 1 << 18;
+  constexpr uint64_t largestPiece = 1 << 22;
   if (from == to) return true;
   const GlobalBlock buffer(static_cast<size_t>(std::min(size, largestPiece)));
   const BlockLock lock(buffer);
