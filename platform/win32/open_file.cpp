@@ -17,8 +17,6 @@ namespace {
 
 static_assert(sizeof(off_t) == 8, "files over 2 GiB need _FILE_OFFSET_BITS=64");
 
-constexpr std::int64_t pageSize = 4096;
-
 // Repeats a call for as long as signals interrupt it.
 template <class Call>
 auto uninterrupted(Call call) {

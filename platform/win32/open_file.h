@@ -43,6 +43,8 @@ class OpenFile {
   ssize_t readOn(std::byte* target, std::size_t count);
   void updateWindow(const std::byte* source, std::size_t count);
 
+  static constexpr std::int64_t pageSize = 4096;
+
   int descriptor_ = -1;
   bool readable_ = false;
   bool writable_ = false;
@@ -50,7 +52,8 @@ class OpenFile {
   std::int64_t size_ = 0;
   std::int64_t windowStart_ = 0;
   std::size_t windowLength_ = 0;
-  std::size_t fillSize_ = 4096;  // of the first window: most pictures have their metadata in a page
+  // The first window is a page: most pictures have their metadata in it.
+  std::size_t fillSize_ = pageSize;
   std::array<std::byte, 16384> window_;  // not cleared: only windowLength_ bytes of it count
 };
 

@@ -147,7 +147,8 @@ struct ReleaseItem {
 void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList& list) {
   const auto present = [&](const DisplayRow& row) { return isPresent(row, record); };
   const auto most = static_cast<size_t>(std::ranges::count_if(rows, present));
-  const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[most + 1]);
+  if (most == 0) return;
+  const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[most]);
   array->array = array.get();
   array->holders = 1;
   ListedItem* item = array.get();

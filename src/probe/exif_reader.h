@@ -35,11 +35,12 @@ class ExifReader : public CObject {
   int32_t littleEndian = 0;
   uint16_t app0Size = 0;  // bytes of an APP0 segment before APP1, marker included, modulo 65536
 
-  // Values of unbounded size; an ExifIfdRecord points into them. Who needs their beginnings only,
-  // as the info list does, says so and saves reading what may be most of the metadata.
-  uint32_t longestValue = UINT32_MAX;
+  // Values of unbounded size; an ExifIfdRecord points into them.
   std::unique_ptr<uint8_t[]> makerNoteBuffer;
   std::unique_ptr<uint8_t[]> userCommentBuffer;
+  // The bytes that are loaded of each. The info list shows their beginnings only, and a maker note
+  // may be most of the metadata.
+  uint32_t longestValue = UINT32_MAX;
 
   ImageCodecBridge* codec;
 

@@ -266,7 +266,8 @@ constexpr bool fits(TagTable table) {
   return true;
 }
 
-static_assert(isSorted(imageTags) && isSorted(exifTags) && isSorted(gpsTags));
+static_assert(isSorted(imageTags) && isSorted(exifTags) && isSorted(gpsTags) &&
+              isSorted(interoperabilityTags));
 static_assert(fits(imageTags) && fits(exifTags) && fits(gpsTags) && fits(interoperabilityTags));
 
 }  // namespace tag_tables_check
