@@ -26,6 +26,9 @@ _exifkeep_options() {
 
 _exifkeep() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=
+  # Of --lang=de the shell makes three words.
+  [ "$before" = = ] && before=${COMP_WORDS[COMP_CWORD - 2]}
+  [ "$word" = = ] && word=
   if [ "$COMP_CWORD" -eq 1 ]; then
     words="info check version sound languages open save audio --help -h --version"
   elif ! words=$(_exifkeep_choices "$before"); then

@@ -80,6 +80,8 @@ TEST_F(Documents, CompletionOffersEveryLanguage) {
   for (std::string line; std::getline(lines, line);)
     EXPECT_THAT(offered, Contains(wordsOf(line).at(0)));
   EXPECT_EQ(offered.size(), 13u);
+  EXPECT_EQ(completionsOf("exifkeep info --lang", "="), offered);
+  EXPECT_EQ(completionsOf("exifkeep info --lang =", "d"), std::vector<std::string>{"de"});
 }
 
 }  // namespace
