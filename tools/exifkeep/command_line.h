@@ -1,17 +1,16 @@
 // The command line: which command was chosen, with what options.
 #pragma once
 
-#include <functional>
 #include <string>
 
-#include "exit_status.h"
+#include "add_commands.h"
 
 namespace program {
 
 // What the command line asks for: a command to run, or a text to print (help or version), or a
 // complaint when it makes no sense.
 struct CommandLine {
-  std::function<ExitStatus()> command;
+  Command command;
   std::string text;
   std::string complaint;
 };
