@@ -8,32 +8,38 @@ namespace exifkeep {
 // One read takes the count and the first run, which is all of most directories.
 DirectoryEntries::DirectoryEntries(ExifFile& file, uint64_t position)
     : file_(file), position_(position + countSize) {
-  const size_t held = readRun(position, bytes_, sizeof bytes_);
+  const size_t held = read(position, bytes_, sizeof bytes_);
   if (held < countSize) return;
   count_ = static_cast<int16_t>(file_.toShort(bytes_));
-  runBytes_ = held - countSize;
+  beginRun(held - countSize);
 }
 
-// What the file does not hold of the run is zero.
-size_t DirectoryEntries::readRun(uint64_t position, uint8_t* target, size_t length) {
+// What the file does not hold is zero.
+size_t DirectoryEntries::read(uint64_t position, uint8_t* target, size_t length) {
   const size_t held = file_.readAt(position, target, length);
   std::fill(target + held, target + length, uint8_t{0});
   return held;
 }
 
-bool DirectoryEntries::next(IfdEntry& entry) {
-  if (index_ >= count_) return false;
-  const uint32_t inRun = static_cast<uint32_t>(index_) % runLength * IfdEntry::size;
-  if (inRun == 0 && index_ > 0) {
-    const uint64_t at = position_ + static_cast<uint64_t>(index_) * IfdEntry::size;
-    runBytes_ = readRun(at, bytes_ + countSize, runLength * IfdEntry::size);
-  }
-  const size_t available = runBytes_ > inRun ? runBytes_ - inRun : 0;
-  if (available < sizeof entry.tag) return false;
-  ++index_;
+void DirectoryEntries::beginRun(size_t held) {
+  const int32_t entries = std::clamp(count_ - taken_, 0, runLength);
+  taken_ += entries;
+  next_ = countSize;
+  end_ = countSize + std::min(held, static_cast<size_t>(entries) * IfdEntry::size);
+}
 
-  const uint8_t* bytes = bytes_ + countSize + inRun;
-  entry.length = static_cast<uint32_t>(std::min<size_t>(available, IfdEntry::size));
+bool DirectoryEntries::readRun() {
+  if (taken_ >= count_) return false;
+  const uint64_t at = position_ + static_cast<uint64_t>(taken_) * IfdEntry::size;
+  beginRun(read(at, bytes_ + countSize, runLength * IfdEntry::size));
+  return next_ + sizeof IfdEntry::tag <= end_;
+}
+
+bool DirectoryEntries::next(IfdEntry& entry) {
+  if (next_ + sizeof entry.tag > end_ && !readRun()) return false;
+  const uint8_t* bytes = bytes_ + next_;
+  entry.length = static_cast<uint32_t>(std::min<size_t>(end_ - next_, IfdEntry::size));
+  next_ += IfdEntry::size;
   entry.tag = file_.toShort(bytes);
   entry.type = file_.toShort(bytes + 2);
   entry.count = file_.toLong(bytes + 4);

@@ -35,16 +35,20 @@ class DirectoryEntries {
  private:
   // Entries are read in runs, so that values fetched between them do not move the file's read
   // window to and fro.
-  static constexpr uint32_t runLength = 32;
+  static constexpr int32_t runLength = 32;
   static constexpr uint32_t countSize = 2;
 
-  size_t readRun(uint64_t position, uint8_t* target, size_t length);
+  size_t read(uint64_t position, uint8_t* target, size_t length);
+  bool readRun();
+  // `held`: the bytes that bytes_ holds of the run.
+  void beginRun(size_t held);
 
   ExifFile& file_;
   uint64_t position_;  // of the first entry
   int32_t count_ = 0;
-  int32_t index_ = 0;
-  size_t runBytes_ = 0;
+  int32_t taken_ = 0;  // the entries of all runs so far
+  size_t next_ = 0;    // of bytes_: the next entry, and where the held entries end
+  size_t end_ = 0;
   uint8_t bytes_[countSize + runLength * IfdEntry::size];  // the count, and a run behind it
 };
 

@@ -34,15 +34,18 @@ class ExifFile {
   bool read(uint64_t at, uint16_t& value);
   bool read(uint64_t at, uint32_t& value);
 
-  // Numbers in the file's byte order from bytes already read.
+  // Numbers in the file's byte order from bytes already read. Both orders are spelt out, so that
+  // each is one load.
   uint16_t toShort(const uint8_t* bytes) const {
-    return static_cast<uint16_t>(littleEndian_ ? bytes[0] | bytes[1] << 8
-                                               : bytes[0] << 8 | bytes[1]);
+    const auto little = static_cast<uint16_t>(bytes[0] | bytes[1] << 8);
+    const auto big = static_cast<uint16_t>(bytes[0] << 8 | bytes[1]);
+    return littleEndian_ ? little : big;
   }
   uint32_t toLong(const uint8_t* bytes) const {
-    const uint32_t first = toShort(bytes);
-    const uint32_t second = toShort(bytes + 2);
-    return littleEndian_ ? second << 16 | first : first << 16 | second;
+    const uint32_t b0 = bytes[0], b1 = bytes[1], b2 = bytes[2], b3 = bytes[3];
+    const uint32_t little = b0 | b1 << 8 | b2 << 16 | b3 << 24;
+    const uint32_t big = b0 << 24 | b1 << 16 | b2 << 8 | b3;
+    return littleEndian_ ? little : big;
   }
 
  private:

@@ -159,9 +159,9 @@ void DeferredEntries::noteInteroperability(uint32_t offset) {
   end[-1] = offset;
 }
 
-void decodeEntry(ExifFile& file, const IfdEntry& entry, TagTable table, void* record,
+void decodeEntry(ExifFile& file, const IfdEntry& entry, const TagIndex& tags, void* record,
                  DeferredEntries* deferred) {
-  const TagRow* row = entry.hasValueBytes(0) ? findTag(table, entry.tag) : nullptr;
+  const TagRow* row = entry.hasValueBytes(0) ? tags.find(entry.tag) : nullptr;
   if (!row) return;
   const bool taken = fetchValue(*row, entry, {file, entry, *row, record}, file, deferred);
   if (!taken || row->flag == noField) return;
@@ -169,10 +169,10 @@ void decodeEntry(ExifFile& file, const IfdEntry& entry, TagTable table, void* re
   std::memcpy(static_cast<char*>(record) + row->flag, &present, sizeof present);
 }
 
-void decodeDirectory(ExifFile& file, uint64_t position, TagTable table, void* record,
+void decodeDirectory(ExifFile& file, uint64_t position, const TagIndex& tags, void* record,
                      DeferredEntries* deferred) {
   DirectoryEntries entries(file, position);
-  for (IfdEntry entry; entries.next(entry);) decodeEntry(file, entry, table, record, deferred);
+  for (IfdEntry entry; entries.next(entry);) decodeEntry(file, entry, tags, record, deferred);
 }
 
 }  // namespace exifkeep

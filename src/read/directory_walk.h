@@ -25,13 +25,13 @@ struct DeferredEntries {
   size_t interoperabilityCount = 0;
 };
 
-// Decodes one entry into `record`, the record of `table`. `deferred` may be null for tables without
+// Decodes one entry into `record`, the record of `tags`. `deferred` may be null for tables without
 // such rows.
-void decodeEntry(ExifFile& file, const IfdEntry& entry, TagTable table, void* record,
+void decodeEntry(ExifFile& file, const IfdEntry& entry, const TagIndex& tags, void* record,
                  DeferredEntries* deferred = nullptr);
 
 // Decodes all entries of the directory at `position`.
-void decodeDirectory(ExifFile& file, uint64_t position, TagTable table, void* record,
+void decodeDirectory(ExifFile& file, uint64_t position, const TagIndex& tags, void* record,
                      DeferredEntries* deferred = nullptr);
 
 }  // namespace exifkeep

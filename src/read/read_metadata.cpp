@@ -96,7 +96,7 @@ bool readThumbnailDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& 
 bool readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) {
   if (reader.gpsIfdOffset == -1) return false;
   resetGpsIfdRecord(record);
-  decodeDirectory(file, static_cast<uint32_t>(reader.gpsIfdOffset), gpsTags, &record);
+  decodeDirectory(file, static_cast<uint32_t>(reader.gpsIfdOffset), gpsIndex, &record);
   return true;
 }
 
@@ -114,18 +114,18 @@ bool withExifFile(ExifReader& reader, const char* path, Work work) {
 
 void decodeImageEntry(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
                       ImageIfdRecord& record) {
-  decodeEntry(file, entry, imageTags, &record);
+  decodeEntry(file, entry, imageIndex, &record);
   updateGpsPosition(reader, record);
 }
 
 void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record) {
   resetExifIfdRecord(reader, record);
   DeferredEntries deferred;
-  decodeDirectory(file, static_cast<uint32_t>(reader.exifIfdOffset), exifTags, &record, &deferred);
+  decodeDirectory(file, static_cast<uint32_t>(reader.exifIfdOffset), exifIndex, &record, &deferred);
   if (deferred.makerNote) loadMakerNote(reader, file, *deferred.makerNote, record);
   if (deferred.userComment) loadUserComment(reader, file, *deferred.userComment, record);
   for (size_t i = 0; i < deferred.interoperabilityCount; ++i)
-    decodeDirectory(file, file.positionOf(deferred.interoperability[i]), interoperabilityTags,
+    decodeDirectory(file, file.positionOf(deferred.interoperability[i]), interoperabilityIndex,
                     &record);
   applyVersionRule(record);
 }
