@@ -44,7 +44,7 @@ OpenFile* openedAt(HANDLE handle, LPOVERLAPPED place) {
   OpenFile* opened = fileOf(handle);
   if (opened == nullptr || place == nullptr) return opened;
   const std::int64_t position = std::int64_t{place->OffsetHigh} << 32 | place->Offset;
-  return opened->seek(position, FILE_BEGIN) ? opened : nullptr;
+  return opened->moveTo(position) ? opened : nullptr;
 }
 
 void store(LPDWORD target, std::size_t value) {
@@ -90,7 +90,7 @@ DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD metho
   if (distanceHigh != nullptr) {
     *distanceHigh = static_cast<LONG>(after >> 32);
   } else if (after >= std::int64_t{INVALID_SET_FILE_POINTER}) {
-    opened->seek(before, FILE_BEGIN);
+    opened->moveTo(before);
     return INVALID_SET_FILE_POINTER;
   }
   return static_cast<DWORD>(after);

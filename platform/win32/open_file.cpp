@@ -31,7 +31,6 @@ ssize_t readAt(int descriptor, std::byte* target, std::size_t count, std::int64_
 
 }  // namespace
 
-// Written out, so that creating an object does not clear the window.
 OpenFile::OpenFile() {
   countHandle(1);
 }
@@ -58,42 +57,36 @@ std::unique_ptr<OpenFile> OpenFile::open(const char* path, int flags, mode_t mod
   return file;
 }
 
-bool OpenFile::read(void* buffer, std::size_t count, std::size_t& done) {
-  done = 0;
-  if (!readable_ || failsNow(PlatformCall::read)) return false;
-  const std::int64_t rest = std::max<std::int64_t>(size_ - position_, 0);
-  count = static_cast<std::size_t>(std::min<std::uint64_t>(count, rest));
-  while (done < count) {
-    const ssize_t step = readOn(static_cast<std::byte*>(buffer) + done, count - done);
+bool OpenFile::readOn(std::byte* target, std::size_t count, std::size_t& done) {
+  const auto rest = static_cast<std::uint64_t>(std::max<std::int64_t>(size_ - position_, 0));
+  const std::size_t wanted = done + std::min<std::uint64_t>(count - done, rest);
+  while (done < wanted) {
+    const ssize_t step = readStep(target + done, wanted - done);
     if (step < 0) return false;
     if (step == 0) break;  // someone else cut the file
-    position_ += step;
     done += step;
   }
   return true;
 }
 
-ssize_t OpenFile::readOn(std::byte* target, std::size_t count) {
-  if (const std::size_t step = takeFromWindow(target, count); step > 0) return step;
-  if (count >= window_.size()) return readAt(descriptor_, target, count, position_);
-  if (fillWindow() < 0) return -1;
-  return takeFromWindow(target, count);
-}
-
-std::size_t OpenFile::takeFromWindow(std::byte* target, std::size_t count) const {
-  const std::int64_t at = position_ - windowStart_;
-  if (at < 0 || at >= static_cast<std::int64_t>(windowLength_)) return 0;
-  const std::size_t step = std::min(count, windowLength_ - static_cast<std::size_t>(at));
-  std::memcpy(target, window_.data() + at, step);
+// Through a window, unless that would have to be filled more than once.
+ssize_t OpenFile::readStep(std::byte* target, std::size_t count) {
+  if (count < window_->bytes.size()) {
+    window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
+    if (const std::size_t taken = takeFromWindow(target, count)) return taken;
+    return fillWindow() ? static_cast<ssize_t>(takeFromWindow(target, count)) : -1;
+  }
+  const ssize_t step = readAt(descriptor_, target, count, position_);
+  position_ += std::max<ssize_t>(step, 0);
   return step;
 }
 
-ssize_t OpenFile::fillWindow() {
-  windowStart_ = position_ - position_ % pageSize;
-  const ssize_t length = readAt(descriptor_, window_.data(), fillSize_, windowStart_);
-  windowLength_ = std::max<ssize_t>(length, 0);
-  fillSize_ = window_.size();
-  return length;
+bool OpenFile::fillWindow() {
+  window_->start = position_ - position_ % pageSize;
+  const ssize_t length = readAt(descriptor_, window_->bytes.data(), fillSize_, window_->start);
+  window_->length = std::clamp<std::int64_t>(length, 0, size_ - window_->start);
+  fillSize_ = window_->bytes.size();
+  return length >= 0;
 }
 
 bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
@@ -104,7 +97,7 @@ bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
     const ssize_t step =
         uninterrupted([&, this] { return pwrite(descriptor_, source, count - done, position_); });
     if (step <= 0) return false;
-    updateWindow(source, step);
+    for (Window& window : windows_) updateWindow(window, source, step);
     position_ += step;
     size_ = std::max(size_, position_);
     done += step;
@@ -112,28 +105,29 @@ bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
   return true;
 }
 
-void OpenFile::updateWindow(const std::byte* source, std::size_t count) {
-  const std::int64_t windowEnd = windowStart_ + static_cast<std::int64_t>(windowLength_);
-  const std::int64_t start = std::max(position_, windowStart_);
+void OpenFile::updateWindow(Window& window, const std::byte* source, std::size_t count) const {
+  const std::int64_t windowEnd = window.start + static_cast<std::int64_t>(window.length);
+  const std::int64_t start = std::max(position_, window.start);
   const std::int64_t end = std::min(position_ + static_cast<std::int64_t>(count), windowEnd);
   if (start >= end) return;
-  std::memcpy(window_.data() + (start - windowStart_), source + (start - position_), end - start);
+  std::memcpy(window.bytes.data() + (start - window.start), source + (start - position_),
+              end - start);
 }
 
 bool OpenFile::seek(std::int64_t distance, DWORD origin) {
-  if (failsNow(PlatformCall::seek) || origin > FILE_END) return false;
+  if (origin > FILE_END) return false;
   const std::int64_t base = origin == FILE_BEGIN ? 0 : origin == FILE_CURRENT ? position_ : size_;
-  if (distance > INT64_MAX - base || base + distance < 0) return false;
-  position_ = base + distance;
-  return true;
+  return distance <= INT64_MAX - base && moveTo(base + distance);
 }
 
 bool OpenFile::truncateHere() {
   if (!writable_ || failsNow(PlatformCall::write)) return false;
   if (uninterrupted([this] { return ftruncate(descriptor_, position_); }) != 0) return false;
   size_ = position_;
-  const std::int64_t kept = std::max<std::int64_t>(size_ - windowStart_, 0);
-  windowLength_ = static_cast<std::size_t>(std::min<std::int64_t>(windowLength_, kept));
+  for (Window& window : windows_) {
+    const std::int64_t kept = std::max<std::int64_t>(size_ - window.start, 0);
+    window.length = std::min<std::int64_t>(window.length, kept);
+  }
   return true;
 }
 

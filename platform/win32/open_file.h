@@ -1,14 +1,18 @@
-// One open regular file: descriptor, 64-bit position, size and one read window, so that reading
-// value by value costs memory copies instead of system calls. Everything behind a file HANDLE.
+// One open regular file: descriptor, 64-bit position, size and two read windows, so that reading
+// value by value costs memory copies instead of system calls, also where the values lie at two
+// places in turn. Everything behind a file HANDLE.
 // Relies on pread and pwrite; the size is that of the opening and of this object's own writes.
 #pragma once
 
+#include <failure_switch.h>
 #include <sys/types.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace exifkeep {
@@ -22,11 +26,22 @@ class OpenFile {
   OpenFile& operator=(const OpenFile&) = delete;
 
   // `done` is what was transferred, also on failure. Reading past the end delivers less.
-  bool read(void* buffer, std::size_t count, std::size_t& done);
+  bool read(void* buffer, std::size_t count, std::size_t& done) {
+    done = 0;
+    if (!readable_ || failsNow(PlatformCall::read)) return false;
+    done = takeFromWindow(static_cast<std::byte*>(buffer), count);
+    return done == count || readOn(static_cast<std::byte*>(buffer), count, done);
+  }
   bool write(const void* bytes, std::size_t count, std::size_t& done);
 
   // `origin` is FILE_BEGIN, FILE_CURRENT or FILE_END. False, and nothing moved, before the start.
   bool seek(std::int64_t distance, DWORD origin);
+  // False, and nothing moved, for a position that no file can have.
+  bool moveTo(std::int64_t position) {
+    if (failsNow(PlatformCall::seek) || position < 0) return false;
+    position_ = position;
+    return true;
+  }
   bool truncateHere();
   bool sync();
   // False when the system reports a late failure; closed it is in any case.
@@ -38,10 +53,30 @@ class OpenFile {
 
  private:
   OpenFile();
-  std::size_t takeFromWindow(std::byte* target, std::size_t count) const;
-  ssize_t fillWindow();
-  ssize_t readOn(std::byte* target, std::size_t count);
-  void updateWindow(const std::byte* source, std::size_t count);
+  struct Window {
+    std::int64_t start = 0;
+    std::size_t length = 0;             // no further than the file's size
+    std::array<std::byte, 8192> bytes;  // not cleared: only `length` of them count
+
+    // Written out, so that creating an object does not clear the bytes.
+    Window() {}
+  };
+
+  // What the window used last holds from the position on, if anything, and moves the position
+  // behind it.
+  std::size_t takeFromWindow(std::byte* target, std::size_t count) {
+    const auto at = static_cast<std::uint64_t>(position_ - window_->start);
+    if (at >= window_->length) return 0;
+    const std::size_t taken = std::min<std::size_t>(count, window_->length - at);
+    std::memcpy(target, window_->bytes.data() + at, taken);
+    position_ += static_cast<std::int64_t>(taken);
+    return taken;
+  }
+  // Goes on reading where the window ended.
+  bool readOn(std::byte* target, std::size_t count, std::size_t& done);
+  ssize_t readStep(std::byte* target, std::size_t count);
+  bool fillWindow();
+  void updateWindow(Window& window, const std::byte* source, std::size_t count) const;
 
   static constexpr std::int64_t pageSize = 4096;
 
@@ -50,11 +85,10 @@ class OpenFile {
   bool writable_ = false;
   std::int64_t position_ = 0;
   std::int64_t size_ = 0;
-  std::int64_t windowStart_ = 0;
-  std::size_t windowLength_ = 0;
-  // The first window is a page: most pictures have their metadata in it.
+  // The first window is filled with a page: most pictures have their metadata in it.
   std::size_t fillSize_ = pageSize;
-  std::array<std::byte, 16384> window_;  // not cleared: only windowLength_ bytes of it count
+  std::array<Window, 2> windows_;
+  Window* window_ = &windows_[0];  // the one used last
 };
 
 }  // namespace exifkeep
