@@ -2,6 +2,8 @@
 // finds the format and leaves the rest to it.
 #include "pxcodec32.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <string_view>
 
@@ -20,6 +22,16 @@ constexpr NamedFormat namedFormats[] = {
     {"jpg", &jpegFormat}, {"jpeg", &jpegFormat}, {"jpe", &jpegFormat},
     {"tif", &tiffFormat}, {"tiff", &tiffFormat}, {"png", &pngFormat},
 };
+
+// All formats can be read and written.
+constexpr auto capabilities = [] {
+  std::array<CodecCapability, std::size(namedFormats)> records = {};
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    std::ranges::copy(std::string_view(namedFormats[i].extension), records[i].extension);
+    records[i].readable = records[i].writable = 1;
+  }
+  return records;
+}();
 
 // For writing: by the text after the last '.'.
 const PictureFormat* formatOfName(const char* path) noexcept {
@@ -97,15 +109,7 @@ short AllGetReadWriteCaps(HWND, HGLOBAL block) {
   return guarded(short{0}, [&]() -> short {
     void* records = GlobalLock(block);
     if (!records) return 0;
-    char* record = static_cast<char*>(records);
-    for (const NamedFormat& named : namedFormats) {
-      CodecCapability capability = {};
-      std::strncpy(capability.extension, named.extension, sizeof capability.extension - 1);
-      capability.readable = 1;
-      capability.writable = 1;
-      std::memcpy(record, &capability, sizeof capability);
-      record += sizeof capability;
-    }
+    std::memcpy(records, &capabilities, sizeof capabilities);
     GlobalUnlock(block);
     return static_cast<short>(std::size(namedFormats));
   });

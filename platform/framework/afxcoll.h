@@ -64,11 +64,12 @@ class CPtrList : public CObject {
   /// @}
 
  private:
-  AfxListNode* takeNode(void* value);
+  AfxListNode* takeNode();
 
   AfxListNode* head_ = nullptr;
   AfxListNode* tail_ = nullptr;
-  AfxListNode* free_ = nullptr;
+  AfxListNode* free_ = nullptr;  // removed ones
   AfxListBlock* blocks_ = nullptr;
+  int untouched_ = 0;  // nodes at the end of the newest block that were never used
   int count_ = 0;
 };

@@ -44,9 +44,6 @@ class AFX_MAINTAIN_STATE2 {
   AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
   AFX_MAINTAIN_STATE2& operator=(const AFX_MAINTAIN_STATE2&) = delete;
 
-  // The innermost switch of this thread, or null.
-  static AFX_MAINTAIN_STATE2* current() noexcept;
-
   // Finds the module's text with this id: `text` is the table's own where UTF-8 is wanted; in other
   // code pages `encoded` gets the text instead. False, and neither touched, when there is none.
   bool loadText(UINT id, std::string_view& text, std::string& encoded);

@@ -2,8 +2,6 @@
 // next entry; an emptied list gives all of its memory back.
 #include <afxcoll.h>
 
-#include <cstddef>
-
 struct AfxListNode {
   AfxListNode* next;
   AfxListNode* previous;
@@ -11,9 +9,12 @@ struct AfxListNode {
 };
 
 struct AfxListBlock {
-  static constexpr std::size_t capacity = 20;
+  static constexpr int capacity = 40;
   AfxListBlock* next;
   AfxListNode nodes[capacity];
+
+  // Written out, so that creating a block does not clear its nodes.
+  explicit AfxListBlock(AfxListBlock* rest) : next(rest) {}
 };
 
 CPtrList::~CPtrList() {
@@ -27,36 +28,36 @@ void CPtrList::RemoveAll() {
     blocks_ = rest;
   }
   head_ = tail_ = free_ = nullptr;
-  count_ = 0;
+  count_ = untouched_ = 0;
 }
 
-// May throw; until it returns nothing has changed that the list's user can see.
-AfxListNode* CPtrList::takeNode(void* value) {
-  if (free_ == nullptr) {
-    blocks_ = new AfxListBlock{blocks_, {}};
-    for (AfxListNode& node : blocks_->nodes) {
-      node.next = free_;
-      free_ = &node;
-    }
-  }
+// May throw, and then nothing has changed. The node's fields are the caller's to set.
+AfxListNode* CPtrList::takeNode() {
   AfxListNode* node = free_;
-  free_ = node->next;
-  *node = {nullptr, nullptr, value};
+  if (node != nullptr) {
+    free_ = node->next;
+  } else {
+    if (untouched_ == 0) {
+      blocks_ = new AfxListBlock(blocks_);
+      untouched_ = AfxListBlock::capacity;
+    }
+    node = &blocks_->nodes[AfxListBlock::capacity - untouched_--];
+  }
   ++count_;
   return node;
 }
 
 POSITION CPtrList::AddHead(void* value) {
-  AfxListNode* node = takeNode(value);
-  node->next = head_;
+  AfxListNode* node = takeNode();
+  *node = {head_, nullptr, value};
   (head_ != nullptr ? head_->previous : tail_) = node;
   head_ = node;
   return node;
 }
 
 POSITION CPtrList::AddTail(void* value) {
-  AfxListNode* node = takeNode(value);
-  node->previous = tail_;
+  AfxListNode* node = takeNode();
+  *node = {nullptr, tail_, value};
   (tail_ != nullptr ? tail_->next : head_) = node;
   tail_ = node;
   return node;

@@ -1,7 +1,6 @@
 // CString over std::string. Cutting and searching treat positions outside the text as its ends.
-// Format relies on c_locale_format.h, LoadString on the current module state.
+// Format relies on c_locale_format.h; LoadString is in module_state.cpp.
 #include <afx.h>
-#include <afxstat_.h>
 #include <c_locale_format.h>
 
 #include <algorithm>
@@ -114,13 +113,6 @@ void CString::Format(const char* format, ...) {
   text_ = exifkeep::formatInCLocale(format, arguments);
   loaded_ = {};
   va_end(arguments);
-}
-
-BOOL CString::LoadString(UINT id) {
-  text_.clear();
-  loaded_ = {};
-  AFX_MAINTAIN_STATE2* state = AFX_MAINTAIN_STATE2::current();
-  return state != nullptr && state->loadText(id, loaded_, text_);
 }
 
 CString operator+(const CString& left, const CString& right) {
