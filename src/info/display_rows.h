@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "info/words.h"
 #include "read/tag_tables.h"
@@ -29,7 +30,7 @@ struct DisplayRow {
   UINT label;
   const TagRow* source;
   ValueRule rule;
-  const char* unit = "";
+  std::string_view unit = {};
   const WordTable* words = nullptr;
 };
 
@@ -39,13 +40,13 @@ consteval DisplayRow image(UINT label, uint16_t tag, ValueRule rule) {
   return {label, &knownTag(imageTags, tag), rule};
 }
 consteval DisplayRow image(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, &knownTag(imageTags, tag), ValueRule::word, "", &words};
+  return {label, &knownTag(imageTags, tag), ValueRule::word, {}, &words};
 }
-consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, const char* unit = "") {
+consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, std::string_view unit = {}) {
   return {label, &knownTag(exifTags, tag), rule, unit};
 }
 consteval DisplayRow exif(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, &knownTag(exifTags, tag), ValueRule::word, "", &words};
+  return {label, &knownTag(exifTags, tag), ValueRule::word, {}, &words};
 }
 
 // clang-format off

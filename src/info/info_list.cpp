@@ -27,9 +27,7 @@ class FieldView {
     return value;
   }
   // Bounded: a field may be full to its last byte.
-  std::string_view text() const {
-    return {bytes_, static_cast<size_t>(std::find(bytes_, bytes_ + row_.capacity, '\0') - bytes_)};
-  }
+  CString text() const { return CString(bytes_, row_.capacity); }
   const char* bytes() const { return bytes_; }
   uint32_t number() const {
     if (row_.capacity == sizeof(uint8_t)) return as<uint8_t>();
@@ -80,11 +78,9 @@ bool valueOf(const DisplayRow& row, const void* record, CString& value) {
     return *static_cast<const ExifIfdRecord*>(record);
   };
   switch (row.rule) {
-    case ValueRule::text: {
-      const std::string_view text = field.text();
-      value = CString(text.data(), static_cast<int>(text.size()));
+    case ValueRule::text:
+      value = field.text();
       return true;
-    }
     case ValueRule::dateTime:
       value = dateTimeText(field.text());
       return true;
@@ -119,7 +115,7 @@ bool valueOf(const DisplayRow& row, const void* record, CString& value) {
       value = componentsText(field.bytes());
       return true;
     case ValueRule::word:
-      value = wordText(row.words->idOf(field.number()));
+      value.LoadString(row.words->idOf(field.number()));
       return true;
   }
   return false;

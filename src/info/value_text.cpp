@@ -15,10 +15,15 @@ CString textOf(std::string_view text) {
   return CString(text.data(), static_cast<int>(text.size()));
 }
 
+// REQUIRES: room for 11 characters at `to`. Returns the text's end.
+char* writeNumber(char* to, uint32_t value) {
+  return std::to_chars(to, to + 11, static_cast<int32_t>(value)).ptr;
+}
+
 // One decimal of the exact binary value; ties go to the even digit, as C's printf has it. Rounded
 // here because the exact algorithm of to_chars takes five times as long, six times a picture.
-// REQUIRES: a quotient of 32-bit numbers.
-CString oneDecimalText(double quotient) {
+// REQUIRES: a quotient of 32-bit numbers, room for 13 characters at `to`. Returns the text's end.
+char* writeOneDecimal(char* to, double quotient) {
   const double magnitude = std::abs(quotient), tenfold = magnitude * 10;
   double tenths = std::nearbyint(tenfold);
   // Of a product that looks like a tie, the part that its own rounding lost says which side it is.
@@ -26,12 +31,12 @@ CString oneDecimalText(double quotient) {
     const double lost = std::fma(magnitude, 10, -tenfold);
     if (lost != 0) tenths = std::floor(tenfold) + (lost > 0);
   }
-  char text[16] = "-";
-  const auto digits = static_cast<int64_t>(tenths);
-  char* end = std::to_chars(text + 1, std::end(text), digits / 10).ptr;
-  *end++ = '.';
-  *end++ = static_cast<char>('0' + digits % 10);
-  return textOf({text + (std::signbit(quotient) ? 0 : 1), end});
+  if (std::signbit(quotient)) *to++ = '-';
+  const auto digits = static_cast<uint64_t>(tenths);
+  to = std::to_chars(to, to + 10, digits / 10).ptr;
+  *to++ = '.';
+  *to++ = static_cast<char>('0' + digits % 10);
+  return to;
 }
 
 }  // namespace
@@ -42,11 +47,10 @@ CString wordText(UINT id) {
   return text;
 }
 
-CString dateTimeText(std::string_view stored) {
-  constexpr size_t dateLength = 10;
-  CString text = textOf(stored);
-  for (size_t i = 0; i < std::min(stored.size(), dateLength); ++i)
-    if (stored[i] == ':') text.SetAt(static_cast<int>(i), '/');
+CString dateTimeText(CString text) {
+  constexpr int dateLength = 10;
+  for (int at = text.Find(':'); at >= 0 && at < dateLength; at = text.Find(':', at))
+    text.SetAt(at, '/');
   return text;
 }
 
@@ -58,11 +62,13 @@ CString versionText(const char* digits) {
 }
 
 CString wholeRationalText(Rational value) {
-  CString text = numberText(value.numerator);
-  if (value.denominator == 1) return text;
-  text += '/';
-  text += numberText(value.denominator);
-  return text;
+  char text[24];
+  char* end = writeNumber(text, value.numerator);
+  if (value.denominator != 1) {
+    *end++ = '/';
+    end = writeNumber(end, value.denominator);
+  }
+  return textOf({text, end});
 }
 
 CString exposureTimeText(Rational value) {
@@ -73,25 +79,27 @@ CString exposureTimeText(Rational value) {
   return text;
 }
 
-CString decimalText(double numerator, double denominator, const char* unit) {
-  CString text = oneDecimalText(numerator / denominator);
-  text += unit;
-  return text;
+CString decimalText(double numerator, double denominator, std::string_view unit) {
+  char text[24];
+  char* end = writeOneDecimal(text, numerator / denominator);
+  return textOf({text, std::ranges::copy(unit, end).out});
 }
 
 CString focalLengthText(Rational value) {
   // The quotient passes through single precision: intended, 545/100 has always shown as 5.4.
   const float quotient =
       static_cast<float>(static_cast<double>(value.numerator) / value.denominator);
-  CString text = oneDecimalText(double{quotient});
-  text += ' ';
+  char digits[16];
+  char* end = writeOneDecimal(digits, double{quotient});
+  *end++ = ' ';
+  CString text = textOf({digits, end});
   text += wordText(word::millimetres);
   return text;
 }
 
 CString numberText(uint32_t value) {
   char text[12];
-  return textOf({text, std::to_chars(text, std::end(text), static_cast<int32_t>(value)).ptr});
+  return textOf({text, writeNumber(text, value)});
 }
 
 CString bytesText(const uint8_t* bytes, uint32_t count) {

@@ -16,7 +16,7 @@ namespace exifkeep {
 CString wordText(UINT id);
 
 // "2002:05:14 10:20:30" as 2002/05/14 10:20:30: only the first ten characters are a date.
-CString dateTimeText(std::string_view stored);
+CString dateTimeText(CString stored);
 
 // "0220" as 2.20, "1000" as 10.00. REQUIRES: four characters.
 CString versionText(const char* digits);
@@ -27,8 +27,9 @@ CString wholeRationalText(Rational value);
 // 1/60 (seconds), 2 (seconds); 10/0 too.
 CString exposureTimeText(Rational value);
 
-// The quotient with one decimal and the unit behind it. REQUIRES: a denominator that is not 0.
-CString decimalText(double numerator, double denominator, const char* unit);
+// The quotient with one decimal and the unit behind it. REQUIRES: a denominator that is not 0 and a
+// unit of 10 characters at most.
+CString decimalText(double numerator, double denominator, std::string_view unit);
 
 // 5.4 (mm). REQUIRES: a denominator that is not 0.
 CString focalLengthText(Rational value);
