@@ -53,9 +53,9 @@ TEST_F(PictureCommands, OpenDescribesOrWritesTheImages) {
 }
 
 TEST_F(PictureCommands, WhatFailsLeavesNothing) {
-  run("printf old >old.tif", 0);
+  run("mkdir folder.jpg; printf old >old.tif", 0);
   const auto before = names();
-  run("$E save exif.jpg new.xyz", 3);
+  EXPECT_THAT(run("$E save exif.jpg folder.jpg", 3), HasSubstr("Is a directory"));
   run("trap '' XFSZ; ulimit -f 4; $E open exif.jpg --image old.tif", 3);
   EXPECT_EQ(read("old.tif"), "old");
   run("$E save exif.jpg new.jpg --picture gone.png", 3);

@@ -82,7 +82,8 @@ ExitStatus audio(const AudioOptions& options) {
   PathBuffer path(options.target);
   const std::string name = attach(options, path, image, ownThumbnail ? &thumbnail : nullptr);
   if (name.empty()) {
-    complainAbout(options.target, "no recording attached");
+    const std::string written = writtenPath(options.target), why = whyNotWritten(written, "");
+    complainAbout(written, "no recording attached" + (why.empty() ? "" : ": " + why));
     return ExitStatus::failed;
   }
   printAnswer(path.text(), name);

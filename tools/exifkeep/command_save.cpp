@@ -38,7 +38,10 @@ ExitStatus save(const SaveOptions& options) {
 
   const bool sourceHadExif = IsExifFile(options.source.c_str()) != 0;
   if (!saveFile(options, image, ownThumbnail ? &thumbnail : nullptr)) {
-    complainAbout(options.destination, "not saved: " + whyNotWritten(options.destination));
+    complainAbout(
+        options.destination,
+        "not saved: " +
+            whyNotWritten(options.destination, "the thumbnail may be too large, or the disk full"));
     return ExitStatus::failed;
   }
   noteAbout(options.destination, outcome(options, sourceHadExif));

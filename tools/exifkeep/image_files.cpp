@@ -80,20 +80,20 @@ bool readImage(const std::string& path, PRaster& image) {
 bool writeImage(const std::string& path, PRaster& image) {
   // Without a source, a save is the image alone.
   if (SaveFile("", path.c_str(), &image, nullptr)) return true;
-  complainAbout(path, "not written: " + whyNotWritten(path));
+  complainAbout(path, "not written: " + whyNotWritten(path, "the disk may be full"));
   return false;
 }
 
-std::string whyNotWritten(const std::string& path) {
+std::string whyNotWritten(const std::string& path, const std::string& guess) {
   if (const std::string problem = whyNotItsFormat(path); !problem.empty()) return problem;
   const std::string folder = path.substr(0, path.rfind('/') + 1);
   if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
     return "its folder: " + std::string(std::strerror(errno));
   }
-  if (::access(path.c_str(), F_OK) == 0 && ::access(path.c_str(), W_OK) != 0) {
-    return std::strerror(errno);
-  }
-  return "the disk may be full";
+  const bool isThere = ::access(path.c_str(), W_OK) == 0;
+  if (!isThere && errno != ENOENT) return std::strerror(errno);
+  const FileRefusal refusal = explainRefusal(path);
+  return isThere && refusal.status == ExitStatus::failed ? refusal.reason : guess;
 }
 
 }  // namespace program

@@ -18,7 +18,8 @@ bool decodeImage(const std::string& path, PRaster& image);
 // written.
 bool writeImage(const std::string& path, PRaster& image);
 
-// What stands in the way of a picture at `path`, after writing it failed.
-std::string whyNotWritten(const std::string& path);
+// What stands in the way of a picture at `path`, after writing it failed; `guess` when nothing is
+// to be seen.
+std::string whyNotWritten(const std::string& path, const std::string& guess);
 
 }  // namespace program

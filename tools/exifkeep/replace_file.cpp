@@ -42,7 +42,7 @@ bool writeAndClose(int file, std::string_view bytes) {
 }
 
 bool replaceWhole(const std::string& path, mode_t mode, std::string_view bytes) {
-  std::string temporary = path + ".XXXXXX";
+  std::string temporary = path.substr(0, path.rfind('/') + 1) + ".exifkeep-XXXXXX";
   const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (file == -1) return false;
   // A file system without modes, such as that of a camera's card, may refuse; it has its own.

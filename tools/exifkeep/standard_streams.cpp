@@ -71,7 +71,8 @@ void printBytes(std::string_view bytes) {
 bool flushOutput() {
   static bool failed = false;
   if (!failed && !writeAll(STDOUT_FILENO, keptOutput)) {
-    complainAbout("standard output", std::strerror(errno));
+    // A reader who has seen enough, such as head, knows.
+    if (errno != EPIPE) complainAbout("standard output", std::strerror(errno));
     failed = true;
   }
   keptOutput.clear();

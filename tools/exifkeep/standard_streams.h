@@ -15,7 +15,8 @@ void print(std::string_view text);
 void printBytes(std::string_view bytes);
 
 // Writes what was kept; the program does so at its end, commands over many files after each. False,
-// after saying so once, when standard output cannot be written.
+// after saying so once, when standard output cannot be written; without a word when its reader has
+// gone.
 bool flushOutput();
 
 // Writes all bytes to an open descriptor; false, with errno set, when that fails.
