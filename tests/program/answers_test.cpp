@@ -50,7 +50,6 @@ TEST_F(Answers, WrongUsageDoesNothing) {
       {"check", "FILE is required"},
       {"info --lang tlh exif.jpg", "de, en, es, fi, fr, it, ja, ko, nl, sv"},
       {"check --color red exif.jpg", "always or never"},
-      {"save exif.jpg", "DESTINATION"},
       {"save exif.jpg new.jpg --process 7", "2 to 6"},
       {"save exif.jpg -", "not to standard output"},
       {"open exif.jpg --image -", "not to standard output"},

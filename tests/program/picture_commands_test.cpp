@@ -60,6 +60,7 @@ TEST_F(PictureCommands, WhatFailsLeavesNothing) {
   EXPECT_EQ(read("old.tif"), "old");
   run("$E save exif.jpg new.jpg --picture gone.png", 3);
   EXPECT_THAT(run("$E open exif.jpg --thumbnail small.png", 3), HasSubstr("no thumbnail"));
+  EXPECT_THAT(run("$E open exif.jpg --image ./exif.jpg", 3), HasSubstr("itself"));
   EXPECT_THAT(run("$E open exif.jpg --image image.xyz", 3), HasSubstr("jpg, jpeg, jpe, tif"));
   run("$E open plain.jpg --image image.png", 1);
   EXPECT_EQ(names(), before);

@@ -7,6 +7,7 @@
 #include "commands.h"
 #include "file_refusal.h"
 #include "image_files.h"
+#include "replace_file.h"
 #include "standard_streams.h"
 #include "text_table.h"
 
@@ -46,7 +47,18 @@ bool writePart(const OpenOptions& options, const char* part, PRaster& opened,
   return false;
 }
 
+// What is written has no metadata, so the picture itself would lose its own.
+bool wouldOverwrite(const OpenOptions& options, const std::string& target) {
+  if (!isSameFile(options.file, target)) return false;
+  complainAbout(target, "is the picture itself; choose another name");
+  return true;
+}
+
 ExitStatus writeParts(const OpenOptions& options) {
+  if (wouldOverwrite(options, options.imageFile) ||
+      wouldOverwrite(options, options.thumbnailFile)) {
+    return ExitStatus::failed;
+  }
   PRaster image, thumbnail;
   if (!OpenExifFile(options.file.c_str(), options.imageFile.empty() ? nullptr : &image,
                     options.thumbnailFile.empty() ? nullptr : &thumbnail)) {
