@@ -39,8 +39,8 @@ class CString {
   CString() = default;
   /// A copy of the text; empty for null.
   CString(const char* text) : text_(text != nullptr ? text : "") {}
-  /// At most `length` bytes of `text`, up to a NUL: for fields that may lack their terminator.
-  CString(const char* text, int length);
+  /// A copy of `length` bytes. REQUIRES: no NUL among them.
+  CString(const char* text, int length) : text_(text, static_cast<std::size_t>(length)) {}
   /// @{
   /// Copies and moves as a value does.
   CString(const CString& other) : text_(other.view()) {}

@@ -5,16 +5,8 @@
 
 #include <algorithm>
 #include <cstdarg>
-#include <cstring>
 
 namespace {
-
-// The length of a text of at most `limit` bytes that may lack its terminator.
-std::size_t boundedLength(const char* text, int limit) {
-  if (text == nullptr || limit <= 0) return 0;
-  const void* end = std::memchr(text, '\0', limit);
-  return end != nullptr ? static_cast<const char*>(end) - text : limit;
-}
 
 int positionOrNone(std::size_t found) {
   return found == std::string::npos ? -1 : static_cast<int>(found);
@@ -29,9 +21,6 @@ const char* orEmpty(const char* text) {
 }
 
 }  // namespace
-
-CString::CString(const char* text, int length)
-    : text_(orEmpty(text), boundedLength(text, length)) {}
 
 std::string& CString::ownText() {
   if (loaded_.data()) text_ = loaded_;  // may throw, and the string is then what it was
@@ -68,7 +57,7 @@ void CString::SetAt(int index, char value) {
 }
 
 CString CString::Left(int count) const {
-  return CString(view().data(), count);
+  return Mid(0, count);
 }
 
 CString CString::Right(int count) const {
@@ -81,7 +70,7 @@ CString CString::Mid(int first) const {
 
 CString CString::Mid(int first, int count) const {
   const int start = std::clamp(first, 0, GetLength());
-  return CString(view().data() + start, count);
+  return CString(view().data() + start, std::clamp(count, 0, GetLength() - start));
 }
 
 int CString::Find(char wanted, int start) const {

@@ -27,7 +27,7 @@ class FieldView {
     return value;
   }
   // Bounded: a field may be full to its last byte.
-  CString text() const { return CString(bytes_, row_.capacity); }
+  CString text() const { return bytesText(bytes_, row_.capacity); }
   const char* bytes() const { return bytes_; }
   uint32_t number() const {
     if (row_.capacity == sizeof(uint8_t)) return as<uint8_t>();

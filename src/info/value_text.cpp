@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 
 namespace exifkeep {
@@ -102,10 +103,10 @@ CString numberText(uint32_t value) {
   return textOf({text, writeNumber(text, value)});
 }
 
-CString bytesText(const uint8_t* bytes, uint32_t count) {
+CString bytesText(const void* bytes, size_t count) {
   if (!bytes) return {};
-  const int length = static_cast<int>(std::min(count, mostBytesShown));
-  return CString(reinterpret_cast<const char*>(bytes), length);
+  const auto text = static_cast<const char*>(bytes);
+  return textOf({text, strnlen(text, std::min(count, mostBytesShown))});
 }
 
 CString componentsText(const char* components) {

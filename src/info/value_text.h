@@ -4,6 +4,7 @@
 
 #include <afxwin.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -37,9 +38,9 @@ CString focalLengthText(Rational value);
 // Values of 2^31 and more show as the negative number of the same 32 bits.
 CString numberText(uint32_t value);
 
-// At most `mostBytesShown` bytes up to a zero byte.
-inline constexpr uint32_t mostBytesShown = 255;
-CString bytesText(const uint8_t* bytes, uint32_t count);
+// At most `mostBytesShown` bytes up to a zero byte; empty for null.
+inline constexpr size_t mostBytesShown = 255;
+CString bytesText(const void* bytes, size_t count);
 
 // 1 2 3 0 as YCbCr. REQUIRES: four bytes.
 CString componentsText(const char* components);
