@@ -41,7 +41,8 @@ void useAtRandom(HANDLE file, std::string& model, std::mt19937& random) {
       case 3: {
         const DWORD origin = random() % 3;
         const std::size_t base = std::array{std::size_t{0}, at, model.size()}[origin];
-        at = random() % 4 == 0 ? base + random() % 20 : random() % (model.size() + 100);
+        at = random() % 4 == 0 ? base + random() % 20
+                               : random() % (random() % 9 ? 30000 : model.size());
         const LONG distance = static_cast<LONG>(at) - static_cast<LONG>(base);
         ASSERT_EQ(SetFilePointer(file, distance, nullptr, origin), at);
         break;
@@ -75,6 +76,17 @@ TEST_F(FileTest, RefusesAtOnceWhatIsNoRegularFile) {
       EXPECT_EQ(openPath(name, access), INVALID_HANDLE_VALUE) << name;
   EXPECT_EQ(openPath(path("fifo"), readWrite, CREATE_ALWAYS), INVALID_HANDLE_VALUE);
   EXPECT_EQ(names(), (std::set<std::string>{"fifo", "link"}));
+}
+
+TEST_F(FileTest, KeepsTheSizeOfTheOpeningWhileOthersAppend) {
+  writeFile(path("file"), "old");
+  const HANDLE file = openPath(path("file"), GENERIC_READ);
+  writeFile(path("file"), "old and new");
+  char bytes[16];
+  DWORD done = 0;
+  EXPECT_TRUE(ReadFile(file, bytes, sizeof bytes, &done, nullptr));
+  EXPECT_EQ(std::string(bytes, done), "old");
+  CloseHandle(file);
 }
 
 TEST_F(FileTest, PositionsBeyond32BitsAndFilesCutMeanwhile) {
