@@ -1,17 +1,15 @@
 // The exports for recordings, on files: what is written, and what stays untouched on failure.
 #include <exifkeep/exifkeep.h>
 #include <gtest/gtest.h>
-#include <pxcodec32.h>
 
 #include <cstring>
 
+#include "codec/picture_fixture.h"
 #include "failure_switch.h"
 #include "imageio/path_extension.h"
-#include "platform/scratch.h"
-#include "read/read_metadata.h"
-#include "tiff_builder.h"
+#include "read/reading.h"
 
-namespace exifkeep {
+namespace exifkeep::test {
 namespace {
 
 // A text in memory of just its size, so that a longer one cannot be written back unseen.
@@ -21,36 +19,25 @@ struct HostBuffer : std::unique_ptr<char[]> {
   }
 };
 
-ExifMetadata metadataOf(const std::string& path) {
-  ExifReader reader;
-  ExifMetadata all = {};
-  EXPECT_TRUE(
-      readExifMetadata(reader, path.c_str(), all.exif, all.primary, &all.thumbnail, &all.gps));
-  return all;
-}
-
-class AddAudioTest : public test::ScratchTest {
+class AddAudioTest : public ScratchTest {
  protected:
   AddAudioTest() {
     image_.CreateImage(PRaster::type8Bit, 64, 48);
     std::filesystem::create_directory(path("rec"));
-    test::writeFile(path("rec/voice.wav"), "RIFF");
+    writeFile(path("rec/voice.wav"), "RIFF");
   }
 
   std::string plainPicture(const std::string& name) {
-    tagLmmInfo memory;
-    image_.GetLmmInfo(memory);
-    EXPECT_TRUE(AllSaveDIBImg(path(name).c_str(), &memory, 0, nullptr));
+    EXPECT_EQ(save(path(name), image_), 1);
     return path(name);
   }
   // No pixels, but something in each directory.
   std::string exifPicture(const std::string& name, const std::string& soundFile = "") {
-    using namespace test;
     Picture picture = {.image = {text(0x010F, "Maker"), exifPointer(), gpsPointer()},
-                       .exif = {test::bytes(0x9000, "0220")},
+                       .exif = {bytes(0x9000, "0220")},
                        .gps = {rationals(6, {8848, 1})},
                        .thumbnail = {text(0x8298, "Somebody")}};
-    if (!soundFile.empty()) picture.exif.push_back(test::bytes(0xA004, soundFile, typeAscii));
+    if (!soundFile.empty()) picture.exif.push_back(bytes(0xA004, soundFile, typeAscii));
     const std::string tiff = tiffBytes(picture, Order::mm);
     writeFile(path(name), isTiffName(name) ? tiff : jpegBytes(tiff));
     return path(name);
@@ -67,11 +54,11 @@ class AddAudioTest : public test::ScratchTest {
   }
   void expectUntouched(int result, const std::string& picture, const std::string& sound) {
     std::string pictureAfter = picture, soundAfter = sound;
-    const std::string bytes = test::readFile(picture);
+    const std::string bytes = readFile(picture);
     const std::set<std::string> files = names();
     EXPECT_EQ(attach(pictureAfter, soundAfter), result) << picture << ' ' << sound;
     EXPECT_EQ(pictureAfter + soundAfter, picture + sound);
-    EXPECT_EQ(test::readFile(picture), bytes);
+    EXPECT_EQ(readFile(picture), bytes);
     EXPECT_EQ(names(), files);
   }
 
@@ -85,7 +72,7 @@ TEST_F(AddAudioTest, GivesAPlainPictureExifData) {
     const HostBuffer picture(plainPicture(before));
     EXPECT_EQ(AddAudio(picture.get(), std::string(300, 's').c_str(), &image_, nullptr), 1);
     EXPECT_EQ(picture.get(), path(after));
-    const ExifMetadata written = metadataOf(path(after));
+    const Reading written(path(after));
     EXPECT_STREQ(written.exif.relatedSoundFile, sound);
     EXPECT_EQ(written.primary.software, std::string(255, 's'));
     EXPECT_TRUE(std::filesystem::exists(path(before)));
@@ -94,13 +81,13 @@ TEST_F(AddAudioTest, GivesAPlainPictureExifData) {
 }
 
 TEST_F(AddAudioTest, KeepsTheMetadataOfAnExifPicture) {
-  test::writeFile(path("rec/123456789.wav"), "RIFF");
+  writeFile(path("rec/123456789.wav"), "RIFF");
   for (const char* name : {"b.JPE", "c.tif"}) {
     std::string picture = exifPicture(name), sound = path("rec/123456789.wav");
     EXPECT_EQ(attach(picture, sound), 1);
     EXPECT_EQ(picture, path(name));
-    EXPECT_EQ(test::readFile(path(sound)), "RIFF");  // the name alone, in the picture's directory
-    const ExifMetadata after = metadataOf(picture);
+    EXPECT_EQ(readFile(path(sound)), "RIFF");  // the name alone, in the picture's directory
+    const Reading after(picture);
     EXPECT_EQ(after.exif.relatedSoundFile, sound);
     EXPECT_STREQ(after.primary.software, "Host");
     EXPECT_STREQ(after.primary.make, "Maker");
@@ -130,9 +117,9 @@ TEST_F(AddAudioTest, TouchesNothingThatItRefusesOrCannotCopy) {
 
 TEST_F(AddAudioTest, TouchesNothingWhenTheUserCancels) {
   const std::string picture = exifPicture("a.jpg"), sound = path("rec/voice.wav");
-  test::writeFile(path("voice.wav"), "old");
+  writeFile(path("voice.wav"), "old");
   expectUntouched(2, picture, sound);  // nobody to ask
-  EXPECT_EQ(test::readFile(path("voice.wav")), "old");
+  EXPECT_EQ(readFile(path("voice.wav")), "old");
 }
 
 // Nobody can be asked here, so that any copy over a file would be refused.
@@ -143,9 +130,9 @@ TEST_F(AddAudioTest, TakesARecordingThatIsInPlaceAsItIs) {
   for (const char* name : {"rec/voice.wav", "voice.wav", "REC/gone.wav"}) {
     std::string sound = path(name);
     EXPECT_EQ(attach(picture, sound), 1) << name;
-    EXPECT_EQ(test::readFile(path("rec/voice.wav")), "RIFF");
+    EXPECT_EQ(readFile(path("rec/voice.wav")), "RIFF");
   }
-  EXPECT_STREQ(metadataOf(picture).exif.relatedSoundFile, "gone.wav");
+  EXPECT_STREQ(Reading(picture).exif.relatedSoundFile, "gone.wav");
 }
 
 TEST_F(AddAudioTest, LeavesTheRecordingWhenThePictureCannotBeRewritten) {
@@ -170,4 +157,4 @@ TEST_F(AddAudioTest, GetSoundFileWritesAWavNameAndNothingElse) {
 }
 
 }  // namespace
-}  // namespace exifkeep
+}  // namespace exifkeep::test

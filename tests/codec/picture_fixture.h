@@ -13,6 +13,12 @@
 using Bytes = std::vector<unsigned char>;
 using CodecTest = exifkeep::test::ScratchTest;
 
+// Where this thread keeps what it saves for a moment.
+inline std::filesystem::path temporaryDirectory() {
+  char directory[MAX_PATH];
+  return {directory, directory + GetTempPathA(sizeof directory, directory)};
+}
+
 // A smooth pattern that differs in every channel and corner; palette images get colours.
 inline PRaster patterned(int bits, unsigned width, unsigned height, bool coloured = false) {
   PRaster image;

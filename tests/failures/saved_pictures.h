@@ -2,11 +2,8 @@
 #pragma once
 
 #include <exifkeep/exifkeep.h>
-#include <platform/scratch.h>
 
-#include <cstring>
-
-#include "imageio/image_codec_bridge.h"
+#include "codec/picture_fixture.h"
 
 namespace exifkeep::test {
 
@@ -14,15 +11,10 @@ class SavedPictures : public ScratchTest {
  protected:
   static constexpr unsigned height = 16;
 
-  static PRaster makePicture(unsigned width) {
-    PRaster picture;
-    EXPECT_EQ(picture.CreateImage(PRaster::type24Bit, width, height, 0, 0, 2835, 2835), 1);
-    for (unsigned y = 0; y < height; ++y) std::memset(picture.row(y), int(width + y), width * 3);
-    return picture;
-  }
+  static PRaster makePicture(unsigned width) { return patterned(24, width, height); }
   void savePlain(const std::string& name, unsigned width) const {
     PRaster picture = makePicture(width);
-    EXPECT_EQ(SaveFile("none", path(name).c_str(), &picture, nullptr), 1);
+    EXPECT_EQ(save(path(name), picture), 1);
   }
   void saveWithMetadata(const std::string& name, unsigned width) const {
     savePlain(name, width);
@@ -31,7 +23,7 @@ class SavedPictures : public ScratchTest {
   }
   // 0 when the file holds no picture of the right height.
   static unsigned widthOf(const std::string& path) {
-    const auto image = ImageCodecBridge().loadImageFile(path.c_str());
+    const std::optional<PRaster> image = load(path);
     return image && image->height() == height ? image->width() : 0;
   }
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "failures/saved_pictures.h"
+#include "info/listing.h"
 
 namespace exifkeep::test {
 namespace {
@@ -15,18 +16,6 @@ namespace fs = std::filesystem;
 constexpr int threads = 8, rounds = 6;
 constexpr unsigned sourceWidth = 20;
 
-std::string listing(const std::string& path) {
-  CPtrList list;
-  std::string text;
-  EXPECT_EQ(GetExifInfo(path.c_str(), &list), 1);
-  for (POSITION at = list.GetHeadPosition(); at;) {
-    const auto* item = static_cast<const InfoItem*>(list.GetNext(at));
-    text += std::string(item->label) + ": " + static_cast<const char*>(item->value) + "\n";
-  }
-  EXPECT_EQ(FreeInfoList(&list), 1);
-  return text;
-}
-
 class ThreadsTest : public SavedPictures {
  protected:
   ThreadsTest() {
@@ -34,12 +23,12 @@ class ThreadsTest : public SavedPictures {
     fs::create_directory(path("rec"));
   }
 
-  static void readSource(const std::string& source, const std::string& expectedListing) {
+  static void readSource(const std::string& source, const Items& expectedItems) {
     char sound[15] = {};
     PRaster image, thumbnail;
     EXPECT_EQ(IsExifFile(source.c_str()), 1);
     EXPECT_EQ(GetExifVersion(source.c_str()), 2.1f);
-    EXPECT_EQ(listing(source), expectedListing);
+    EXPECT_EQ(itemsOf(source), expectedItems);
     EXPECT_EQ(GetSoundFile(source.c_str(), sound), 1);
     EXPECT_STREQ(sound, "source.wav");
     EXPECT_EQ(OpenExifFile(source.c_str(), &image, &thumbnail), 1);
@@ -85,11 +74,11 @@ void onEveryThread(Work work) {
 // All write into one folder, so that a shared name would show in a wrong picture.
 TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
   const std::string sources[] = {path("source.jpg"), path("source.tif")};
-  const std::string listings[] = {listing(sources[0]), listing(sources[1])};
+  const Items items[] = {itemsOf(sources[0]), itemsOf(sources[1])};
   onEveryThread([&](int number) {
     for (int round = 0; round < rounds; ++round) {
       const int kind = (number + round) % 2;
-      readSource(sources[kind], listings[kind]);
+      readSource(sources[kind], items[kind]);
       write(sources[kind], "own" + std::to_string(number), static_cast<unsigned>(24 + number));
     }
   });
@@ -101,10 +90,9 @@ TEST_F(ThreadsTest, TemporaryNamesAreNotShared) {
   std::mutex mutex;
   std::set<std::string> directories;
   onEveryThread([&](int) {
-    char directory[MAX_PATH] = {};
-    EXPECT_GT(GetTempPathA(sizeof directory, directory), 0u);
+    const std::filesystem::path own = temporaryDirectory();
     const std::lock_guard lock(mutex);
-    EXPECT_TRUE(directories.insert(directory).second) << directory;
+    EXPECT_TRUE(directories.insert(own).second) << own;
   });
 }
 

@@ -58,11 +58,7 @@ std::vector<unsigned> pixelsOf(const PRaster& image) {
 
 class OpenPicture : public CodecTest {
  protected:
-  ~OpenPicture() override {
-    char directory[256];
-    EXPECT_GT(GetTempPathA(sizeof directory, directory), 0u);
-    EXPECT_TRUE(std::filesystem::is_empty(directory));
-  }
+  ~OpenPicture() override { EXPECT_TRUE(std::filesystem::is_empty(temporaryDirectory())); }
 
   std::string jpegStream(const std::string& name, unsigned width, unsigned height) {
     PRaster picture = patterned(24, width, height);

@@ -1,4 +1,4 @@
-// Writes a picture into the test's own directory and reads it into all four records.
+// Reads files into all four records, and pictures by writing them into the test's own directory.
 #pragma once
 
 #include <platform/scratch.h>
@@ -16,18 +16,12 @@ inline Entry version() {
   return bytes(0x9000, "0220");
 }
 
-struct Reading {
-  explicit Reading(const std::string& path) {
-    resetExifIfdRecord(reader, exif);
-    resetImageIfdRecord(reader, primary);
-    resetImageIfdRecord(reader, thumbnail);
-    resetGpsIfdRecord(gps);
+// The four records of a file, with what their pointers lead to.
+struct Reading : ExifMetadata {
+  explicit Reading(const std::string& path) : ExifMetadata() {
     succeeded = readExifMetadata(reader, path.c_str(), exif, primary, &thumbnail, &gps);
   }
   ExifReader reader;
-  ExifIfdRecord exif;
-  ImageIfdRecord primary, thumbnail;
-  GpsIfdRecord gps;
   bool succeeded;
 };
 

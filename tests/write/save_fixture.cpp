@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "imageio/temporary_picture.h"
-#include "read/read_metadata.h"
 
 // Takes the codec's place when the program is linked, and calls it.
 int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
@@ -27,19 +26,6 @@ namespace exifkeep::test {
 
 CodecFiles codecFiles;
 
-SaveTest::~SaveTest() {
-  codecFiles = {};
-  clearFailures();
-}
-
-ExifMetadata SaveTest::recordsOf(const std::string& name) {
-  ExifMetadata metadata = {};
-  EXPECT_TRUE(readExifMetadata(readers_.emplace_back(), path(name).c_str(), metadata.exif,
-                               metadata.primary, &metadata.thumbnail, &metadata.gps))
-      << name;
-  return metadata;
-}
-
 PRaster picture(unsigned width, unsigned height, int bits) {
   PRaster image;
   image.CreateImage(PRaster::GetImageType(bits, 0), width, height, 0, 0, 2815, 5886);
@@ -50,11 +36,6 @@ PRaster picture(unsigned width, unsigned height, int bits) {
       image.SetPixel(int(x), int(y), bits == 24 ? colours[quarter] : 70 + 50 * quarter);
     }
   return image;
-}
-
-std::filesystem::path temporaryDirectory() {
-  char directory[256];
-  return {directory, directory + GetTempPathA(sizeof directory, directory)};
 }
 
 namespace {

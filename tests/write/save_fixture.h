@@ -4,12 +4,8 @@
 
 #include <failure_switch.h>
 
-#include <deque>
-
 #include "codec/picture_fixture.h"
-#include "platform/scratch.h"
-#include "probe/exif_reader.h"
-#include "read/records.h"
+#include "read/reading.h"
 #include "read/tag_tables.h"
 
 namespace exifkeep::test {
@@ -23,27 +19,23 @@ extern CodecFiles codecFiles;
 
 class SaveTest : public CodecTest {
  protected:
-  ~SaveTest() override;
+  ~SaveTest() override {
+    codecFiles = {};
+    clearFailures();
+  }
 
   bool exists(const std::string& name) const { return std::filesystem::exists(path(name)); }
   std::string read(const std::string& name) const { return readFile(path(name)); }
   void write(const std::string& name, const std::string& bytes) const {
     writeFile(path(name), bytes);
   }
-  // The records of a file; their maker note and comment live as long as the test.
-  ExifMetadata recordsOf(const std::string& name);
+  Reading recordsOf(const std::string& name) const { return Reading(path(name)); }
 
   ExifReader reader_;
-
- private:
-  std::deque<ExifReader> readers_;
 };
 
 // Four quarters of different colours, 71.501 by 149.504 dots per inch: 72 by 150 when rounded.
 PRaster picture(unsigned width, unsigned height, int bits = 24);
-
-// Where thumbnails are saved before they are embedded.
-std::filesystem::path temporaryDirectory();
 
 // Sets every flag, and every field to digits that tell its tag from others.
 ExifMetadata fullRecords();

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstring>
 
+#include "tiff_builder.h"
 #include "write/jpeg_stream.h"
 #include "write/save_fixture.h"
 #include "write/save_jpeg.h"
@@ -16,33 +17,26 @@ std::string counted(size_t size, int start) {
   return bytes;
 }
 
-std::string segment(int marker, const std::string& content) {
-  const size_t length = content.size() + 2;
-  const char head[] = {'\xFF', static_cast<char>(marker), static_cast<char>(length >> 8),
-                       static_cast<char>(length)};
-  return std::string(head, sizeof head) + content;
-}
-
-const std::string soi = "\xFF\xD8", data = counted(900, 77) + "\xFF\xD9";
+const std::string data = counted(900, 77) + jpegEnd;
 const std::string quant1 = counted(65, 1), quant2 = counted(65, 2), frame = counted(15, 3);
 const std::string dc1 = counted(29, 4), ac1 = counted(179, 5), dc2 = counted(29, 6);
 const std::string ac2 = counted(179, 7), scan = counted(10, 8);
 
 // The headers as the codec writes them; one may be of another kind or size.
-std::string codecHeaders(int frameMarker = 0xC0, const std::string& secondTable = quant2) {
-  return segment(0xDB, quant1) + segment(0xDB, secondTable) + segment(frameMarker, frame) +
-         segment(0xC4, dc1) + segment(0xC4, ac1) + segment(0xC4, dc2) + segment(0xC4, ac2) +
-         segment(0xDA, scan);
+std::string codecHeaders(uint16_t frameMarker = 0xFFC0, const std::string& secondTable = quant2) {
+  return segment(0xFFDB, quant1) + segment(0xFFDB, secondTable) + segment(frameMarker, frame) +
+         segment(0xFFC4, dc1) + segment(0xFFC4, ac1) + segment(0xFFC4, dc2) + segment(0xFFC4, ac2) +
+         segment(0xFFDA, scan);
 }
 
 using JpegStreamTest = SaveTest;
 
 TEST_F(JpegStreamTest, GathersTheTablesAndDropsApp0) {
-  const std::string compact = soi + segment(0xDB, quant1 + quant2 + quant2) + segment(0xC0, frame) +
-                              segment(0xC4, dc1 + ac1 + dc2 + ac2) + segment(0xDA, scan) + data;
+  const std::string compact = jpegStart + segment(0xFFDB, quant1 + quant2 + quant2) + segment(0xFFC0, frame) +
+                              segment(0xFFC4, dc1 + ac1 + dc2 + ac2) + segment(0xFFDA, scan) + data;
   for (int app0 : {0, 4, 18, 53, 54, 65537}) {
-    const std::string first = app0 ? segment(0xE0, counted(size_t(app0) - 4, 9)) : "";
-    const std::string stream = soi + first + codecHeaders() + data;
+    const std::string first = app0 ? segment(0xFFE0, counted(size_t(app0) - 4, 9)) : "";
+    const std::string stream = jpegStart + first + codecHeaders() + data;
     write("a.jpg", stream);
     EXPECT_TRUE(compactJpegStream(path("a.jpg").c_str()));
     // The file is written over, never cut.
@@ -54,19 +48,19 @@ TEST_F(JpegStreamTest, GathersTheTablesAndDropsApp0) {
     PRaster image = picture(8, 6);
     ASSERT_TRUE(saveJpegWithRecords(reader_, path("b.jpg").c_str(), true, &image, nullptr, {}));
     const std::string saved = read("b.jpg");
-    EXPECT_TRUE(saved == soi + segmentOf(saved) + written.substr(2)) << app0;
+    EXPECT_TRUE(saved == jpegStart + segmentOf(saved) + written.substr(2)) << app0;
   }
 }
 
 TEST_F(JpegStreamTest, LeavesStreamsOfAnotherLayoutAlone) {
   std::vector<std::string> streams = {
       counted(2000, 0),
-      soi + codecHeaders(0xC2) + data,
-      soi + codecHeaders(0xC0, quant1 + quant2) + data,
-      soi + segment(0xE1, "Exif") + codecHeaders() + data,
-      soi + segment(0xE0, "") + segment(0xE0, "") + codecHeaders() + data,
-      soi + "\xFF\xE0\xFF\xF0" + codecHeaders() + data};
-  const std::string headers = soi + segment(0xE0, counted(14, 0)) + codecHeaders();
+      jpegStart + codecHeaders(0xFFC2) + data,
+      jpegStart + codecHeaders(0xFFC0, quant1 + quant2) + data,
+      jpegStart + segment(0xFFE1, "Exif") + codecHeaders() + data,
+      jpegStart + segment(0xFFE0, "") + segment(0xFFE0, "") + codecHeaders() + data,
+      jpegStart + "\xFF\xE0\xFF\xF0" + codecHeaders() + data};
+  const std::string headers = jpegStart + segment(0xFFE0, counted(14, 0)) + codecHeaders();
   for (size_t size = 0; size <= headers.size() + 1; ++size)
     streams.push_back((headers + data).substr(0, size));
   for (const std::string& stream : streams) {
@@ -78,7 +72,7 @@ TEST_F(JpegStreamTest, LeavesStreamsOfAnotherLayoutAlone) {
 
 TEST_F(JpegStreamTest, DeletesAFileThatItCouldNotWriteWhole) {
   for (int n = 1; n <= 13; ++n) {
-    write("a.jpg", soi + codecHeaders() + data);
+    write("a.jpg", jpegStart + codecHeaders() + data);
     failCall(PlatformCall::write, n);
     EXPECT_FALSE(compactJpegStream(path("a.jpg").c_str()));
     EXPECT_FALSE(exists("a.jpg")) << n;
