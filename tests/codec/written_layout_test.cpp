@@ -84,16 +84,4 @@ TEST_F(WrittenLayout, TiffDirectoryAndStrip) {
   });
 }
 
-TEST_F(WrittenLayout, RefusesWhatItCannotWrite) {
-  PRaster image = patterned(24, 2, 2), wide = patterned(1, 70000, 1), empty;
-  std::filesystem::create_directory(path("d.jpg"));
-  for (const char* name : {"a.gif", "a", "d.jpg", "none/a.jpg"})
-    EXPECT_EQ(save(path(name), image), 0) << name;
-  EXPECT_EQ(save(path("a.jpg"), empty), 0);
-  EXPECT_EQ(save(path("w.jpg"), wide), 0);  // JPEG ends at 65500 pixels
-  EXPECT_FALSE(std::filesystem::exists(path("w.jpg")));
-  EXPECT_EQ(save(path("w.tif"), wide), 1);
-  EXPECT_EQ(save(path("A.JpG"), image), 1);
-}
-
 }  // namespace

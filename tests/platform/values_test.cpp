@@ -2,7 +2,6 @@
 #include <afx.h>
 #include <afxcoll.h>
 #include <platform/scratch.h>
-#include <windows.h>
 
 #include <clocale>
 #include <vector>
@@ -66,15 +65,6 @@ TEST(PtrList, KeepsItsOrderBothWays) {
   for (at = list.GetTailPosition(); at != nullptr;) backwards.push_back(list.GetPrev(at));
   EXPECT_EQ(forwards, (std::vector<void*>{n + 2, n + 3, n + 4}));
   EXPECT_EQ(backwards, (std::vector<void*>{n + 4, n + 3, n + 2}));
-}
-
-TEST(Strings, CompareInAnyCaseByAsciiOnly) {
-  const std::tuple<const char*, const char*, int> cases[] = {
-      {"JPG", "jpg", 0}, {"jpg", "JPEG", 1}, {"tif", "TIFF", -1}, {"\xC4", "\xE4", -1}};
-  for (const auto& [left, right, expected] : cases) {
-    const int result = lstrcmpiA(left, right);
-    EXPECT_EQ((result > 0) - (result < 0), expected) << left << " " << right;
-  }
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The raster image: pixel access at and beyond the edges, sizes, scaling against a plain
-// floating-point average, palettes, and handing images over.
+// floating-point average, and palettes.
 #include <gtest/gtest.h>
 #include <praster.h>
 
@@ -79,15 +79,6 @@ TEST(Raster, RefusesSizesAndTypes) {
   empty.SetPixel(0, 0, 1);
   EXPECT_EQ(empty.GetPixel(0, 0) + empty.width() + empty.GetDpmX(), 0u);
   EXPECT_EQ(empty.ConvertTo24bit() + empty.CopyImage(image) + image.RescaleImage(empty), 0);
-}
-
-TEST(Raster, DetachAndAttachMoveTheImageItself) {
-  PRaster from, to = makeImage(PRaster::type1Bit, 9, 9);
-  from.CreateImage(PRaster::type8Bit, 4, 3, 0, 0, 2835, 3937, 15, 0, 0);
-  const BYTE* row = from.row(2);
-  to.Attach(from.Detach());
-  EXPECT_EQ(from.IsEmpty(), 1);
-  EXPECT_TRUE(to.row(2) == row && to.GetDpmX() == 2835 && to.GetDpmY() == 3937);
 }
 
 double covered(double begin, double end, unsigned index) {
