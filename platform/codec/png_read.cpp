@@ -112,8 +112,8 @@ class PngDecoder {
     if (rows_->bits() == 8) png_set_expand_gray_1_2_4_to_8(png_);
     if (isTransparent()) {
       png_set_tRNS_to_alpha(png_);
-      const png_uint_16 full = depth() == 16 ? 0xFFFF : 0xFF;
-      const png_color_16 white = {0, full, full, full, full};
+      // In 8 bits for samples of 16 as well: libpng itself widens what it will scale down again.
+      const png_color_16 white = {0, 0xFF, 0xFF, 0xFF, 0xFF};
       png_set_background_fixed(png_, &white, PNG_BACKGROUND_GAMMA_SCREEN, 0, 0);
     }
     png_set_scale_16(png_);

@@ -74,8 +74,9 @@ void expectPicture(std::optional<PRaster> picture, const auto& kind, int bits, i
   for (unsigned i = 0; i < width * height * 3; ++i) {
     const unsigned x = i / 3 % width, y = i / 3 / width;
     const Colour colour = colourOf(kind.meaning, bits, x, y);
-    const int expected = blackIsClear && colour[0] == 0 ? 255 : colour[i % 3];
-    ASSERT_NEAR(picture->GetPixel(int(x), int(y)) >> (8 * (i % 3)) & 0xFF, expected, tolerance)
+    const bool isClear = blackIsClear && colour[0] == 0;
+    ASSERT_NEAR(picture->GetPixel(int(x), int(y)) >> (8 * (i % 3)) & 0xFF,
+                isClear ? 255 : colour[i % 3], isClear ? 0 : tolerance)
         << x << ',' << y << " channel " << i % 3;
   }
 }
