@@ -1,7 +1,6 @@
 // Eight threads at once, each calling all ten functions: on sources that they share and on
 // destinations of their own. What each gets is what it would have got alone.
 #include <atomic>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -84,16 +83,6 @@ TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
   });
   // The sources and the recordings; of every thread two pictures and a recording; nothing else.
   EXPECT_EQ(names().size(), 3u + 3 * threads);
-}
-
-TEST_F(ThreadsTest, TemporaryNamesAreNotShared) {
-  std::mutex mutex;
-  std::set<std::string> directories;
-  onEveryThread([&](int) {
-    const std::filesystem::path own = temporaryDirectory();
-    const std::lock_guard lock(mutex);
-    EXPECT_TRUE(directories.insert(own).second) << own;
-  });
 }
 
 }  // namespace

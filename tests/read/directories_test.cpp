@@ -49,30 +49,6 @@ TEST_F(DirectoriesTest, GpsPositionComesFromTheLastPointersAndTheFirstExifDirect
     }
 }
 
-TEST_F(DirectoriesTest, ThumbnailDirectoryIsWhereTheLinkOfIfd0Leads) {
-  const Picture without{.image = {exifPointer()}, .exif = {version()}};
-  Picture with = without;
-  with.thumbnail = {shorts(0x103, {6}), longs(0x201, {1234}), longs(0x202, {5})};
-  for (const Order order : bothOrders)
-    for (const int base : {0, 30}) {
-      const auto wrapped = [&](const Picture& picture) {
-        const std::string tiff = tiffBytes(picture, order);
-        return base > 0 ? jpegBytes(tiff, jfifSegment()) : tiff;
-      };
-      const auto result = read(wrapped(with));
-      EXPECT_EQ(result->thumbnail.compression, 6);
-      EXPECT_EQ(countPresentImageFields(result->thumbnail), 1u);
-      EXPECT_EQ(result->reader.thumbnailIfdOffset - base, with.offsetOf(Directory::thumbnail));
-      EXPECT_EQ(result->thumbnail.referenceBlackWhite[1].numerator, base > 0 ? 128u : 255u);
-      const auto absent = read(wrapped(without));
-      absent->thumbnail.hasMake = 7;
-      EXPECT_FALSE(
-          readThumbnailDirectory(absent->reader, path("x.jpg").c_str(), absent->thumbnail));
-      EXPECT_EQ(absent->thumbnail.hasMake, 0u);
-      EXPECT_EQ(absent->reader.thumbnailIfdOffset, 0);
-    }
-}
-
 TEST_F(DirectoriesTest, VersionIsANumberRoundedOnce) {
   const auto versionOf = [&](const std::string& characters) {
     const Picture picture{.image = {exifPointer()}, .exif = {bytes(0x9000, characters)}};

@@ -86,6 +86,8 @@ TEST_F(FetchTest, EveryRowReadsTheSameFromBothByteOrders) {
       resetExifIfdRecord(result->reader, exif);
       EXPECT_EQ(countPresentExifFields(exif), 0u);
       EXPECT_FALSE(result->reader.makerNoteBuffer || result->reader.userCommentBuffer);
+      resetImageIfdRecord(result->reader, result->primary);
+      EXPECT_EQ(result->primary.referenceBlackWhite[1].numerator, 128u);  // 255 in TIFF files
     }
 }
 
@@ -186,6 +188,7 @@ TEST_F(FetchTest, WhatTheFileDoesNotHoldLeavesTheResetValue) {
     EXPECT_TRUE(primary.hasXResolution && primary.hasBitsPerSample && primary.hasMake);
     EXPECT_EQ(primary.xResolution.denominator, 72u);
     EXPECT_EQ(primary.bitsPerSample[2], 8);
+    EXPECT_EQ(primary.referenceBlackWhite[1].numerator, 255u);
     EXPECT_STREQ(primary.make, "");
     EXPECT_TRUE(result->exif.hasMakerNote);
     EXPECT_EQ(result->exif.makerNoteLength, 0u);
