@@ -2,10 +2,10 @@
 // program.
 #include <exifkeep/exifkeep.h>
 #include <gmock/gmock.h>
-#include <pxcodec32.h>
 
+#include "codec/picture_fixture.h"
+#include "program/exif_fixture.h"
 #include "program/shell.h"
-#include "tiff_builder.h"
 
 namespace exifkeep::test {
 namespace {
@@ -23,14 +23,11 @@ class Examples : public ShellTest {
     image.CreateImage(PRaster::type24Bit, 64, 32, 0, 0, 4000, 8000);
     for (int y = 0; y < 32; ++y)
       for (int x = 0; x < 64; ++x) image.SetPixel(x, y, x < 32 ? red : blue);
-    tagLmmInfo memory;
-    image.GetLmmInfo(memory);
-    EXPECT_TRUE(AllSaveDIBImg(path("plain.jpg").c_str(), &memory, 0, nullptr));
+    EXPECT_EQ(save(path("plain.jpg"), image), 1);
     const Picture metadata = {
         .image = {text(0x010F, "Maker"), shorts(0x0112, {6}), exifPointer()},
         .exif = {bytes(0x9000, "0220"), longs(0xA002, {64}), longs(0xA003, {32})}};
-    const std::string exif = jpegBytes(tiffBytes(metadata, Order::ii));
-    write("photo.jpg", exif.substr(0, exif.size() - 2) + read("plain.jpg").substr(2));
+    write("photo.jpg", withPixels(jpegBytes(tiffBytes(metadata, Order::ii)), read("plain.jpg")));
   }
 
   Outcome example(const std::string& command) const {

@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned width = 40;
+using Files = std::map<std::string, std::string>;  // names and bytes
 
 // What a call needs, made before anything may fail.
 struct Arguments {
@@ -35,14 +36,6 @@ int list(Arguments& arguments) {
   EXPECT_EQ(items.IsEmpty(), result == 0);
   EXPECT_EQ(FreeInfoList(&items), 1);
   return result;
-}
-
-int probe(Arguments& arguments) {
-  return IsExifFile(arguments.source.c_str());
-}
-
-int version(Arguments& arguments) {
-  return GetExifVersion(arguments.source.c_str()) == 2.1f ? 1 : 0;
 }
 
 int sound(Arguments& arguments) {
@@ -71,9 +64,9 @@ int addAudioFile(Arguments& arguments) {
 }
 
 const Scenario scenarios[] = {
-    {"source.jpg", "", probe},
+    {"source.jpg", "", [](Arguments& all) { return IsExifFile(all.source.c_str()); }},
+    {"source.jpg", "", [](Arguments& all) { return int{GetExifVersion(all.source.c_str()) > 2}; }},
     {"source.jpg", "", list},
-    {"source.jpg", "", version},
     {"source.jpg", "", sound},
     {"source.jpg", "", open},
     {"source.tif", "", open},
@@ -98,10 +91,15 @@ class EveryCallFails : public SavedPictures, public testing::WithParamInterface<
     for (const char* name : {"source.jpg", "source.tif"}) saveWithMetadata(name, 20);
     for (const char* name : {"plain.jpg", "plain.tif"}) savePlain(name, 20);
     writeFile(path("voice recording.wav"), "RIFF");
-    for (const std::string& name : names()) originals_[name] = readFile(path(name));
+    originals_ = files();
   }
   ~EveryCallFails() override { AfxSetMessageBoxHandler(nullptr, nullptr); }
 
+  Files files() const {
+    Files all;
+    for (const std::string& name : names()) all[name] = readFile(path(name));
+    return all;
+  }
   void restore() const {
     for (const std::string& name : names()) fs::remove(path(name));
     for (const auto& [name, bytes] : originals_) writeFile(path(name), bytes);
@@ -139,21 +137,17 @@ class EveryCallFails : public SavedPictures, public testing::WithParamInterface<
   // missing from the new one: a source that cannot be read counts as one without.
   void checkFiles(const Scenario& scenario, int result) const {
     const bool isWritten = result == 1 && !scenario.destination.empty();
+    Files found = files(), expected = originals_;
+    found.erase(scenario.sound);
     if (isWritten) {
       EXPECT_EQ(widthOf(path(scenario.destination)), width);
+      found.erase(scenario.destination);
+      expected.erase(scenario.destination);
     }
-    std::set<std::string> others = names();
-    others.erase(scenario.sound);
-    if (isWritten) others.erase(scenario.destination);
-    for (const auto& [name, bytes] : originals_) {
-      if (isWritten && name == scenario.destination) continue;
-      EXPECT_TRUE(readFile(path(name)) == bytes) << name;
-      others.erase(name);
-    }
-    EXPECT_EQ(others, std::set<std::string>{});
+    EXPECT_TRUE(found == expected) << testing::PrintToString(names());
   }
 
-  std::map<std::string, std::string> originals_;
+  Files originals_;
 };
 
 TEST_P(EveryCallFails, AndTheResultIsOneOfThoseSpecified) {
