@@ -115,18 +115,6 @@ TEST_F(SegmentTest, OfFullRecords) {
   EXPECT_EQ(fromRecords(metadata).size(), size);
 }
 
-TEST_F(SegmentTest, GoesWithoutThumbnailButNotWithoutTheRest) {
-  const ExifMetadata metadata = fullRecords();
-  const auto build = [&](const ExifIfdRecord* exif, const ImageIfdRecord* primary) {
-    return bytesOf(buildSegmentFromRecords(*reader_.codec, picture_, nullptr, exif, primary,
-                                           nullptr, nullptr));
-  };
-  const ExifMetadata bare = readBack(build(&metadata.exif, &metadata.primary));
-  EXPECT_EQ(countPresentImageFields(bare.thumbnail), 0u);
-  EXPECT_EQ(countPresentExifFields(bare.exif), countPresentExifFields(afterSave(metadata).exif));
-  EXPECT_EQ(build(nullptr, &metadata.primary) + build(&metadata.exif, nullptr), "");
-}
-
 TEST_F(SegmentTest, FillsTheBlockToItsLastByteAndNoFurther) {
   ExifMetadata metadata = {};
   metadata.exif.hasMakerNote = 1;

@@ -32,8 +32,9 @@ std::string codecHeaders(uint16_t frameMarker = 0xFFC0, const std::string& secon
 using JpegStreamTest = SaveTest;
 
 TEST_F(JpegStreamTest, GathersTheTablesAndDropsApp0) {
-  const std::string compact = jpegStart + segment(0xFFDB, quant1 + quant2 + quant2) + segment(0xFFC0, frame) +
-                              segment(0xFFC4, dc1 + ac1 + dc2 + ac2) + segment(0xFFDA, scan) + data;
+  const std::string compact = jpegStart + segment(0xFFDB, quant1 + quant2 + quant2) +
+                              segment(0xFFC0, frame) + segment(0xFFC4, dc1 + ac1 + dc2 + ac2) +
+                              segment(0xFFDA, scan) + data;
   for (int app0 : {0, 4, 18, 53, 54, 65537}) {
     const std::string first = app0 ? segment(0xFFE0, counted(size_t(app0) - 4, 9)) : "";
     const std::string stream = jpegStart + first + codecHeaders() + data;
