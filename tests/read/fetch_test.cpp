@@ -87,6 +87,8 @@ TEST_F(FetchTest, EveryRowReadsTheSameFromBothByteOrders) {
       EXPECT_EQ(countPresentExifFields(exif), 0u);
       EXPECT_FALSE(result->reader.makerNoteBuffer || result->reader.userCommentBuffer);
       resetImageIfdRecord(result->reader, result->primary);
+      resetGpsIfdRecord(result->gps);
+      EXPECT_EQ(countPresentImageFields(result->primary) + countPresentGpsFields(result->gps), 0u);
       EXPECT_EQ(result->primary.referenceBlackWhite[1].numerator, 128u);  // 255 in TIFF files
     }
 }
