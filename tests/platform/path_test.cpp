@@ -1,4 +1,4 @@
-// Names: moving, and the thread's temporary directory.
+// Names: moving, attributes, and the thread's temporary directory.
 #include <platform/scratch.h>
 #include <unistd.h>
 #include <windows.h>
@@ -25,6 +25,17 @@ TEST_F(PathTest, OnlyAMoveThatIsToldSoReplaces) {
   EXPECT_TRUE(MoveFileExA(a.c_str(), b.c_str(), MOVEFILE_REPLACE_EXISTING));
   EXPECT_EQ(readFile(b), "new");
   EXPECT_FALSE(DeleteFileA(path(".").c_str()));
+}
+
+TEST_F(PathTest, AttributesTellWhatLiesThere) {
+  writeFile(path("file"), "");
+  ASSERT_EQ(symlink("nowhere", path("dangling").c_str()), 0);
+  const std::pair<const char*, DWORD> cases[] = {{"file", FILE_ATTRIBUTE_NORMAL},
+                                                 {"", FILE_ATTRIBUTE_DIRECTORY},
+                                                 {"dangling", FILE_ATTRIBUTE_REPARSE_POINT},
+                                                 {"missing", INVALID_FILE_ATTRIBUTES}};
+  for (const auto& [name, expected] : cases)
+    EXPECT_EQ(GetFileAttributesA(path(name).c_str()), expected) << name;
 }
 
 TEST_F(PathTest, TheTemporaryDirectoryIsTheThreadsOwnAndMadeAgainWhenGone) {
