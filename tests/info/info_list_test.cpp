@@ -44,6 +44,9 @@ const struct {
     {"F-number", rationals(0x829D, {28, 0}), std::nullopt},
     {"Compressed Bits Per Pixel", rationals(0x9102, {1, 4}), "0.2"},
     {"Compressed Bits Per Pixel", rationals(0x9102, {3, 4}), "0.8"},
+    // Not ties: the binary fraction of 0.15 is less, that of 0.45 more.
+    {"Compressed Bits Per Pixel", rationals(0x9102, {3, 20}), "0.1"},
+    {"Compressed Bits Per Pixel", rationals(0x9102, {9, 20}), "0.5"},
     {"ExposureBias", signedRational(0x9204, -2, 3), "-0.7 (APEX)"},
     {"ExposureBias", signedRational(0x9204, 0, -5), "-0.0 (APEX)"},
     {"ExposureBias", signedRational(0x9204, intMin, -1), "2147483648.0 (APEX)"},
