@@ -1,6 +1,6 @@
-// Reading through the window, writing past it. The window is filled from a page boundary at or
+// Reading through the windows, writing past them. A window is filled from a page boundary at or
 // before the position: directory values often lie a little before what was read last. Writes go to
-// the file at once and are copied into the window where they overlap it.
+// the file at once and are copied into the windows that they overlap.
 #include <failure_switch.h>
 #include <fcntl.h>
 #include <open_file.h>

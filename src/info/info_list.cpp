@@ -39,6 +39,10 @@ class FieldView {
   const TagRow& row_;
 };
 
+static_assert(std::ranges::all_of(exifDisplayRows, [](const DisplayRow& row) {
+  return row.unit.size() <= longestUnit;
+}));
+
 // False when there is nothing to divide by.
 bool decimalValue(const DisplayRow& row, FieldView field, CString& value) {
   if (field.as<Rational>().denominator == 0) return false;

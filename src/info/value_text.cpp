@@ -81,7 +81,7 @@ CString exposureTimeText(Rational value) {
 }
 
 CString decimalText(double numerator, double denominator, std::string_view unit) {
-  char text[24];
+  char text[13 + longestUnit];
   char* end = writeOneDecimal(text, numerator / denominator);
   return textOf({text, std::ranges::copy(unit, end).out});
 }

@@ -28,8 +28,8 @@ CString wholeRationalText(Rational value);
 // 1/60 (seconds), 2 (seconds); 10/0 too.
 CString exposureTimeText(Rational value);
 
-// The quotient with one decimal and the unit behind it. REQUIRES: a denominator that is not 0 and a
-// unit of 10 characters at most.
+// The quotient with one decimal and the unit behind it. REQUIRES: a denominator that is not 0.
+inline constexpr size_t longestUnit = 10;
 CString decimalText(double numerator, double denominator, std::string_view unit);
 
 // 5.4 (mm). REQUIRES: a denominator that is not 0.

@@ -28,15 +28,14 @@ void DirectoryEntries::beginRun(size_t held) {
   end_ = countSize + std::min(held, static_cast<size_t>(entries) * IfdEntry::size);
 }
 
-bool DirectoryEntries::readRun() {
-  if (taken_ >= count_) return false;
+void DirectoryEntries::readRun() {
   const uint64_t at = position_ + static_cast<uint64_t>(taken_) * IfdEntry::size;
   beginRun(read(at, bytes_ + countSize, runLength * IfdEntry::size));
-  return next_ + sizeof IfdEntry::tag <= end_;
 }
 
 bool DirectoryEntries::next(IfdEntry& entry) {
-  if (next_ + sizeof entry.tag > end_ && !readRun()) return false;
+  if (!holdsNextTag() && taken_ < count_) readRun();
+  if (!holdsNextTag()) return false;
   const uint8_t* bytes = bytes_ + next_;
   entry.length = static_cast<uint32_t>(std::min<size_t>(end_ - next_, IfdEntry::size));
   next_ += IfdEntry::size;

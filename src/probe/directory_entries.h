@@ -26,7 +26,6 @@ class DirectoryEntries {
   // REQUIRES: `file` outlives this object.
   DirectoryEntries(ExifFile& file, uint64_t position);
 
-  bool isEmpty() const { return count_ <= 0; }
   // The next entry of which the file holds the tag at least; false at the end.
   bool next(IfdEntry& entry);
   // Where the entries end and the offset of the next directory stands.
@@ -38,8 +37,9 @@ class DirectoryEntries {
   static constexpr int32_t runLength = 32;
   static constexpr uint32_t countSize = 2;
 
+  bool holdsNextTag() const { return next_ + sizeof IfdEntry::tag <= end_; }
   size_t read(uint64_t position, uint8_t* target, size_t length);
-  bool readRun();
+  void readRun();
   // `held`: the bytes that bytes_ holds of the run.
   void beginRun(size_t held);
 
@@ -47,7 +47,7 @@ class DirectoryEntries {
   uint64_t position_;  // of the first entry
   int32_t count_ = 0;
   int32_t taken_ = 0;  // the entries of all runs so far
-  size_t next_ = 0;    // of bytes_: the next entry, and where the held entries end
+  size_t next_ = 0;    // the next entry in bytes_, and where the entries held there end
   size_t end_ = 0;
   uint8_t bytes_[countSize + runLength * IfdEntry::size];  // the count, and a run behind it
 };
