@@ -1,10 +1,13 @@
 // The commands, with their options, help texts and examples.
 #pragma once
 
-#include <CLI/App.hpp>
 #include <functional>
 
 #include "exit_status.h"
+
+namespace CLI {
+class App;
+}
 
 namespace program {
 
