@@ -72,12 +72,8 @@ bool attach(const char* picture, const char* recording) {
   // The software's name goes into the picture. No window: the last argument is null.
   switch (AddAudioFile(picturePath.data(), "attach_recording", soundPath.data(), &image, &thumbnail,
                        nullptr)) {
-    case 1:
-      std::printf("%s: %s\n", picturePath.data(), soundPath.data());
-      return true;
-    case 2:
-      std::fprintf(stderr, "%s: cancelled, nothing was changed\n", picture);
-      return false;
+    case 1: std::printf("%s: %s\n", picturePath.data(), soundPath.data()); return true;
+    case 2: std::fprintf(stderr, "%s: cancelled, nothing was changed\n", picture); return false;
     default:
       // The picture is as it was. The recording may have been copied already.
       std::fprintf(stderr, "%s: the recording could not be attached\n", picture);

@@ -10,7 +10,7 @@
 #include <iterator>
 
 #include "imageio/image_codec_bridge.h"
-#include "imageio/path_extension.h"
+#include "system/path.h"
 
 namespace exifkeep::fuzz {
 

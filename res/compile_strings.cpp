@@ -111,7 +111,8 @@ void checkComments(const std::vector<Language>& languages) {
     for (const Language& language : languages)
       for (const auto& [id, comment] : language.comments)
         if (comment != original.texts.at(id))
-          fail(language.file, "the comment of id " + std::to_string(id) + " is not its English text");
+          fail(language.file,
+               "the comment of id " + std::to_string(id) + " is not its English text");
     return;
   }
   fail("string table", "the English file is missing");

@@ -123,15 +123,10 @@ class JpegDecoder {
 
   void readPixels() {
     switch (codec_.jpeg_color_space) {
-      case JCS_GRAYSCALE:
-        codec_.out_color_space = JCS_GRAYSCALE;
-        break;
+      case JCS_GRAYSCALE: codec_.out_color_space = JCS_GRAYSCALE; break;
       case JCS_CMYK:
-      case JCS_YCCK:
-        codec_.out_color_space = JCS_CMYK;
-        break;
-      default:
-        codec_.out_color_space = JCS_EXT_BGR;
+      case JCS_YCCK: codec_.out_color_space = JCS_CMYK; break;
+      default: codec_.out_color_space = JCS_EXT_BGR;
     }
     jpeg_start_decompress(&codec_);
     if (codec_.out_color_space == JCS_CMYK)

@@ -13,14 +13,10 @@ namespace {
 
 constexpr int bitsOfType(int type) {
   switch (type) {
-    case PRaster::type1Bit:
-      return 1;
-    case PRaster::type8Bit:
-      return 8;
-    case PRaster::type24Bit:
-      return 24;
-    default:
-      return 0;
+    case PRaster::type1Bit: return 1;
+    case PRaster::type8Bit: return 8;
+    case PRaster::type24Bit: return 24;
+    default: return 0;
   }
 }
 

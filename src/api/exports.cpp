@@ -5,9 +5,9 @@
 #include "api/save.h"
 #include "audio/add_audio.h"
 #include "audio/sound_file.h"
-#include "imageio/open_picture.h"
 #include "imageio/praster_block.h"
 #include "info/info_list.h"
+#include "open/open_picture.h"
 #include "probe/exif_reader.h"
 #include "read/exif_version.h"
 
@@ -84,12 +84,9 @@ int AddAudioFile(char* picturePath, const char* softwareName, char* soundPath, P
   return runCall(0, [&] {
     if (!image || *picturePath == '\0') return 0;
     switch (addAudioFile(picturePath, softwareName, soundPath, image, thumbnail, owner)) {
-      case AudioResult::attached:
-        return 1;
-      case AudioResult::cancelled:
-        return 2;
-      case AudioResult::failed:
-        break;
+      case AudioResult::attached: return 1;
+      case AudioResult::cancelled: return 2;
+      case AudioResult::failed: break;
     }
     return 0;
   });

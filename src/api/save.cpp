@@ -1,10 +1,10 @@
 #include "api/save.h"
 
-#include "imageio/path_extension.h"
 #include "probe/exif_reader.h"
 #include "read/read_metadata.h"
+#include "system/path.h"
+#include "system/pending_file.h"
 #include "tiff/save_tiff.h"
-#include "write/pending_file.h"
 #include "write/processing.h"
 #include "write/save_jpeg.h"
 

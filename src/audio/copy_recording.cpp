@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "audio/sound_names.h"
+#include "system/path.h"
 
 namespace exifkeep {
 

@@ -1,7 +1,6 @@
 #include "audio/sound_names.h"
 
-#include "imageio/path_extension.h"
-#include "imageio/path_separator.h"
+#include "system/path.h"
 
 namespace exifkeep {
 
@@ -24,23 +23,6 @@ std::string_view prefixOf(std::string_view name) {
 }
 
 }  // namespace
-
-std::string_view directoryOf(std::string_view path) {
-  return path.substr(0, path.rfind(pathSeparator) + 1);
-}
-
-std::string_view fileNameOf(std::string_view path) {
-  return path.substr(path.rfind(pathSeparator) + 1);
-}
-
-bool hasExtension(std::string_view path) {
-  return fileNameOf(path).find('.') != std::string_view::npos;
-}
-
-std::string withExtension(std::string_view path, std::string_view extension) {
-  const std::string_view kept = path.substr(0, path.size() - extensionOf(path).size());
-  return std::string(kept).append(extension);
-}
 
 // The cut counts bytes and may go through a character: intended, existing recordings bear such
 // names. So is the name ".wav" for a picture without an extension.

@@ -10,16 +10,6 @@ namespace exifkeep {
 
 inline constexpr std::size_t longestSoundName = 12;
 
-// What stands before the file name, its separator included, and the file name itself.
-std::string_view directoryOf(std::string_view path);
-std::string_view fileNameOf(std::string_view path);
-
-// Whether the file name, and not only its directory, has a '.'.
-bool hasExtension(std::string_view path);
-
-// The path with the text behind its last '.' replaced. REQUIRES: hasExtension(path).
-std::string withExtension(std::string_view path, std::string_view extension);
-
 // The recording named after a picture: DSC00123.wav for DSC00123.JPG, Summer~1.wav for
 // "Summer holiday.jpg".
 std::string soundNameForPicture(std::string_view picturePath);

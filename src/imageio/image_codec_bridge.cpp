@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "imageio/global_block.h"
-#include "imageio/path_extension.h"
+#include "system/global_block.h"
+#include "system/path.h"
 
 namespace exifkeep {
 namespace {
@@ -65,10 +65,6 @@ bool ImageCodecBridge::loadCapabilities() {
   for (int i = 0; i < formatCount; ++i, record += recordSize)
     std::memcpy(&formats[static_cast<std::size_t>(i)], record, usedSize);
   return true;
-}
-
-std::string ImageCodecBridge::getExtension(std::string_view path) {
-  return std::string(extensionOf(path));
 }
 
 int ImageCodecBridge::findFormat(std::string_view extension) const {

@@ -29,9 +29,6 @@ class ImageCodecBridge : public CObject {
   // maxFormats formats are cut to the first maxFormats.
   bool loadCapabilities();
 
-  // The text after the last '.', the whole path when it has none.
-  static std::string getExtension(std::string_view path);
-
   // The index of the first format of that extension (any case), -1 when there is none.
   int findFormat(std::string_view extension) const;
 

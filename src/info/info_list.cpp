@@ -82,45 +82,24 @@ bool valueOf(const DisplayRow& row, const void* record, CString& value) {
     return *static_cast<const ExifIfdRecord*>(record);
   };
   switch (row.rule) {
-    case ValueRule::text:
-      value = field.text();
-      return true;
-    case ValueRule::dateTime:
-      value = dateTimeText(field.text());
-      return true;
-    case ValueRule::version:
-      value = versionText(field.bytes());
-      return true;
-    case ValueRule::exifVersion:
-      value = exifVersionValue(exif());
-      return true;
-    case ValueRule::wholeRational:
-      value = wholeRationalText(field.as<Rational>());
-      return true;
-    case ValueRule::exposureTime:
-      value = exposureTimeText(field.as<Rational>());
-      return true;
-    case ValueRule::decimal:
-      return decimalValue(row, field, value);
-    case ValueRule::focalLength:
-      return focalLengthValue(field, value);
-    case ValueRule::number:
-      value = numberText(field.number());
-      return true;
-    case ValueRule::nonZeroNumber:
-      return nonZeroValue(field, value);
+    case ValueRule::text: value = field.text(); return true;
+    case ValueRule::dateTime: value = dateTimeText(field.text()); return true;
+    case ValueRule::version: value = versionText(field.bytes()); return true;
+    case ValueRule::exifVersion: value = exifVersionValue(exif()); return true;
+    case ValueRule::wholeRational: value = wholeRationalText(field.as<Rational>()); return true;
+    case ValueRule::exposureTime: value = exposureTimeText(field.as<Rational>()); return true;
+    case ValueRule::decimal: return decimalValue(row, field, value);
+    case ValueRule::focalLength: return focalLengthValue(field, value);
+    case ValueRule::number: value = numberText(field.number()); return true;
+    case ValueRule::nonZeroNumber: return nonZeroValue(field, value);
     case ValueRule::makerNote:
       value = bytesText(exif().makerNote, exif().makerNoteLength);
       return true;
     case ValueRule::userComment:
       value = bytesText(exif().userComment, exif().userCommentLength);
       return true;
-    case ValueRule::components:
-      value = componentsText(field.bytes());
-      return true;
-    case ValueRule::word:
-      value.LoadString(row.words->idOf(field.number()));
-      return true;
+    case ValueRule::components: value = componentsText(field.bytes()); return true;
+    case ValueRule::word: value.LoadString(row.words->idOf(field.number())); return true;
   }
   return false;
 }

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
 
 namespace exifkeep {
 

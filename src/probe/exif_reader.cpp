@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "imageio/path_extension.h"
 #include "probe/directory_entries.h"
 #include "probe/tags.h"
+#include "system/path.h"
 
 namespace exifkeep {
 

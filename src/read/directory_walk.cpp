@@ -92,45 +92,22 @@ class FieldFiller {
 bool fetchValue(const TagRow& row, const IfdEntry& entry, FieldFiller filler, ExifFile& file,
                 DeferredEntries* deferred) {
   switch (row.fetch) {
-    case Fetch::shortValue:
-      filler.fillShort();
-      return true;
-    case Fetch::longValue:
-      filler.fillLong();
-      return true;
-    case Fetch::shortOrLong:
-      filler.fillByType();
-      return true;
-    case Fetch::rawByte:
-      filler.fillByte();
-      return true;
-    case Fetch::rawText:
-      filler.fillRawText();
-      return true;
-    case Fetch::rationals:
-      filler.fillLongs(row.limit * 2u);
-      return true;
-    case Fetch::shorts:
-      filler.fillShorts(row.limit);
-      return true;
-    case Fetch::bytes:
-      filler.fillBytes();
-      return true;
-    case Fetch::text:
-      filler.fillText();
-      return true;
+    case Fetch::shortValue: filler.fillShort(); return true;
+    case Fetch::longValue: filler.fillLong(); return true;
+    case Fetch::shortOrLong: filler.fillByType(); return true;
+    case Fetch::rawByte: filler.fillByte(); return true;
+    case Fetch::rawText: filler.fillRawText(); return true;
+    case Fetch::rationals: filler.fillLongs(row.limit * 2u); return true;
+    case Fetch::shorts: filler.fillShorts(row.limit); return true;
+    case Fetch::bytes: filler.fillBytes(); return true;
+    case Fetch::text: filler.fillText(); return true;
     case Fetch::shortText:
       if (entry.count > row.limit) return false;
       filler.fillText();
       return true;
-    case Fetch::subjectArea:
-      filler.fillSubjectArea();
-      return true;
-    case Fetch::isR98:
-      return std::memcmp(entry.value, "R98", 4) == 0;
-    case Fetch::makerNote:
-      deferred->makerNote = entry;
-      return true;
+    case Fetch::subjectArea: filler.fillSubjectArea(); return true;
+    case Fetch::isR98: return std::memcmp(entry.value, "R98", 4) == 0;
+    case Fetch::makerNote: deferred->makerNote = entry; return true;
     case Fetch::userComment:
       if (entry.count < row.limit) return false;
       deferred->userComment = entry;
@@ -138,8 +115,7 @@ bool fetchValue(const TagRow& row, const IfdEntry& entry, FieldFiller filler, Ex
     case Fetch::interoperability:
       if (entry.hasValueBytes(4)) deferred->noteInteroperability(file.toLong(entry.value));
       return true;
-    case Fetch::passedOver:
-      return false;
+    case Fetch::passedOver: return false;
   }
   return false;
 }

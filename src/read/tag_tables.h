@@ -256,27 +256,19 @@ namespace tag_tables_check {
 // Bytes that the fetch may store, terminator included.
 constexpr size_t bytesStored(const TagRow& row) {
   switch (row.fetch) {
-    case Fetch::rationals:
-      return row.limit * sizeof(Rational);
+    case Fetch::rationals: return row.limit * sizeof(Rational);
     case Fetch::shorts:
-    case Fetch::subjectArea:
-      return row.limit * sizeof(uint16_t);
+    case Fetch::subjectArea: return row.limit * sizeof(uint16_t);
     case Fetch::rawText:
     case Fetch::text:
-    case Fetch::shortText:
-      return row.limit + size_t{1};
+    case Fetch::shortText: return row.limit + size_t{1};
     case Fetch::bytes:
-    case Fetch::userComment:
-      return row.limit;
-    case Fetch::shortValue:
-      return sizeof(uint16_t);
+    case Fetch::userComment: return row.limit;
+    case Fetch::shortValue: return sizeof(uint16_t);
     case Fetch::longValue:
-    case Fetch::shortOrLong:
-      return sizeof(uint32_t);
-    case Fetch::rawByte:
-      return 1;
-    default:
-      return 0;
+    case Fetch::shortOrLong: return sizeof(uint32_t);
+    case Fetch::rawByte: return 1;
+    default: return 0;
   }
 }
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "imageio/praster_block.h"
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
 #include "tiff/codec_tiff.h"
 #include "tiff/tiff_block.h"
 #include "tiff/true_records.h"

@@ -6,9 +6,9 @@
 
 #include <cstdint>
 
-#include "imageio/global_block.h"
 #include "probe/exif_reader.h"
 #include "read/records.h"
+#include "system/global_block.h"
 
 namespace exifkeep {
 

@@ -118,30 +118,21 @@ void DirectoryWriter::setNextDirectory(uint32_t directory, uint32_t next) {
 void DirectoryWriter::writeRow(const OutputRow& row, const void* record,
                                const RowContext& context) {
   switch (row.value) {
-    case RowValue::record:
-      return writeRecordValue(row, record);
+    case RowValue::record: return writeRecordValue(row, record);
     case RowValue::reference:
       // One byte of altitude reference, two characters of any other.
       return putBytesInEntry(row, 2, fieldOf(*row.source, record), row.source->limit);
-    case RowValue::resolution:
-      return writeResolution(row, record, context);
-    case RowValue::now:
-      return putText(row, context.now);
+    case RowValue::resolution: return writeResolution(row, record, context);
+    case RowValue::now: return putText(row, context.now);
     case RowValue::textOrNow:
       return putText(row,
                      isPresent(*row.source, record) ? textOf(*row.source, record) : context.now);
-    case RowValue::fixedText:
-      return putText(row, row.text);
-    case RowValue::fixedBytes:
-      return putBytesInEntry(row, 4, row.text, 4);
-    case RowValue::fixedNumber:
-      return putInEntry(row, 1, row.number);
-    case RowValue::supplied:
-      return putSupplied(row, context.supplied[row.number]);
-    case RowValue::noteOrZeros:
-      return writeNoteOrZeros(row, record);
-    case RowValue::pointer:
-      return putInEntry(row, 1, 0);
+    case RowValue::fixedText: return putText(row, row.text);
+    case RowValue::fixedBytes: return putBytesInEntry(row, 4, row.text, 4);
+    case RowValue::fixedNumber: return putInEntry(row, 1, row.number);
+    case RowValue::supplied: return putSupplied(row, context.supplied[row.number]);
+    case RowValue::noteOrZeros: return writeNoteOrZeros(row, record);
+    case RowValue::pointer: return putInEntry(row, 1, 0);
   }
 }
 
@@ -160,29 +151,20 @@ void DirectoryWriter::writeRecordValue(const OutputRow& row, const void* record)
   switch (source.fetch) {
     case Fetch::shortValue:
     case Fetch::longValue:
-    case Fetch::shortOrLong:
-      return putInEntry(row, 1, numberOf(source, record));
+    case Fetch::shortOrLong: return putInEntry(row, 1, numberOf(source, record));
     case Fetch::rawByte:
-    case Fetch::rawText:
-      return putBytesInEntry(row, source.limit, field, source.limit);
-    case Fetch::rationals:
-      return putRationals(row, field, source.limit);
-    case Fetch::shorts:
-      return putShorts(row, field, source.limit);
+    case Fetch::rawText: return putBytesInEntry(row, source.limit, field, source.limit);
+    case Fetch::rationals: return putRationals(row, field, source.limit);
+    case Fetch::shorts: return putShorts(row, field, source.limit);
     case Fetch::bytes:
     case Fetch::text:
-    case Fetch::shortText:
-      return putText(row, textOf(source, record));
-    case Fetch::subjectArea:
-      return writeSubjectArea(row, exif);
-    case Fetch::makerNote:
-      return writeMakerNote(row, exif);
-    case Fetch::userComment:
-      return writeUserComment(row, exif);
+    case Fetch::shortText: return putText(row, textOf(source, record));
+    case Fetch::subjectArea: return writeSubjectArea(row, exif);
+    case Fetch::makerNote: return writeMakerNote(row, exif);
+    case Fetch::userComment: return writeUserComment(row, exif);
     case Fetch::interoperability:
     case Fetch::isR98:
-    case Fetch::passedOver:
-      return;  // no rows copy these
+    case Fetch::passedOver: return;  // no rows copy these
   }
 }
 

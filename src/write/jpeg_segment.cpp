@@ -1,6 +1,6 @@
 #include "write/jpeg_segment.h"
 
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
 #include "write/jpeg_rows.h"
 #include "write/jpeg_stream.h"
 #include "write/metadata_block.h"

@@ -6,9 +6,9 @@
 
 #include <cstdint>
 
-#include "imageio/global_block.h"
 #include "imageio/image_codec_bridge.h"
 #include "read/records.h"
+#include "system/global_block.h"
 #include "write/directory_writer.h"
 
 namespace exifkeep {

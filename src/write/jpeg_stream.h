@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <span>
 
-#include "imageio/global_block.h"
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
+#include "system/global_block.h"
 
 namespace exifkeep {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <span>
 
-#include "imageio/global_block.h"
 #include "read/records.h"
+#include "system/global_block.h"
 #include "write/directory_writer.h"
 #include "write/row_context.h"
 

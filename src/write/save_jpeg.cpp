@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "imageio/praster_block.h"
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
 #include "write/jpeg_segment.h"
 #include "write/jpeg_stream.h"
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "imageio/image_codec_bridge.h"
-#include "imageio/temporary_picture.h"
+#include "system/temporary_picture.h"
 
 namespace exifkeep {
 

@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "codec/picture_fixture.h"
-#include "imageio/path_extension.h"
 #include "read/reading.h"
+#include "system/path.h"
 
 namespace exifkeep::test {
 namespace {

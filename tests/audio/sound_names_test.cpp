@@ -5,6 +5,7 @@
 
 #include "audio/copy_recording.h"
 #include "platform/scratch.h"
+#include "system/path.h"
 
 namespace exifkeep {
 namespace {

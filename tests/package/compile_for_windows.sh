@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # compile_for_windows.sh SOURCES OBJECTS: compiles the library, the framework and the raster against
-# the real Windows headers; platform/win32 is not on the include path. Nothing is linked. Status 77
+# the real Windows headers; platform/posix is not on the include path. Nothing is linked. Status 77
 # when the cross compiler is not installed.
 set -euo pipefail
 cd -- "$1"
 objects=$2
-compiler=x86_64-w64-mingw32-g++
+compiler=x86_64-w64-mingw32-g++-posix  # the other variant has no std::mutex
 if ! command -v "$compiler" >/dev/null; then
   echo "skipped: no $compiler"
   exit 77

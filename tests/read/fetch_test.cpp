@@ -18,11 +18,9 @@ constexpr uint32_t all = 0xFFFFFFFF, far = 0x7FFFFFF0;
 Entry entryFor(const TagRow& row) {
   const int64_t n = row.tag;
   switch (row.fetch) {
-    case Fetch::shortValue:
-      return shorts(row.tag, {n ^ 0x4321});
+    case Fetch::shortValue: return shorts(row.tag, {n ^ 0x4321});
     case Fetch::longValue:
-    case Fetch::shortOrLong:
-      return longs(row.tag, {n << 16 | 0x4321});
+    case Fetch::shortOrLong: return longs(row.tag, {n << 16 | 0x4321});
     case Fetch::rationals:
     case Fetch::shorts:
     case Fetch::subjectArea: {
@@ -32,12 +30,9 @@ Entry entryFor(const TagRow& row) {
         value += number(static_cast<uint64_t>(n * 0x10203 + i), unit);
       return {row.tag, static_cast<uint16_t>(row.type), row.limit, value, unit, true};
     }
-    case Fetch::rawByte:
-      return bytes(row.tag, "\x7F");
-    case Fetch::rawText:
-      return bytes(row.tag, std::string("1998").substr(0, row.limit));
-    default:
-      return text(row.tag, std::to_string(n) + "text");
+    case Fetch::rawByte: return bytes(row.tag, "\x7F");
+    case Fetch::rawText: return bytes(row.tag, std::string("1998").substr(0, row.limit));
+    default: return text(row.tag, std::to_string(n) + "text");
   }
 }
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "imageio/temporary_picture.h"
+#include "system/temporary_picture.h"
 
 // Takes the codec's place when the program is linked, and calls it.
 int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,

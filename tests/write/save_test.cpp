@@ -6,7 +6,7 @@
 #include <cstring>
 #include <random>
 
-#include "imageio/temporary_picture.h"
+#include "system/temporary_picture.h"
 #include "write/jpeg_stream.h"
 #include "write/processing.h"
 #include "write/save_fixture.h"

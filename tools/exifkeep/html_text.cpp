@@ -9,21 +9,14 @@ namespace {
 
 std::string_view escapedStep(const Utf8Step& step) {
   switch (step.codePoint) {
-    case U'&':
-      return "&amp;";
-    case U'<':
-      return "&lt;";
-    case U'>':
-      return "&gt;";
-    case U'"':
-      return "&quot;";
-    case U'\'':
-      return "&#39;";
+    case U'&': return "&amp;";
+    case U'<': return "&lt;";
+    case U'>': return "&gt;";
+    case U'"': return "&quot;";
+    case U'\'': return "&#39;";
     case U'\n':
-    case U'\t':
-      return step.bytes;
-    default:
-      return step.valid && !isControl(step.codePoint) ? step.bytes : "\uFFFD";
+    case U'\t': return step.bytes;
+    default: return step.valid && !isControl(step.codePoint) ? step.bytes : "\uFFFD";
   }
 }
 

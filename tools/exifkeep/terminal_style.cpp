@@ -13,16 +13,11 @@ ColorChoice choice = ColorChoice::automatic;
 
 const char* sequence(Style style) {
   switch (style) {
-    case Style::heading:
-      return "\x1b[1m";
-    case Style::label:
-      return "\x1b[2m";
-    case Style::good:
-      return "\x1b[32m";
-    case Style::missing:
-      return "\x1b[33m";
-    case Style::error:
-      return "\x1b[1;31m";
+    case Style::heading: return "\x1b[1m";
+    case Style::label: return "\x1b[2m";
+    case Style::good: return "\x1b[32m";
+    case Style::missing: return "\x1b[33m";
+    case Style::error: return "\x1b[1;31m";
   }
   return "";
 }

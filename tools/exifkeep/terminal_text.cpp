@@ -53,14 +53,10 @@ std::string hexadecimal(const char* form, unsigned value) {
 
 std::string escapedControl(char32_t codePoint) {
   switch (codePoint) {
-    case U'\n':
-      return "\\n";
-    case U'\r':
-      return "\\r";
-    case U'\t':
-      return "\\t";
-    default:
-      return hexadecimal(codePoint < 0x80 ? "\\x%02x" : "\\u%04x", codePoint);
+    case U'\n': return "\\n";
+    case U'\r': return "\\r";
+    case U'\t': return "\\t";
+    default: return hexadecimal(codePoint < 0x80 ? "\\x%02x" : "\\u%04x", codePoint);
   }
 }
 

@@ -1,13 +1,13 @@
 // Reads the thumbnail directory's own nine fields, then the thumbnail. Sizes and lengths are
 // measured against the file before anything is allocated.
-#include "imageio/load_thumbnail.h"
+#include "open/load_thumbnail.h"
 
 #include <algorithm>
 
-#include "imageio/global_block.h"
-#include "imageio/temporary_picture.h"
 #include "read/read_metadata.h"
 #include "read/tag_tables.h"
+#include "system/global_block.h"
+#include "system/temporary_picture.h"
 
 namespace exifkeep {
 

@@ -1,7 +1,7 @@
 // The codec decodes the main image by its path; probe and thumbnail share one open file.
-#include "imageio/open_picture.h"
+#include "open/open_picture.h"
 
-#include "imageio/load_thumbnail.h"
+#include "open/load_thumbnail.h"
 
 namespace exifkeep {
 

@@ -1,12 +1,12 @@
-#include "write/pending_file.h"
+#include "system/pending_file.h"
 
 #include <windows.h>
 
 #include <cstdio>
 #include <string_view>
 
-#include "imageio/path_separator.h"
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
+#include "system/path.h"
 
 namespace exifkeep {
 
@@ -32,14 +32,9 @@ bool createNew(const char* path, DWORD attributes) {
   return false;
 }
 
-size_t fileNameAt(std::string_view path) {
-  return path.rfind(pathSeparator) + 1;
-}
-
 // The extension of the file name, its '.' included; empty when it has none.
 std::string_view dottedExtension(std::string_view path) {
-  const size_t dot = path.rfind('.');
-  return dot == path.npos || dot < fileNameAt(path) ? std::string_view() : path.substr(dot);
+  return hasExtension(path) ? path.substr(path.rfind('.')) : std::string_view();
 }
 
 bool flush(const char* path) {
@@ -77,7 +72,7 @@ void PendingFile::chooseTarget() {
 // Creates an empty file of a new name beside the target. What replaces a file is private until it
 // gets that file's permissions.
 bool PendingFile::reserve(std::string_view extension) {
-  const std::string directory = target_.substr(0, fileNameAt(target_));
+  const std::string directory(directoryOf(target_));
   constexpr int attempts = 1000;
   for (int i = 0; i < attempts; ++i) {
     char unique[24];

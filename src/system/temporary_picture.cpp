@@ -1,8 +1,8 @@
-#include "imageio/temporary_picture.h"
+#include "system/temporary_picture.h"
 
 #include <windows.h>
 
-#include "imageio/path_separator.h"
+#include "system/path.h"
 
 namespace exifkeep {
 

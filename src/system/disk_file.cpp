@@ -1,4 +1,4 @@
-#include "probe/disk_file.h"
+#include "system/disk_file.h"
 
 #include <algorithm>
 #include <utility>

@@ -141,13 +141,9 @@ int SHFileOperationA(LPSHFILEOPSTRUCTA operation) {
                          operation->pFrom[std::strlen(operation->pFrom) + 1] == '\0';
   if (operation->wFunc != FO_COPY || !isOneFile) return ERROR_INVALID_PARAMETER;
   switch (exifkeep::runCopy(*operation)) {
-    case CopyResult::done:
-      return ERROR_SUCCESS;
-    case CopyResult::cancelled:
-      operation->fAnyOperationsAborted = TRUE;
-      return ERROR_CANCELLED;
-    case CopyResult::failed:
-      break;
+    case CopyResult::done: return ERROR_SUCCESS;
+    case CopyResult::cancelled: operation->fAnyOperationsAborted = TRUE; return ERROR_CANCELLED;
+    case CopyResult::failed: break;
   }
   return ERROR_WRITE_FAULT;
 }
