@@ -14,11 +14,62 @@ void copyText(char* field, size_t capacity, const char* text, size_t length) {
   std::memset(field + used, 0, capacity - used);
 }
 
+// Bytes of one of an entry's values; 0 for a type that no table has.
+uint32_t unitOf(const IfdEntry& entry) {
+  switch (static_cast<TiffType>(entry.type)) {
+    case TiffType::byte:
+    case TiffType::ascii:
+    case TiffType::undefined: return 1;
+    case TiffType::short_: return 2;
+    case TiffType::long_: return 4;
+    case TiffType::rational:
+    case TiffType::srational: return 8;
+  }
+  return 0;
+}
+
+uint64_t sizeOfValue(const IfdEntry& entry) {
+  return uint64_t{entry.count} * unitOf(entry);
+}
+
+// The ways whose value our writers put in the value area.
+bool isReadAtOffset(const TagRow& row) {
+  switch (row.fetch) {
+    case Fetch::rationals:
+    case Fetch::shorts:
+    case Fetch::bytes:
+    case Fetch::text:
+    case Fetch::shortText:
+    case Fetch::subjectArea:
+    case Fetch::makerNote:
+    case Fetch::userComment: return true;
+    default: return false;
+  }
+}
+
+// Whether the value field of a small text reads as text: printable ASCII up to a zero byte or to
+// the last byte, or nothing but zeros for an empty one. Offsets rarely look like that.
+// REQUIRES: the value fits into the entry.
+bool looksLikeText(const IfdEntry& entry) {
+  if (unitOf(entry) != 1) return false;
+  const uint8_t* begin = entry.value;
+  const uint8_t* end = std::find(begin, begin + entry.count, 0);
+  const auto isPrintable = [](uint8_t c) { return c >= ' ' && c <= '~'; };
+  if (begin != end) return std::all_of(begin, end, isPrintable);
+  return std::all_of(begin, std::end(entry.value), [](uint8_t c) { return c == 0; });
+}
+
 // Stores the value of one entry in one field.
 class FieldFiller {
  public:
-  FieldFiller(ExifFile& file, const IfdEntry& entry, const TagRow& row, void* record)
-      : file_(file), entry_(entry), row_(row), record_(static_cast<uint8_t*>(record)) {}
+  // `isInEntry`: of a value that may be at an offset, whether the entry itself holds it.
+  FieldFiller(ExifFile& file, const IfdEntry& entry, const TagRow& row, void* record,
+              bool isInEntry)
+      : file_(file),
+        entry_(entry),
+        row_(row),
+        record_(static_cast<uint8_t*>(record)),
+        isInEntry_(isInEntry) {}
 
   // The entry itself holds the value. What the file does not hold of it leaves the field alone.
   void fillShort() {
@@ -37,7 +88,7 @@ class FieldFiller {
              reinterpret_cast<const char*>(entry_.value), row_.limit);
   }
 
-  // The entry's value field is an offset.
+  // The entry's value field is an offset, or holds a small value itself.
   void fillLongs(uint32_t longs) {
     uint8_t bytes[6 * sizeof(Rational)];
     const size_t whole = readValue(bytes, longs * sizeof(uint32_t)) / sizeof(uint32_t);
@@ -78,7 +129,12 @@ class FieldFiller {
   }
 
   size_t readValue(void* destination, size_t length) {
-    if (!entry_.hasValueBytes(4)) return 0;
+    if (!entry_.hasValueBytes(sizeof entry_.value)) return 0;
+    if (isInEntry_) {
+      const auto held = std::min(length, static_cast<size_t>(sizeOfValue(entry_)));
+      std::memcpy(destination, entry_.value, held);
+      return held;
+    }
     return file_.readAt(file_.positionOf(file_.toLong(entry_.value)), destination, length);
   }
 
@@ -86,6 +142,7 @@ class FieldFiller {
   const IfdEntry& entry_;
   const TagRow& row_;
   uint8_t* record_;
+  bool isInEntry_;
 };
 
 // Fetches the value by the row's way. False when the entry is refused and its flag stays as it was.
@@ -135,20 +192,45 @@ void DeferredEntries::noteInteroperability(uint32_t offset) {
   end[-1] = offset;
 }
 
-void decodeEntry(ExifFile& file, const IfdEntry& entry, const TagIndex& tags, void* record,
-                 DeferredEntries* deferred) {
-  const TagRow* row = entry.hasValueBytes(0) ? tags.find(entry.tag) : nullptr;
-  if (!row) return;
-  const bool taken = fetchValue(*row, entry, {file, entry, *row, record}, file, deferred);
-  if (!taken || row->flag == noField) return;
-  const uint32_t present = 1;
-  std::memcpy(static_cast<char*>(record) + row->flag, &present, sizeof present);
+DirectoryWalk::DirectoryWalk(ExifFile& file, uint64_t position)
+    : file_(file), entries_(file, position), valueArea_(entries_.endPosition() + linkSize) {}
+
+bool DirectoryWalk::next() {
+  return entries_.next(entry_);
 }
 
-void decodeDirectory(ExifFile& file, uint64_t position, const TagIndex& tags, void* record,
-                     DeferredEntries* deferred) {
-  DirectoryEntries entries(file, position);
-  for (IfdEntry entry; entries.next(entry);) decodeEntry(file, entry, tags, record, deferred);
+bool DirectoryWalk::isInEntry(const TagRow& row) const {
+  if (sizeOfValue(entry_) > sizeof entry_.value || valuePosition() == valueArea_) return false;
+  switch (row.fetch) {
+    case Fetch::bytes:
+    case Fetch::text:
+    case Fetch::shortText: return looksLikeText(entry_);
+    case Fetch::shorts:
+    case Fetch::subjectArea:
+      return entry_.type == static_cast<uint16_t>(TiffType::short_) &&
+             (file_.toLong(entry_.value) > UINT16_MAX || valuePosition() >= file_.size());
+    default: return false;
+  }
+}
+
+// A small value that is not where our writers would have put it takes no room there.
+void DirectoryWalk::passValue(const TagRow* row) {
+  const uint64_t size = sizeOfValue(entry_);
+  const bool isOurs = row && isReadAtOffset(*row) && valuePosition() == valueArea_;
+  if (size > sizeof entry_.value || isOurs) valueArea_ = valuePosition() + size + size % 2;
+}
+
+void DirectoryWalk::decodeEntry(const TagIndex& tags, void* record, DeferredEntries* deferred) {
+  const TagRow* row = entry_.hasValueBytes(0) ? tags.find(entry_.tag) : nullptr;
+  if (row) {
+    const FieldFiller filler(file_, entry_, *row, record, isInEntry(*row));
+    const bool taken = fetchValue(*row, entry_, filler, file_, deferred);
+    if (taken && row->flag != noField) {
+      const uint32_t present = 1;
+      std::memcpy(static_cast<char*>(record) + row->flag, &present, sizeof present);
+    }
+  }
+  passValue(row);
 }
 
 }  // namespace exifkeep

@@ -25,13 +25,36 @@ struct DeferredEntries {
   size_t interoperabilityCount = 0;
 };
 
-// Decodes one entry into `record`, the record of `tags`. `deferred` may be null for tables without
-// such rows.
-void decodeEntry(ExifFile& file, const IfdEntry& entry, const TagIndex& tags, void* record,
-                 DeferredEntries* deferred = nullptr);
+// The walk over one directory: `while (walk.next())` decode the entry.
+class DirectoryWalk {
+ public:
+  // REQUIRES: `file` outlives this object.
+  DirectoryWalk(ExifFile& file, uint64_t position);
 
-// Decodes all entries of the directory at `position`.
-void decodeDirectory(ExifFile& file, uint64_t position, const TagIndex& tags, void* record,
-                     DeferredEntries* deferred = nullptr);
+  // Goes on to the next entry; false at the end.
+  bool next();
+
+  // Decodes the entry into `record`, the record of `tags`. `deferred` may be null for tables
+  // without such rows. REQUIRES: called once for each entry.
+  void decodeEntry(const TagIndex& tags, void* record, DeferredEntries* deferred = nullptr);
+
+ private:
+  static constexpr uint32_t linkSize = 4;
+
+  // TIFF 6.0 keeps a value of up to four bytes in its entry, and so do cameras. This library's
+  // writers put texts and lists of SHORTs at an offset whatever their size. True when the entry
+  // holds the value of `row` itself: not when its number is the offset that our writers would have
+  // given it, else when it looks like text, or like no offset of ours in a list of SHORTs.
+  bool isInEntry(const TagRow& row) const;
+  void passValue(const TagRow* row);
+  uint64_t valuePosition() const { return file_.positionOf(file_.toLong(entry_.value)); }
+
+  ExifFile& file_;
+  DirectoryEntries entries_;
+  IfdEntry entry_;
+  // Where our writers would put the next value: behind the directory, then behind the last value
+  // that is not in its entry, each padded to an even size.
+  uint64_t valueArea_;
+};
 
 }  // namespace exifkeep

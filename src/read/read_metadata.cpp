@@ -76,8 +76,8 @@ void updateGpsPosition(ExifReader& reader, const ImageIfdRecord& record) {
 // REQUIRES: the directory's position is known.
 void readImageDirectory(ExifReader& reader, ExifFile& file, int32_t position,
                         ImageIfdRecord& record) {
-  DirectoryEntries entries(file, static_cast<uint32_t>(position));
-  for (IfdEntry entry; entries.next(entry);) decodeImageEntry(reader, file, entry, record);
+  DirectoryWalk walk(file, static_cast<uint32_t>(position));
+  while (walk.next()) decodeImageEntry(reader, walk, record);
 }
 
 void readPrimaryDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
@@ -93,10 +93,19 @@ bool readThumbnailDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& 
   return true;
 }
 
+void decodeExifEntry(DirectoryWalk& walk, ExifIfdRecord& record, DeferredEntries& deferred) {
+  walk.decodeEntry(exifIndex, &record, &deferred);
+}
+
+void decodeGpsEntry(DirectoryWalk& walk, GpsIfdRecord& record) {
+  walk.decodeEntry(gpsIndex, &record);
+}
+
 bool readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) {
   if (reader.gpsIfdOffset == -1) return false;
   resetGpsIfdRecord(record);
-  decodeDirectory(file, static_cast<uint32_t>(reader.gpsIfdOffset), gpsIndex, &record);
+  DirectoryWalk walk(file, static_cast<uint32_t>(reader.gpsIfdOffset));
+  while (walk.next()) decodeGpsEntry(walk, record);
   return true;
 }
 
@@ -112,21 +121,22 @@ bool withExifFile(ExifReader& reader, const char* path, Work work) {
 
 }  // namespace
 
-void decodeImageEntry(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
-                      ImageIfdRecord& record) {
-  decodeEntry(file, entry, imageIndex, &record);
+void decodeImageEntry(ExifReader& reader, DirectoryWalk& walk, ImageIfdRecord& record) {
+  walk.decodeEntry(imageIndex, &record);
   updateGpsPosition(reader, record);
 }
 
 void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record) {
   resetExifIfdRecord(reader, record);
   DeferredEntries deferred;
-  decodeDirectory(file, static_cast<uint32_t>(reader.exifIfdOffset), exifIndex, &record, &deferred);
+  DirectoryWalk walk(file, static_cast<uint32_t>(reader.exifIfdOffset));
+  while (walk.next()) decodeExifEntry(walk, record, deferred);
   if (deferred.makerNote) loadMakerNote(reader, file, *deferred.makerNote, record);
   if (deferred.userComment) loadUserComment(reader, file, *deferred.userComment, record);
-  for (size_t i = 0; i < deferred.interoperabilityCount; ++i)
-    decodeDirectory(file, file.positionOf(deferred.interoperability[i]), interoperabilityIndex,
-                    &record);
+  for (size_t i = 0; i < deferred.interoperabilityCount; ++i) {
+    DirectoryWalk interoperability(file, file.positionOf(deferred.interoperability[i]));
+    while (interoperability.next()) interoperability.decodeEntry(interoperabilityIndex, &record);
+  }
   applyVersionRule(record);
 }
 

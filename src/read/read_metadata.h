@@ -3,8 +3,8 @@
 // probed file, so that a call opens its file once.
 #pragma once
 
-#include "probe/directory_entries.h"
 #include "probe/exif_reader.h"
+#include "read/directory_walk.h"
 #include "read/records.h"
 
 namespace exifkeep {
@@ -22,9 +22,9 @@ bool readThumbnailDirectory(ExifReader& reader, const char* path, ImageIfdRecord
 // REQUIRES: `reader` has probed `file` with success.
 void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record);
 
-// Decodes one entry of an image directory, keeping the reader's GPS directory position up to date.
-void decodeImageEntry(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
-                      ImageIfdRecord& record);
+// Decodes the entry that the walk is at, of an image directory, keeping the reader's GPS directory
+// position up to date.
+void decodeImageEntry(ExifReader& reader, DirectoryWalk& walk, ImageIfdRecord& record);
 
 // The position of IFD1, also left in reader.thumbnailIfdOffset; 0 when there is none.
 int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file);

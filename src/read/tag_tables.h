@@ -25,9 +25,9 @@ enum class TiffType : uint16_t {
 };
 
 // How a value is fetched. The way is the tag's own: neither the entry's type nor its count selects
-// it, except where said. That is intended: a value that the standard would keep in the entry but
-// whose way is "at offset" (a SubSecTime of four bytes, say) is looked up at an offset, which is
-// where this library's writers put it.
+// it, except where said. "At offset" is where this library's writers put such values whatever their
+// size; a text or a list of SHORTs that other writers kept in its entry is found there
+// (DirectoryWalk::isInEntry).
 enum class Fetch : uint8_t {
   shortValue,        // the first two bytes of the value field, whatever the type
   longValue,         // all four bytes

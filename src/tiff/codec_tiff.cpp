@@ -35,8 +35,8 @@ bool readSavedTiffDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& 
   if (!file.isOpen()) return false;
   setByteOrder(file);
   reader.littleEndian = file.littleEndian();
-  DirectoryEntries entries(file, directoryPosition);
-  for (IfdEntry entry; entries.next(entry);) decodeImageEntry(reader, file, entry, record);
+  DirectoryWalk walk(file, directoryPosition);
+  while (walk.next()) decodeImageEntry(reader, walk, record);
   return true;
 }
 

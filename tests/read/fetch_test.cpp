@@ -93,22 +93,76 @@ TEST_F(FetchTest, EveryRowReadsTheSameFromBothByteOrders) {
 
 TEST_F(FetchTest, TheTagChoosesTheWayNotTheType) {
   for (const Order order : bothOrders) {
-    const auto result =
-        read({.image = {exifPointer(), longs(0x112, {6}), shorts(0x100, {640}),
-                        shorts(0x102, {5, 6, 5}).withCount(1)},
-              .exif = {version(), text(0x9290, "25"), text(0x9291, "37").atOffset(),
-                       shorts(0x8827, {200, 400}), bytes(0x9101, std::string("\0\2\3\0", 4))}},
-             order);
+    const auto result = read({.image = {exifPointer(), longs(0x112, {6}), shorts(0x100, {640}),
+                                        shorts(0x102, {5, 6, 5}).withCount(1)},
+                              .exif = {version(), shorts(0x8827, {200, 400}),
+                                       bytes(0x9101, std::string("\0\2\3\0", 4))}},
+                             order);
     // The first two bytes of a LONG are its low half in II only.
     EXPECT_EQ(result->primary.orientation, order == Order::ii ? 6 : 0);
     EXPECT_EQ(result->primary.imageWidth, 640u);
     EXPECT_THAT(result->primary.bitsPerSample, testing::ElementsAre(5, 6, 5));
-    EXPECT_TRUE(result->exif.hasSubSecTime && result->exif.hasComponentsConfiguration);
-    EXPECT_STREQ(result->exif.subSecTime, "") << "kept in the entry, so not found";
-    EXPECT_STREQ(result->exif.subSecTimeOriginal, "37");
+    EXPECT_TRUE(result->exif.hasComponentsConfiguration);
     EXPECT_EQ(result->exif.isoSpeedRatings, 200);
     EXPECT_STREQ(result->exif.componentsConfiguration, "");
   }
+}
+
+TEST_F(FetchTest, SmallTextsAreInTheirEntryOrAtAnOffset) {
+  const Entry small = text(0x9290, "37").atOffset(), trailer = bytes(0x9291, std::string(256, 'm'));
+  // A note that makes the value behind it begin at `offset`, in a directory of this many entries.
+  const auto fillTo = [](size_t offset, size_t entries = 4) {
+    return bytes(0x927C, std::string(offset - (8 + 2 + 12 + 4) - (2 + 12 * entries + 4), 'm'));
+  };
+  const struct {
+    const char* what;
+    std::vector<Entry> before;
+    Entry entry;
+    std::string ii, mm;
+  } cases[] = {
+      {"ours", {}, small, "37", "37"},
+      {"ours, though the offset reads 20", {fillTo(0x3032)}, small, "37", "37"},
+      {"and behind zeros", {fillTo(0x3032, 5), field(0x927C, 7, 2, 0)}, small, "37", "37"},
+      {"not ours, which are even", {fillTo(0x3033)}, small, "30", "37"},
+      {"an odd offset that is no text", {fillTo(0x0133)}, small, "37", "37"},
+      {"text with its NUL", {}, text(0x9290, "25"), "25", "25"},
+      {"text of four", {fillTo(0x133)}, bytes(0x9290, "8.31", typeByte), "8.31", "8.31"},
+      {"no text", {}, text(0x9290, ""), "", ""},
+      {"an offset of 256 is no empty text", {}, field(0x9290, typeAscii, 1, 256), "m", "m"},
+      {"no text type", {}, field(0x9290, typeShort, 2, 0x31313131), "", ""},
+      {"five bytes", {}, field(0x9290, typeAscii, 5, 0x31313131), "", ""},
+  };
+  for (const auto& [what, before, entry, ii, mm] : cases)
+    for (const Order order : bothOrders) {
+      std::vector<Entry> entries = before;
+      entries.insert(entries.end(), {entry, trailer});
+      EXPECT_EQ(readExif(entries, order)->exif.subSecTime, order == Order::ii ? ii : mm) << what;
+    }
+}
+
+TEST_F(FetchTest, SmallListsOfShortsAreInTheirEntryOrAtAnOffset) {
+  const Entry odd = bytes(0x9291, "12345");
+  const struct {
+    Entry entry;
+    std::array<uint16_t, 2> ii, mm;
+  } cases[] = {
+      {shorts(0xA214, {7, 8}).atOffset(), {7, 8}, {7, 8}},
+      {shorts(0xA214, {640, 480}), {640, 480}, {640, 480}},
+      {shorts(0xA214, {9999, 0}).withCount(1), {9999, 0}, {9999, 0}},
+      // 8 as an offset: the number of IFD0's entries and its tag. In MM it is 0x80000.
+      {shorts(0xA214, {8, 0}), {1, 0x8769}, {8, 0}},
+      {shorts(0xA214, {8, 9}).withCount(1), {8, 0}, {8, 0}},
+      {longs(0xA214, {0x50006}), {0, 0}, {0, 0}},
+  };
+  for (const auto& [entry, ii, mm] : cases)
+    for (const Order order : bothOrders) {
+      const auto result = readExif({odd, entry, field(0x920A, typeShort, 1, all)}, order);
+      EXPECT_THAT(result->exif.subjectLocation,
+                  testing::ElementsAreArray(order == Order::ii ? ii : mm));
+      EXPECT_EQ(result->exif.focalLength.numerator, 0u) << "rationals are always at an offset";
+    }
+  const auto area = readExif({shorts(0x9214, {640, 480})});
+  EXPECT_THAT(area->exif.subjectArea, testing::ElementsAre(640, 480, 0, 0));
 }
 
 TEST_F(FetchTest, TextsKeepToTheirFields) {
