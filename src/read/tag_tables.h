@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "probe/tags.h"
 #include "read/records.h"
@@ -59,142 +60,152 @@ struct TagRow {
   uint16_t flag;      // offset of the presence flag, or noField
 };
 
+// `make` and `Make` are the field make and its flag hasMake.
+consteval bool isFlagOf(std::string_view field, std::string_view flag) {
+  return flag.size() == field.size() && flag.substr(1) == field.substr(1) &&
+         flag[0] == field[0] - 'a' + 'A';
+}
+
+// The row of a tag that is named like the field it fills. The flag's name has to be spelled out for
+// the preprocessor, so the compiler checks that it is that of the field.
+#define FIELD(field, Flag, type, fetch, limit)                                               \
+  TagRow {                                                                                   \
+    isFlagOf(#field, #Flag) ? tag::field : throw "this is the flag of another field",        \
+        TiffType::type, Fetch::fetch, limit, offsetof(RECORD, field), sizeof(RECORD::field), \
+        offsetof(RECORD, has##Flag)                                                          \
+  }
+
 // clang-format off
-#define VALUE(name, type, fetch, limit, field, flag) \
-  TagRow{tag::name, TiffType::type, Fetch::fetch, limit, offsetof(ImageIfdRecord, field), \
-         sizeof(ImageIfdRecord::field), offsetof(ImageIfdRecord, flag)}
+#define RECORD ImageIfdRecord
 inline constexpr TagRow imageTags[] = {
-    VALUE(imageWidth, long_, shortOrLong, 1, imageWidth, hasImageWidth),
-    VALUE(imageLength, long_, shortOrLong, 1, imageLength, hasImageLength),
-    VALUE(bitsPerSample, short_, shorts, 3, bitsPerSample, hasBitsPerSample),
-    VALUE(compression, short_, shortValue, 1, compression, hasCompression),
-    VALUE(photometricInterpretation, short_, shortValue, 1, photometricInterpretation, hasPhotometricInterpretation),
-    VALUE(imageDescription, ascii, bytes, 255, imageDescription, hasImageDescription),
-    VALUE(make, ascii, bytes, 255, make, hasMake),
-    VALUE(model, ascii, bytes, 255, model, hasModel),
-    VALUE(stripOffsets, long_, shortOrLong, 1, stripOffsets, hasStripOffsets),
-    VALUE(orientation, short_, shortValue, 1, orientation, hasOrientation),
-    VALUE(samplesPerPixel, short_, shortValue, 1, samplesPerPixel, hasSamplesPerPixel),
-    VALUE(rowsPerStrip, long_, shortOrLong, 1, rowsPerStrip, hasRowsPerStrip),
-    VALUE(stripByteCounts, long_, shortOrLong, 1, stripByteCounts, hasStripByteCounts),
-    VALUE(xResolution, rational, rationals, 1, xResolution, hasXResolution),
-    VALUE(yResolution, rational, rationals, 1, yResolution, hasYResolution),
-    VALUE(planarConfiguration, short_, shortValue, 1, planarConfiguration, hasPlanarConfiguration),
-    VALUE(resolutionUnit, short_, shortValue, 1, resolutionUnit, hasResolutionUnit),
-    VALUE(software, ascii, bytes, 255, software, hasSoftware),
-    VALUE(dateTime, ascii, text, 19, dateTime, hasDateTime),
-    VALUE(artist, ascii, bytes, 255, artist, hasArtist),
-    VALUE(whitePoint, rational, rationals, 2, whitePoint, hasWhitePoint),
-    VALUE(primaryChromaticities, rational, rationals, 6, primaryChromaticities, hasPrimaryChromaticities),
+    FIELD(imageWidth, ImageWidth, long_, shortOrLong, 1),
+    FIELD(imageLength, ImageLength, long_, shortOrLong, 1),
+    FIELD(bitsPerSample, BitsPerSample, short_, shorts, 3),
+    FIELD(compression, Compression, short_, shortValue, 1),
+    FIELD(photometricInterpretation, PhotometricInterpretation, short_, shortValue, 1),
+    FIELD(imageDescription, ImageDescription, ascii, bytes, 255),
+    FIELD(make, Make, ascii, bytes, 255),
+    FIELD(model, Model, ascii, bytes, 255),
+    FIELD(stripOffsets, StripOffsets, long_, shortOrLong, 1),
+    FIELD(orientation, Orientation, short_, shortValue, 1),
+    FIELD(samplesPerPixel, SamplesPerPixel, short_, shortValue, 1),
+    FIELD(rowsPerStrip, RowsPerStrip, long_, shortOrLong, 1),
+    FIELD(stripByteCounts, StripByteCounts, long_, shortOrLong, 1),
+    FIELD(xResolution, XResolution, rational, rationals, 1),
+    FIELD(yResolution, YResolution, rational, rationals, 1),
+    FIELD(planarConfiguration, PlanarConfiguration, short_, shortValue, 1),
+    FIELD(resolutionUnit, ResolutionUnit, short_, shortValue, 1),
+    FIELD(software, Software, ascii, bytes, 255),
+    FIELD(dateTime, DateTime, ascii, text, 19),
+    FIELD(artist, Artist, ascii, bytes, 255),
+    FIELD(whitePoint, WhitePoint, rational, rationals, 2),
+    FIELD(primaryChromaticities, PrimaryChromaticities, rational, rationals, 6),
     TagRow{tag::jpegInterchangeFormat, TiffType::long_, Fetch::passedOver, 1, noField, 0, noField},
     TagRow{tag::jpegInterchangeFormatLength, TiffType::long_, Fetch::passedOver, 1, noField, 0, noField},
-    VALUE(yCbCrCoefficients, rational, rationals, 3, yCbCrCoefficients, hasYCbCrCoefficients),
-    VALUE(yCbCrPositioning, short_, shortValue, 1, yCbCrPositioning, hasYCbCrPositioning),
-    VALUE(referenceBlackWhite, rational, rationals, 6, referenceBlackWhite, hasReferenceBlackWhite),
-    VALUE(copyright, ascii, bytes, 255, copyright, hasCopyright),
-    VALUE(exifIfdPointer, long_, longValue, 1, exifIfdPointer, hasExifIfdPointer),
-    VALUE(gpsIfdPointer, long_, longValue, 1, gpsIfdPointer, hasGpsIfdPointer),
+    FIELD(yCbCrCoefficients, YCbCrCoefficients, rational, rationals, 3),
+    FIELD(yCbCrPositioning, YCbCrPositioning, short_, shortValue, 1),
+    FIELD(referenceBlackWhite, ReferenceBlackWhite, rational, rationals, 6),
+    FIELD(copyright, Copyright, ascii, bytes, 255),
+    FIELD(exifIfdPointer, ExifIfdPointer, long_, longValue, 1),
+    FIELD(gpsIfdPointer, GpsIfdPointer, long_, longValue, 1),
 };
-#undef VALUE
+#undef RECORD
 
-#define VALUE(name, type, fetch, limit, field, flag) \
-  TagRow{tag::name, TiffType::type, Fetch::fetch, limit, offsetof(ExifIfdRecord, field), \
-         sizeof(ExifIfdRecord::field), offsetof(ExifIfdRecord, flag)}
+#define RECORD ExifIfdRecord
 inline constexpr TagRow exifTags[] = {
-    VALUE(exposureTime, rational, rationals, 1, exposureTime, hasExposureTime),
-    VALUE(fNumber, rational, rationals, 1, fNumber, hasFNumber),
-    VALUE(exposureProgram, short_, shortValue, 1, exposureProgram, hasExposureProgram),
-    VALUE(spectralSensitivity, ascii, bytes, 34, spectralSensitivity, hasSpectralSensitivity),
-    VALUE(isoSpeedRatings, short_, shortValue, 1, isoSpeedRatings, hasIsoSpeedRatings),
-    VALUE(oecf, undefined, bytes, 255, oecf, hasOecf),
-    VALUE(exifVersion, undefined, rawText, 4, exifVersion, hasExifVersion),
-    VALUE(dateTimeOriginal, ascii, text, 19, dateTimeOriginal, hasDateTimeOriginal),
-    VALUE(dateTimeDigitized, ascii, text, 19, dateTimeDigitized, hasDateTimeDigitized),
-    VALUE(componentsConfiguration, undefined, rawText, 4, componentsConfiguration, hasComponentsConfiguration),
-    VALUE(compressedBitsPerPixel, rational, rationals, 1, compressedBitsPerPixel, hasCompressedBitsPerPixel),
-    VALUE(shutterSpeedValue, srational, rationals, 1, shutterSpeedValue, hasShutterSpeedValue),
-    VALUE(apertureValue, rational, rationals, 1, apertureValue, hasApertureValue),
-    VALUE(brightnessValue, srational, rationals, 1, brightnessValue, hasBrightnessValue),
-    VALUE(exposureBiasValue, srational, rationals, 1, exposureBiasValue, hasExposureBiasValue),
-    VALUE(maxApertureValue, rational, rationals, 1, maxApertureValue, hasMaxApertureValue),
-    VALUE(subjectDistance, rational, rationals, 1, subjectDistance, hasSubjectDistance),
-    VALUE(meteringMode, short_, shortValue, 1, meteringMode, hasMeteringMode),
-    VALUE(lightSource, short_, shortValue, 1, lightSource, hasLightSource),
-    VALUE(flash, short_, shortValue, 1, flash, hasFlash),
-    VALUE(focalLength, rational, rationals, 1, focalLength, hasFocalLength),
-    VALUE(subjectArea, short_, subjectArea, 4, subjectArea, hasSubjectArea),
-    VALUE(makerNote, undefined, makerNote, 0, makerNote, hasMakerNote),
-    VALUE(userComment, undefined, userComment, 8, userCommentCode, hasUserComment),
-    VALUE(subSecTime, ascii, bytes, 34, subSecTime, hasSubSecTime),
-    VALUE(subSecTimeOriginal, ascii, bytes, 34, subSecTimeOriginal, hasSubSecTimeOriginal),
-    VALUE(subSecTimeDigitized, ascii, bytes, 34, subSecTimeDigitized, hasSubSecTimeDigitized),
-    VALUE(flashpixVersion, undefined, rawText, 4, flashpixVersion, hasFlashpixVersion),
-    VALUE(colorSpace, short_, shortValue, 1, colorSpace, hasColorSpace),
-    VALUE(pixelXDimension, long_, shortOrLong, 1, pixelXDimension, hasPixelXDimension),
-    VALUE(pixelYDimension, long_, shortOrLong, 1, pixelYDimension, hasPixelYDimension),
-    VALUE(relatedSoundFile, ascii, shortText, 14, relatedSoundFile, hasRelatedSoundFile),
+    FIELD(exposureTime, ExposureTime, rational, rationals, 1),
+    FIELD(fNumber, FNumber, rational, rationals, 1),
+    FIELD(exposureProgram, ExposureProgram, short_, shortValue, 1),
+    FIELD(spectralSensitivity, SpectralSensitivity, ascii, bytes, 34),
+    FIELD(isoSpeedRatings, IsoSpeedRatings, short_, shortValue, 1),
+    FIELD(oecf, Oecf, undefined, bytes, 255),
+    FIELD(exifVersion, ExifVersion, undefined, rawText, 4),
+    FIELD(dateTimeOriginal, DateTimeOriginal, ascii, text, 19),
+    FIELD(dateTimeDigitized, DateTimeDigitized, ascii, text, 19),
+    FIELD(componentsConfiguration, ComponentsConfiguration, undefined, rawText, 4),
+    FIELD(compressedBitsPerPixel, CompressedBitsPerPixel, rational, rationals, 1),
+    FIELD(shutterSpeedValue, ShutterSpeedValue, srational, rationals, 1),
+    FIELD(apertureValue, ApertureValue, rational, rationals, 1),
+    FIELD(brightnessValue, BrightnessValue, srational, rationals, 1),
+    FIELD(exposureBiasValue, ExposureBiasValue, srational, rationals, 1),
+    FIELD(maxApertureValue, MaxApertureValue, rational, rationals, 1),
+    FIELD(subjectDistance, SubjectDistance, rational, rationals, 1),
+    FIELD(meteringMode, MeteringMode, short_, shortValue, 1),
+    FIELD(lightSource, LightSource, short_, shortValue, 1),
+    FIELD(flash, Flash, short_, shortValue, 1),
+    FIELD(focalLength, FocalLength, rational, rationals, 1),
+    FIELD(subjectArea, SubjectArea, short_, subjectArea, 4),
+    FIELD(makerNote, MakerNote, undefined, makerNote, 0),
+    TagRow{tag::userComment, TiffType::undefined, Fetch::userComment, 8, offsetof(ExifIfdRecord, userCommentCode), sizeof(ExifIfdRecord::userCommentCode), offsetof(ExifIfdRecord, hasUserComment)},
+    FIELD(subSecTime, SubSecTime, ascii, bytes, 34),
+    FIELD(subSecTimeOriginal, SubSecTimeOriginal, ascii, bytes, 34),
+    FIELD(subSecTimeDigitized, SubSecTimeDigitized, ascii, bytes, 34),
+    FIELD(flashpixVersion, FlashpixVersion, undefined, rawText, 4),
+    FIELD(colorSpace, ColorSpace, short_, shortValue, 1),
+    FIELD(pixelXDimension, PixelXDimension, long_, shortOrLong, 1),
+    FIELD(pixelYDimension, PixelYDimension, long_, shortOrLong, 1),
+    FIELD(relatedSoundFile, RelatedSoundFile, ascii, shortText, 14),
     TagRow{tag::interoperabilityIfdPointer, TiffType::long_, Fetch::interoperability, 1, noField, 0, noField},
-    VALUE(flashEnergy, rational, rationals, 1, flashEnergy, hasFlashEnergy),
-    VALUE(focalPlaneXResolution, rational, rationals, 1, focalPlaneXResolution, hasFocalPlaneXResolution),
-    VALUE(focalPlaneYResolution, rational, rationals, 1, focalPlaneYResolution, hasFocalPlaneYResolution),
-    VALUE(focalPlaneResolutionUnit, short_, shortValue, 1, focalPlaneResolutionUnit, hasFocalPlaneResolutionUnit),
-    VALUE(subjectLocation, short_, shorts, 2, subjectLocation, hasSubjectLocation),
-    VALUE(exposureIndex, rational, rationals, 1, exposureIndex, hasExposureIndex),
-    VALUE(sensingMethod, short_, shortValue, 1, sensingMethod, hasSensingMethod),
-    VALUE(fileSource, undefined, rawByte, 1, fileSource, hasFileSource),
-    VALUE(sceneType, undefined, rawByte, 1, sceneType, hasSceneType),
-    VALUE(customRendered, short_, shortValue, 1, customRendered, hasCustomRendered),
-    VALUE(exposureMode, short_, shortValue, 1, exposureMode, hasExposureMode),
-    VALUE(whiteBalance, short_, shortValue, 1, whiteBalance, hasWhiteBalance),
-    VALUE(digitalZoomRatio, rational, rationals, 1, digitalZoomRatio, hasDigitalZoomRatio),
-    VALUE(focalLengthIn35mmFilm, short_, shortValue, 1, focalLengthIn35mmFilm, hasFocalLengthIn35mmFilm),
-    VALUE(sceneCaptureType, short_, shortValue, 1, sceneCaptureType, hasSceneCaptureType),
-    VALUE(gainControl, short_, shortValue, 1, gainControl, hasGainControl),
-    VALUE(contrast, short_, shortValue, 1, contrast, hasContrast),
-    VALUE(saturation, short_, shortValue, 1, saturation, hasSaturation),
-    VALUE(sharpness, short_, shortValue, 1, sharpness, hasSharpness),
-    VALUE(subjectDistanceRange, short_, shortValue, 1, subjectDistanceRange, hasSubjectDistanceRange),
-    VALUE(imageUniqueId, ascii, bytes, 34, imageUniqueId, hasImageUniqueId),
+    FIELD(flashEnergy, FlashEnergy, rational, rationals, 1),
+    FIELD(focalPlaneXResolution, FocalPlaneXResolution, rational, rationals, 1),
+    FIELD(focalPlaneYResolution, FocalPlaneYResolution, rational, rationals, 1),
+    FIELD(focalPlaneResolutionUnit, FocalPlaneResolutionUnit, short_, shortValue, 1),
+    FIELD(subjectLocation, SubjectLocation, short_, shorts, 2),
+    FIELD(exposureIndex, ExposureIndex, rational, rationals, 1),
+    FIELD(sensingMethod, SensingMethod, short_, shortValue, 1),
+    FIELD(fileSource, FileSource, undefined, rawByte, 1),
+    FIELD(sceneType, SceneType, undefined, rawByte, 1),
+    FIELD(customRendered, CustomRendered, short_, shortValue, 1),
+    FIELD(exposureMode, ExposureMode, short_, shortValue, 1),
+    FIELD(whiteBalance, WhiteBalance, short_, shortValue, 1),
+    FIELD(digitalZoomRatio, DigitalZoomRatio, rational, rationals, 1),
+    FIELD(focalLengthIn35mmFilm, FocalLengthIn35mmFilm, short_, shortValue, 1),
+    FIELD(sceneCaptureType, SceneCaptureType, short_, shortValue, 1),
+    FIELD(gainControl, GainControl, short_, shortValue, 1),
+    FIELD(contrast, Contrast, short_, shortValue, 1),
+    FIELD(saturation, Saturation, short_, shortValue, 1),
+    FIELD(sharpness, Sharpness, short_, shortValue, 1),
+    FIELD(subjectDistanceRange, SubjectDistanceRange, short_, shortValue, 1),
+    FIELD(imageUniqueId, ImageUniqueId, ascii, bytes, 34),
 };
-#undef VALUE
+#undef RECORD
 
-#define VALUE(name, type, fetch, limit, field, flag) \
-  TagRow{tag::name, TiffType::type, Fetch::fetch, limit, offsetof(GpsIfdRecord, field), \
-         sizeof(GpsIfdRecord::field), offsetof(GpsIfdRecord, flag)}
+#define RECORD GpsIfdRecord
 inline constexpr TagRow gpsTags[] = {
-    VALUE(gpsVersionId, byte, rawText, 4, gpsVersionId, hasGpsVersionId),
-    VALUE(gpsLatitudeRef, ascii, rawText, 2, gpsLatitudeRef, hasGpsLatitudeRef),
-    VALUE(gpsLatitude, rational, rationals, 3, gpsLatitude, hasGpsLatitude),
-    VALUE(gpsLongitudeRef, ascii, rawText, 2, gpsLongitudeRef, hasGpsLongitudeRef),
-    VALUE(gpsLongitude, rational, rationals, 3, gpsLongitude, hasGpsLongitude),
-    VALUE(gpsAltitudeRef, byte, rawByte, 1, gpsAltitudeRef, hasGpsAltitudeRef),
-    VALUE(gpsAltitude, rational, rationals, 1, gpsAltitude, hasGpsAltitude),
-    VALUE(gpsTimeStamp, rational, rationals, 3, gpsTimeStamp, hasGpsTimeStamp),
-    VALUE(gpsSatellites, ascii, bytes, 255, gpsSatellites, hasGpsSatellites),
-    VALUE(gpsStatus, ascii, rawText, 2, gpsStatus, hasGpsStatus),
-    VALUE(gpsMeasureMode, ascii, rawText, 2, gpsMeasureMode, hasGpsMeasureMode),
-    VALUE(gpsDop, rational, rationals, 1, gpsDop, hasGpsDop),
-    VALUE(gpsSpeedRef, ascii, rawText, 2, gpsSpeedRef, hasGpsSpeedRef),
-    VALUE(gpsSpeed, rational, rationals, 1, gpsSpeed, hasGpsSpeed),
-    VALUE(gpsTrackRef, ascii, rawText, 2, gpsTrackRef, hasGpsTrackRef),
-    VALUE(gpsTrack, rational, rationals, 1, gpsTrack, hasGpsTrack),
-    VALUE(gpsImgDirectionRef, ascii, rawText, 2, gpsImgDirectionRef, hasGpsImgDirectionRef),
-    VALUE(gpsImgDirection, rational, rationals, 1, gpsImgDirection, hasGpsImgDirection),
-    VALUE(gpsMapDatum, ascii, bytes, 255, gpsMapDatum, hasGpsMapDatum),
-    VALUE(gpsDestLatitudeRef, ascii, rawText, 2, gpsDestLatitudeRef, hasGpsDestLatitudeRef),
-    VALUE(gpsDestLatitude, rational, rationals, 3, gpsDestLatitude, hasGpsDestLatitude),
-    VALUE(gpsDestLongitudeRef, ascii, rawText, 2, gpsDestLongitudeRef, hasGpsDestLongitudeRef),
-    VALUE(gpsDestLongitude, rational, rationals, 3, gpsDestLongitude, hasGpsDestLongitude),
-    VALUE(gpsDestBearingRef, ascii, rawText, 2, gpsDestBearingRef, hasGpsDestBearingRef),
-    VALUE(gpsDestBearing, rational, rationals, 1, gpsDestBearing, hasGpsDestBearing),
-    VALUE(gpsDestDistanceRef, ascii, rawText, 2, gpsDestDistanceRef, hasGpsDestDistanceRef),
-    VALUE(gpsDestDistance, rational, rationals, 1, gpsDestDistance, hasGpsDestDistance),
-    VALUE(gpsProcessingMethod, undefined, bytes, 255, gpsProcessingMethod, hasGpsProcessingMethod),
-    VALUE(gpsAreaInformation, undefined, bytes, 255, gpsAreaInformation, hasGpsAreaInformation),
-    VALUE(gpsDateStamp, ascii, bytes, 11, gpsDateStamp, hasGpsDateStamp),
-    VALUE(gpsDifferential, short_, shortValue, 1, gpsDifferential, hasGpsDifferential),
+    FIELD(gpsVersionId, GpsVersionId, byte, rawText, 4),
+    FIELD(gpsLatitudeRef, GpsLatitudeRef, ascii, rawText, 2),
+    FIELD(gpsLatitude, GpsLatitude, rational, rationals, 3),
+    FIELD(gpsLongitudeRef, GpsLongitudeRef, ascii, rawText, 2),
+    FIELD(gpsLongitude, GpsLongitude, rational, rationals, 3),
+    FIELD(gpsAltitudeRef, GpsAltitudeRef, byte, rawByte, 1),
+    FIELD(gpsAltitude, GpsAltitude, rational, rationals, 1),
+    FIELD(gpsTimeStamp, GpsTimeStamp, rational, rationals, 3),
+    FIELD(gpsSatellites, GpsSatellites, ascii, bytes, 255),
+    FIELD(gpsStatus, GpsStatus, ascii, rawText, 2),
+    FIELD(gpsMeasureMode, GpsMeasureMode, ascii, rawText, 2),
+    FIELD(gpsDop, GpsDop, rational, rationals, 1),
+    FIELD(gpsSpeedRef, GpsSpeedRef, ascii, rawText, 2),
+    FIELD(gpsSpeed, GpsSpeed, rational, rationals, 1),
+    FIELD(gpsTrackRef, GpsTrackRef, ascii, rawText, 2),
+    FIELD(gpsTrack, GpsTrack, rational, rationals, 1),
+    FIELD(gpsImgDirectionRef, GpsImgDirectionRef, ascii, rawText, 2),
+    FIELD(gpsImgDirection, GpsImgDirection, rational, rationals, 1),
+    FIELD(gpsMapDatum, GpsMapDatum, ascii, bytes, 255),
+    FIELD(gpsDestLatitudeRef, GpsDestLatitudeRef, ascii, rawText, 2),
+    FIELD(gpsDestLatitude, GpsDestLatitude, rational, rationals, 3),
+    FIELD(gpsDestLongitudeRef, GpsDestLongitudeRef, ascii, rawText, 2),
+    FIELD(gpsDestLongitude, GpsDestLongitude, rational, rationals, 3),
+    FIELD(gpsDestBearingRef, GpsDestBearingRef, ascii, rawText, 2),
+    FIELD(gpsDestBearing, GpsDestBearing, rational, rationals, 1),
+    FIELD(gpsDestDistanceRef, GpsDestDistanceRef, ascii, rawText, 2),
+    FIELD(gpsDestDistance, GpsDestDistance, rational, rationals, 1),
+    FIELD(gpsProcessingMethod, GpsProcessingMethod, undefined, bytes, 255),
+    FIELD(gpsAreaInformation, GpsAreaInformation, undefined, bytes, 255),
+    FIELD(gpsDateStamp, GpsDateStamp, ascii, bytes, 11),
+    FIELD(gpsDifferential, GpsDifferential, short_, shortValue, 1),
 };
-#undef VALUE
+#undef RECORD
+#undef FIELD
 
 // Fills the Exif record: the interoperability directory has no record of its own.
 inline constexpr TagRow interoperabilityTags[] = {
@@ -272,13 +283,16 @@ constexpr size_t bytesStored(const TagRow& row) {
   }
 }
 
-constexpr bool fits(TagTable table) {
-  for (const TagRow& row : table)
-    if (bytesStored(row) > row.capacity) return false;
+constexpr bool isSound(TagTable table) {
+  for (size_t i = 0; i < table.size(); ++i) {
+    if (i > 0 && table[i - 1].tag >= table[i].tag) throw "a row is out of order";
+    if (bytesStored(table[i]) > table[i].capacity) throw "a field cannot hold its value";
+  }
   return true;
 }
 
-static_assert(fits(imageTags) && fits(exifTags) && fits(gpsTags) && fits(interoperabilityTags));
+static_assert(isSound(imageTags) && isSound(exifTags) && isSound(gpsTags) &&
+              isSound(interoperabilityTags));
 
 }  // namespace tag_tables_check
 
