@@ -5,10 +5,11 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "escape.h"
 #include "json_writer.h"
 #include "program/exif_fixture.h"
 #include "program/shell.h"
-#include "terminal_text.h"
+#include "text_table.h"
 
 namespace exifkeep::test {
 namespace {

@@ -1,19 +1,26 @@
 // exifkeep audio: records a sound recording in a picture, and copies the recording beside it.
 #include <exifkeep/exifkeep.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <vector>
 
-#include "answer_lines.h"
-#include "commands.h"
+#include "answers.h"
+#include "command_options.h"
 #include "copy_dialogue.h"
-#include "file_refusal.h"
 #include "image_files.h"
 #include "standard_streams.h"
+#include "system.h"
 
 namespace program {
 namespace {
+
+// `target` is the picture to write. An empty sound records a name only, an empty picture is the
+// target's own, an empty thumbnail one made from the image.
+struct AudioOptions {
+  std::string target, sound, picture, thumbnail;
+  std::string software = "exifkeep";
+  bool overwrite = false;
+};
 
 // A path that the library may write back into, with room for another extension or name.
 class PathBuffer {
@@ -47,9 +54,7 @@ std::string writtenPath(const std::string& path) {
 
 bool mayBeWritten(const std::string& path, const CopyDialogue& dialogue) {
   const std::string written = writtenPath(path);
-  struct stat status;
-  return written == path || ::lstat(written.c_str(), &status) != 0 ||
-         dialogue.mayOverwrite(written);
+  return written == path || !isThere(written) || dialogue.mayOverwrite(written);
 }
 
 // The name that was recorded, or nothing when the picture was not rewritten.
@@ -67,8 +72,6 @@ std::string attach(const AudioOptions& options, PathBuffer& path, PRaster& image
   const int result = AddAudioFile(path.data(), software, sound.data(), &image, thumbnail, nullptr);
   return result == 1 ? sound.text() : "";
 }
-
-}  // namespace
 
 ExitStatus audio(const AudioOptions& options) {
   if (!canBeOpened(options.target)) return ExitStatus::failed;
@@ -88,6 +91,33 @@ ExitStatus audio(const AudioOptions& options) {
   }
   printAnswer(path.text(), name);
   return ExitStatus::ok;
+}
+
+}  // namespace
+
+void addAudio(CLI::App& program, Command& chosen) {
+  CLI::App& command = addCommand(program, "audio", "Attach a sound recording to a picture");
+  auto options = std::make_shared<AudioOptions>();
+  addArgument(command, "PICTURE", options->target, "Picture that the recording belongs to");
+  addText(command, "--sound", options->sound, "WAV", "Recording to copy beside the picture");
+  addText(command, "--software", options->software, "NAME",
+          "Software to record, exifkeep by default", [](const std::string& name) {
+            return name.size() <= 255 ? "" : "the name of the software takes at most 255 bytes";
+          });
+  addText(command, "--picture", options->picture, "FILE",
+          "Image to write, PICTURE's own by default");
+  addText(command, "--thumbnail", options->thumbnail, "FILE",
+          "Thumbnail, made from the image by default");
+  addFlag(command, "--yes", options->overwrite, "Overwrite existing files without asking");
+  addFooter(
+      command,
+      "Without --sound only a name is recorded, made from the picture's own. A picture without\n"
+      "Exif data that is no TIFF file becomes a .jpg file beside it.\n\n"
+      "Examples:\n"
+      "  exifkeep audio photo.jpg --sound note.wav\n"
+      "  exifkeep audio photo.jpg --software 'My Album'\n",
+      statusesOfWriting);
+  setBody(command, chosen, options, audio);
 }
 
 }  // namespace program

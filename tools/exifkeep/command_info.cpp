@@ -1,16 +1,24 @@
 // exifkeep info: the labels and values of pictures, as a table or as JSON.
-#include "commands.h"
-#include "file_names.h"
+#include "command_options.h"
+#include "escape.h"
+#include "info_html.h"
 #include "json_writer.h"
 #include "language_selection.h"
 #include "picture_info.h"
 #include "standard_streams.h"
-#include "terminal_style.h"
-#include "terminal_text.h"
+#include "terminal.h"
 #include "text_table.h"
 
 namespace program {
 namespace {
+
+struct InfoOptions {
+  FileNames files;
+  std::string language;  // BCP 47; empty for the user's own
+  bool json = false;
+  bool html = false;
+  std::string output;  // file for the HTML page; empty or "-" for standard output
+};
 
 class TableOutput {
  public:
@@ -80,12 +88,40 @@ ExitStatus listAsJson(const FileNames& files) {
   return status;
 }
 
-}  // namespace
-
 ExitStatus info(const InfoOptions& options) {
   selectLanguage(options.language);
-  if (options.html) return listAsHtml(options);
+  if (options.html) return listAsHtml(options.files, options.output == "-" ? "" : options.output);
   return options.json ? listAsJson(options.files) : listAsTable(options.files);
+}
+
+}  // namespace
+
+void addInfo(CLI::App& program, Command& chosen) {
+  CLI::App& command = addCommand(program, "info", "List the Exif data of pictures");
+  auto options = std::make_shared<InfoOptions>();
+  addFiles(command, options->files);
+  addText(command, "--lang", options->language, "TAG",
+          "Language of labels and values, such as de or zh-TW", [](const std::string& tag) {
+            return isLanguage(tag) ? "" : "no such language; there are " + languageTags();
+          });
+  addFlag(command, "--json", options->json, "Write a JSON array with an object per file");
+  addFlag(command, "--html", options->html,
+          "Write one HTML page, with a switch between all languages");
+  addText(command, "-o,--output", options->output, "OUT",
+          "Write the page of --html to this file; - is standard output");
+  exclude(command, "--html", "--json");
+  require(command, "--output", "--html");
+  addFooter(command,
+            "Examples:\n"
+            "  exifkeep info photo.jpg\n"
+            "  exifkeep info --lang ja *.jpg\n"
+            "  exifkeep info --html *.jpg -o sheet.html\n"
+            "  find . -name '*.jpg' -print0 | exifkeep info --json -0\n",
+            statusesOverFiles);
+  whenParsed(command, [options, &chosen] {
+    requireFiles(options->files);
+    chosen = [options] { return info(*options); };
+  });
 }
 
 }  // namespace program

@@ -2,6 +2,9 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <map>
+
+#include "terminal.h"
 
 namespace program {
 namespace {
@@ -22,6 +25,32 @@ void describe(CLI::App& program) {
       "  exifkeep save photo.jpg edited.jpg --picture edited.png\n"
       "\nExit status: 0 every file was an Exif file and had what was asked for, 1 one was not or\n"
       "had not, 2 wrong usage, 3 a file could not be opened or written.");
+}
+
+void addColor(CLI::App& command) {
+  static const std::map<std::string, ColorChoice> choices = {{"auto", ColorChoice::automatic},
+                                                             {"always", ColorChoice::always},
+                                                             {"never", ColorChoice::never}};
+  command
+      .add_option_function<std::string>(
+          "--color", [](const std::string& when) { chooseColor(choices.at(when)); },
+          "Colours: auto (terminals, unless NO_COLOR is set), always or never")
+      ->type_name("WHEN")
+      ->check([](const std::string& when) {
+        return choices.count(when) ? "" : "takes auto, always or never";
+      });
+}
+
+void addCommands(CLI::App& program, Command& chosen) {
+  addInfo(program, chosen);
+  addAnswers(program, chosen);
+  addOpen(program, chosen);
+  addSave(program, chosen);
+  addAudio(program, chosen);
+  for (CLI::App* command : program.get_subcommands({})) {
+    command->group("Commands");
+    addColor(*command);
+  }
 }
 
 // The parser's own complaint would name all arguments.

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "add_commands.h"
+#include "commands.h"
 
 namespace program {
 

@@ -3,16 +3,20 @@
 
 #include <cmath>
 
-#include "answer_lines.h"
-#include "commands.h"
-#include "file_refusal.h"
+#include "answers.h"
+#include "command_options.h"
 #include "image_files.h"
-#include "replace_file.h"
 #include "standard_streams.h"
+#include "system.h"
 #include "text_table.h"
 
 namespace program {
 namespace {
+
+// An empty file name is a part that is not asked for.
+struct OpenOptions {
+  std::string file, imageFile, thumbnailFile;
+};
 
 std::string inches(unsigned dotsPerMetre) {
   return std::to_string(std::lround(dotsPerMetre * 0.0254));
@@ -71,11 +75,31 @@ ExitStatus writeParts(const OpenOptions& options) {
   return imageDone && thumbnailDone ? ExitStatus::ok : ExitStatus::failed;
 }
 
-}  // namespace
-
 ExitStatus open(const OpenOptions& options) {
   const bool describeOnly = options.imageFile.empty() && options.thumbnailFile.empty();
   return describeOnly ? showBoth(options.file) : writeParts(options);
+}
+
+}  // namespace
+
+void addOpen(CLI::App& program, Command& chosen) {
+  CLI::App& command = addCommand(program, "open", "Decode a picture and its thumbnail");
+  auto options = std::make_shared<OpenOptions>();
+  addArgument(command, "FILE", options->file, "Picture with Exif data");
+  addText(command, "--image", options->imageFile, "OUT", "Write the image to this file",
+          checkPictureOutput);
+  addText(command, "--thumbnail", options->thumbnailFile, "OUT", "Write the thumbnail to this file",
+          checkPictureOutput);
+  addFooter(
+      command,
+      "The extension of OUT names the format. Without options the size, depth and resolution of\n"
+      "both are printed.\n\n"
+      "Examples:\n"
+      "  exifkeep open photo.jpg\n"
+      "  exifkeep open photo.jpg --thumbnail small.png\n",
+      "0 opened, 1 FILE is no Exif file, 2 wrong usage, 3 a file could not be opened,\n"
+      "decoded or written.");
+  setBody(command, chosen, options, open);
 }
 
 }  // namespace program

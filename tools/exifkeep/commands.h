@@ -1,49 +1,24 @@
-// The program's commands, each in a file of its own, and what the command line tells them.
+// The program's commands. The file of a command has all of it: options, help text and body.
 #pragma once
 
-#include <optional>
-#include <string>
+#include <functional>
 
-#include "exit_status.h"
-#include "file_names.h"
+#include "answers.h"
+
+namespace CLI {
+class App;
+}
 
 namespace program {
 
-struct InfoOptions {
-  FileNames files;
-  std::string language;  // BCP 47; empty for the user's own
-  bool json = false;
-  bool html = false;
-  std::string output;  // file for the HTML page; empty for standard output
-};
-ExitStatus info(const InfoOptions& options);
-// What info does for html, in the language selected before.
-ExitStatus listAsHtml(const InfoOptions& options);
+using Command = std::function<ExitStatus()>;
 
-ExitStatus check(const FileNames& files);
-ExitStatus version(const FileNames& files);
-ExitStatus sound(const FileNames& files);
-ExitStatus languages();
-
-// An empty file name stands for a part that is not asked for.
-struct OpenOptions {
-  std::string file, imageFile, thumbnailFile;
-};
-ExitStatus open(const OpenOptions& options);
-
-// An empty picture is the source's own, an empty thumbnail one made from the image.
-struct SaveOptions {
-  std::string source, destination, picture, thumbnail;
-  std::optional<int> processCode;
-};
-ExitStatus save(const SaveOptions& options);
-
-// `target` is the picture to write; an empty sound records a name only, the rest as above.
-struct AudioOptions {
-  std::string target, sound, picture, thumbnail;
-  std::string software = "exifkeep";
-  bool overwrite = false;
-};
-ExitStatus audio(const AudioOptions& options);
+// Each makes `program` know its command, or its commands. When one is parsed, `chosen` becomes what
+// that command does.
+void addInfo(CLI::App& program, Command& chosen);
+void addAnswers(CLI::App& program, Command& chosen);  // check, version, sound and languages
+void addOpen(CLI::App& program, Command& chosen);
+void addSave(CLI::App& program, Command& chosen);
+void addAudio(CLI::App& program, Command& chosen);
 
 }  // namespace program

@@ -2,14 +2,12 @@
 #include "copy_dialogue.h"
 
 #include <shellapi.h>
-#include <unistd.h>
 
 #include <iostream>
 
-#include "progress_line.h"
+#include "escape.h"
 #include "standard_streams.h"
-#include "terminal_style.h"
-#include "terminal_text.h"
+#include "terminal.h"
 
 namespace program {
 namespace {
@@ -41,7 +39,7 @@ CopyDialogue::~CopyDialogue() {
 
 bool CopyDialogue::mayOverwrite(const std::string& target) const {
   if (overwriteUnasked_) return true;
-  if (::isatty(STDIN_FILENO) && ::isatty(STDERR_FILENO)) return askOnTerminal(target);
+  if (isTerminal(Stream::input) && isTerminal(Stream::error)) return askOnTerminal(target);
   complainAbout(target, "exists; --yes overwrites it");
   return false;
 }

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <optional>
 
-#include "progress_line.h"
 #include "standard_streams.h"
+#include "terminal.h"
 
 namespace program {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "exit_status.h"
+#include "answers.h"
 
 namespace program {
 

@@ -4,16 +4,14 @@
 
 #include <exifkeep/exifkeep.h>
 #include <pxcodec32.h>
-#include <unistd.h>
 #include <windows.h>
 
-#include <cerrno>
-#include <cstring>
 #include <memory>
 #include <vector>
 
-#include "file_refusal.h"
+#include "answers.h"
 #include "standard_streams.h"
+#include "system.h"
 
 namespace program {
 namespace {
@@ -86,14 +84,8 @@ bool writeImage(const std::string& path, PRaster& image) {
 
 std::string whyNotWritten(const std::string& path, const std::string& guess) {
   if (const std::string problem = whyNotItsFormat(path); !problem.empty()) return problem;
-  const std::string folder = path.substr(0, path.rfind('/') + 1);
-  if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
-    return "its folder: " + std::string(std::strerror(errno));
-  }
-  const bool isThere = ::access(path.c_str(), W_OK) == 0;
-  if (!isThere && errno != ENOENT) return std::strerror(errno);
-  const FileRefusal refusal = explainRefusal(path);
-  return isThere && refusal.status == ExitStatus::failed ? refusal.reason : guess;
+  const std::string problem = whyNotWritable(path);
+  return problem.empty() ? guess : problem;
 }
 
 }  // namespace program

@@ -6,8 +6,7 @@
 #include <algorithm>
 #include <array>
 
-#include "html_text.h"
-#include "sheet_assets.h"
+#include "escape.h"
 #include "sheet_words.h"
 
 namespace program {
@@ -15,7 +14,7 @@ namespace {
 
 using exifkeep::LanguageVariant;
 
-// What a photographer asks first, by the English labels.
+// What a photographer asks first, found by the labels of res/1033-en.txt.
 constexpr std::array<std::string_view, 2> leadLabels = {"Model", "Date and Time of Original"};
 constexpr std::array<std::string_view, 4> factLabels = {"Exposure Time", "F-number",
                                                         "ISO Speed Ratings", "Focal Length"};

@@ -1,10 +1,6 @@
-// JSON output, two blanks a level.
 #include "json_writer.h"
 
-#include <cstdio>
-
-#include "terminal_text.h"
-#include "utf8.h"
+#include "escape.h"
 
 namespace program {
 
@@ -55,22 +51,7 @@ void JsonWriter::newLine() {
 }
 
 void JsonWriter::quoted(std::string_view text) {
-  out_ += '"';
-  while (!text.empty()) {
-    const Utf8Step step = takeUtf8Step(text);
-    if (!step.valid) {
-      out_ += "\uFFFD";
-    } else if (step.codePoint == U'"' || step.codePoint == U'\\') {
-      (out_ += '\\') += step.bytes;
-    } else if (isControl(step.codePoint)) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(step.codePoint));
-      out_ += escape;
-    } else {
-      out_ += step.bytes;
-    }
-  }
-  out_ += '"';
+  ((out_ += '"') += escapeForJson(text)) += '"';
 }
 
 }  // namespace program

@@ -1,6 +1,5 @@
-// Appends JSON (RFC 8259) to a string as it is told; who owns the string may take out what is there
-// at any time, so that no document need be in memory. What comes out is valid UTF-8
-// whatever bytes a text holds: a run of bytes that is no UTF-8 becomes one U+FFFD.
+// Appends JSON (RFC 8259), two blanks a level, to a string. The owner may drain the string at any
+// time, so no document is held whole. The output is valid UTF-8 whatever bytes a text holds.
 // REQUIRES: calls nest properly, and inside an object every value follows a key.
 #pragma once
 

@@ -4,7 +4,7 @@
 
 #include <language.h>
 
-#include <cstdlib>
+#include "system.h"
 
 namespace program {
 namespace {
@@ -20,8 +20,8 @@ std::string_view tagOf(LANGID language) {
 
 void selectLanguage(std::string_view tag) {
   const LANGID language = tag.empty() ? exifkeep::userLanguage() : exifkeep::matchLanguage(tag);
-  ::setenv("LANGUAGE", std::string(tagOf(language)).c_str(), 1);
-  ::setenv("LC_ALL", "C.UTF-8", 1);
+  setEnvironment("LANGUAGE", std::string(tagOf(language)));
+  setEnvironment("LC_ALL", "C.UTF-8");
 }
 
 std::string_view selectedLanguage() {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "file_refusal.h"
+#include "answers.h"
 
 namespace program {
 

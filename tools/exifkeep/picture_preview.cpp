@@ -52,7 +52,9 @@ bool shrink(PRaster& image) {
   return true;
 }
 
-// The side of the visible picture that `what`, a row or a column, lies at: t, b, l or r.
+// The side of the visible picture that `what`, a row or a column, lies at: t, b, l or r. The
+// library lists the tag as a sentence, not as a number, so the sentences of res/1033-en.txt are
+// read back.
 char sideOf(std::string_view what, std::string_view orientation) {
   const std::string phrase = std::string(what) + " 0 is at the visible ";
   const std::size_t at = orientation.find(phrase);

@@ -1,4 +1,3 @@
-// The sheet's own words.
 #include "sheet_words.h"
 
 #include <algorithm>

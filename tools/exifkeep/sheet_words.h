@@ -1,4 +1,5 @@
-// The sheet's own words, those that do not come from the library, in every language.
+// What the sheet has of its own: words that do not come from the library, in every language, and
+// style and script, which the build takes from sheet.css and sheet.js.
 #pragma once
 
 #include <string_view>
@@ -15,5 +16,8 @@ struct SheetWords {
 
 // REQUIRES: `tag` is that of a language variant.
 const SheetWords& sheetWords(std::string_view tag);
+
+extern const char* const sheetStyle;
+extern const char* const sheetScript;
 
 }  // namespace program

@@ -19,9 +19,6 @@ void printBytes(std::string_view bytes);
 // gone.
 bool flushOutput();
 
-// Writes all bytes to an open descriptor; false, with errno set, when that fails.
-bool writeAll(int descriptor, std::string_view bytes);
-
 // One line on standard error: the program's name and `text`, escaped for a terminal and in the
 // user's charset.
 void complain(std::string_view text);

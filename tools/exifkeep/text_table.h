@@ -8,6 +8,10 @@
 
 namespace program {
 
+// The columns that `text` (UTF-8 without controls) takes: 2 for a wide character, 0 for a combining
+// mark (UAX #11), whatever the process locale.
+int displayWidth(std::string_view text);
+
 class TextTable {
  public:
   // Texts are UTF-8 of any quality; they are escaped here.

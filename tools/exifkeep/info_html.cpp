@@ -1,14 +1,13 @@
 // exifkeep info --html: the labels and values of pictures in all languages, as one page.
+#include "info_html.h"
+
 #include <language.h>
 
-#include <algorithm>
-
-#include "commands.h"
 #include "info_sheet.h"
 #include "language_selection.h"
 #include "picture_info.h"
-#include "replace_file.h"
 #include "standard_streams.h"
+#include "system.h"
 
 namespace program {
 namespace {
@@ -28,7 +27,12 @@ class SheetOutput {
       printBytes(html);
     }
   }
-  bool finish() const { return !keepsBack() || replaceFile(file_, kept_); }
+  // False, after saying why, when the file could not be written; what was there is then unchanged.
+  bool finish() const {
+    const std::string problem = keepsBack() ? replaceFile(file_, kept_) : "";
+    if (!problem.empty()) complainAbout(file_, "not written: " + problem);
+    return problem.empty();
+  }
 
  private:
   const std::string& file_;
@@ -67,22 +71,22 @@ SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
 }
 
 // Nobody wants a picture overwritten with its description.
-bool wouldOverwrite(const InfoOptions& options, const std::string& path) {
-  if (!isSameFile(options.output, path)) return false;
-  complainAbout(options.output, "is one of the files to list; choose another name for -o");
+bool wouldOverwrite(const std::string& out, const std::string& path) {
+  if (!isSameFile(out, path)) return false;
+  complainAbout(out, "is one of the files to list; choose another name for -o");
   return true;
 }
 
 }  // namespace
 
-ExitStatus listAsHtml(const InfoOptions& options) {
-  SheetOutput output(options.output);
-  const std::string title = options.files.several() ? "Exif" : options.files.arguments.front();
+ExitStatus listAsHtml(const FileNames& files, const std::string& out) {
+  SheetOutput output(out);
+  const std::string title = files.several() ? "Exif" : files.arguments.front();
   output.write(beginSheet(title, selectedLanguage()));
   bool overwrites = false;
-  const ExitStatus status = options.files.forEach(
+  const ExitStatus status = files.forEach(
       [&](const std::string& path) {
-        overwrites = overwrites || wouldOverwrite(options, path);
+        overwrites = overwrites || wouldOverwrite(out, path);
         if (overwrites) return ExitStatus::failed;
         FileRefusal refusal{ExitStatus::ok, ""};
         output.write(sheetSection(readPicture(path, refusal)));

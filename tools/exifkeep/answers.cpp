@@ -1,14 +1,19 @@
-// One line a file.
-#include "answer_lines.h"
+#include "answers.h"
 
-#include "file_refusal.h"
+#include "escape.h"
 #include "standard_streams.h"
-#include "terminal_text.h"
+#include "system.h"
 
 namespace program {
 
 void printAnswer(std::string_view path, std::string_view answer, Style style) {
   print(escapeForTerminal(path) + ": " + styled(style, escapeForTerminal(answer)) + '\n');
+}
+
+FileRefusal explainRefusal(const std::string& path) {
+  std::string problem = whyNotReadable(path);
+  if (!problem.empty()) return {ExitStatus::failed, std::move(problem)};
+  return {ExitStatus::notExif, "not an Exif file"};
 }
 
 ExitStatus answerNotExif(const std::string& path) {
@@ -19,6 +24,12 @@ ExitStatus answerNotExif(const std::string& path) {
     printAnswer(path, refusal.reason, Style::missing);
   }
   return refusal.status;
+}
+
+bool canBeOpened(const std::string& path) {
+  const std::string problem = whyNotReadable(path);
+  if (!problem.empty()) complainAbout(path, problem);
+  return problem.empty();
 }
 
 }  // namespace program

@@ -1,15 +1,18 @@
 // Styles as ECMA-48 select graphic rendition sequences, from the sixteen colours that a user's own
-// theme defines, so that they are readable on light and dark ground.
-#include "terminal_style.h"
-
-#include <unistd.h>
+// theme defines, so that they are readable on light and dark ground. The progress line is short
+// enough for any terminal, so that it never wraps and one sequence erases it.
+#include "terminal.h"
 
 #include <cstdlib>
+#include <iostream>
 
 namespace program {
 namespace {
 
 ColorChoice choice = ColorChoice::automatic;
+
+bool progressIsShown = false;
+constexpr const char* eraseSequence = "\r\x1b[K";
 
 const char* sequence(Style style) {
   switch (style) {
@@ -48,7 +51,31 @@ bool isCapableTerminal(Stream stream) {
   if (terminal == nullptr || *terminal == '\0' || terminal == std::string_view("dumb")) {
     return false;
   }
-  return ::isatty(stream == Stream::output ? STDOUT_FILENO : STDERR_FILENO) != 0;
+  return isTerminal(stream);
+}
+
+void drawProgress(const std::string& text) {
+  std::cerr << eraseSequence + text << std::flush;
+  progressIsShown = true;
+}
+
+void eraseProgress() {
+  if (progressIsShown) std::cerr << eraseSequence << std::flush;
+  progressIsShown = false;
+}
+
+BatchProgress::BatchProgress(std::size_t total, bool outputKeptBack)
+    : total_(total),
+      drawn_(isCapableTerminal(Stream::error) && (outputKeptBack || outputGoesToFile())),
+      nextDraw_(Clock::now() + std::chrono::milliseconds(500)) {}
+
+void BatchProgress::advance() {
+  ++done_;
+  if (!drawn_ || Clock::now() < nextDraw_) return;
+  std::string text = std::to_string(done_);
+  text += total_ == 0 ? (done_ == 1 ? " file" : " files") : " of " + std::to_string(total_);
+  drawProgress(text);
+  nextDraw_ = Clock::now() + std::chrono::milliseconds(100);
 }
 
 }  // namespace program

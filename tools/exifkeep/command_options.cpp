@@ -1,0 +1,82 @@
+#include "command_options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace program {
+
+CLI::App& addCommand(CLI::App& program, const char* name, const char* description) {
+  return *program.add_subcommand(name, description);
+}
+
+// The parser is to expect more names than there can be: so it takes what follows "--" for this
+// command's names, and a name in square brackets for no list of its own.
+void addFiles(CLI::App& command, FileNames& files) {
+  constexpr int plenty = CLI::detail::expected_max_vector_size;
+  const auto takeNames = [&files](const CLI::results_t& names) {
+    files.arguments = names;
+    return true;
+  };
+  command.add_option("FILE", takeNames, "Pictures; - reads names from standard input")
+      ->type_name("")
+      ->expected(plenty, plenty)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  addFlag(command, "-0,--null", files.nulSeparated,
+          "Read names from standard input, each ended by a NUL byte");
+}
+
+void requireFiles(const FileNames& files) {
+  if (files.empty()) throw CLI::RequiredError("FILE");
+}
+
+namespace {
+
+CLI::Option* addChecked(CLI::App& command, const char* name, std::string& value, const char* type,
+                        const char* description, const Check& check) {
+  CLI::Option* option = command.add_option(name, value, description)->type_name(type);
+  return check == nullptr ? option : option->check(check);
+}
+
+}  // namespace
+
+void addArgument(CLI::App& command, const char* name, std::string& value, const char* description,
+                 const Check& check) {
+  addChecked(command, name, value, "", description, check)->required();
+}
+
+void addText(CLI::App& command, const char* option, std::string& value, const char* type,
+             const char* description, const Check& check) {
+  addChecked(command, option, value, type, description, check);
+}
+
+void addNumber(CLI::App& command, const char* option, std::optional<int>& value, int least,
+               int most, const char* description) {
+  command.add_option(option, value, description)
+      ->check(CLI::Range(least, most).description(""))
+      ->type_name("N");
+}
+
+void addFlag(CLI::App& command, const char* option, bool& value, const char* description) {
+  command.add_flag(option, value, description);
+}
+
+void exclude(CLI::App& command, const char* option, const char* other) {
+  command.get_option(option)->excludes(command.get_option(other));
+}
+
+void require(CLI::App& command, const char* option, const char* other) {
+  command.get_option(option)->needs(command.get_option(other));
+}
+
+std::string checkPictureOutput(const std::string& name) {
+  return name == "-" ? "a picture goes to a file, not to standard output" : "";
+}
+
+void addFooter(CLI::App& command, const std::string& text, const std::string& statuses) {
+  command.footer(text + "\nExit status: " + statuses);
+}
+
+void whenParsed(CLI::App& command, const std::function<void()>& parsed) {
+  command.callback(parsed);
+}
+
+}  // namespace program

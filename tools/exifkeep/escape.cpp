@@ -1,0 +1,163 @@
+// In UTF-8 a lead byte gives the length and the range of the byte that follows it; every later byte
+// is 80 to BF.
+#include "escape.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace program {
+namespace {
+
+struct Lead {
+  unsigned char first, last;  // lead bytes of this row
+  std::size_t length;
+  unsigned char secondFirst, secondLast;
+};
+
+constexpr Lead leads[] = {
+    {0x00, 0x7F, 1, 0x00, 0x00}, {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF},
+    {0xE1, 0xEC, 3, 0x80, 0xBF}, {0xED, 0xED, 3, 0x80, 0x9F}, {0xEE, 0xEF, 3, 0x80, 0xBF},
+    {0xF0, 0xF0, 4, 0x90, 0xBF}, {0xF1, 0xF3, 4, 0x80, 0xBF}, {0xF4, 0xF4, 4, 0x80, 0x8F},
+};
+
+const Lead* findLead(unsigned char byte) {
+  for (const Lead& lead : leads) {
+    if (byte >= lead.first && byte <= lead.last) return &lead;
+  }
+  return nullptr;
+}
+
+char32_t payloadOfLead(unsigned char byte, std::size_t length) {
+  return length == 1 ? byte : byte & (0x7Fu >> length);
+}
+
+Utf8Step firstUtf8Step(std::string_view text) {
+  const auto byteAt = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const Lead* lead = findLead(byteAt(0));
+  if (lead == nullptr) return {text.substr(0, 1), U'\uFFFD', false};
+  char32_t codePoint = payloadOfLead(byteAt(0), lead->length);
+  for (std::size_t i = 1; i < lead->length; ++i) {
+    const unsigned char from = i == 1 ? lead->secondFirst : 0x80;
+    const unsigned char to = i == 1 ? lead->secondLast : 0xBF;
+    if (i == text.size() || byteAt(i) < from || byteAt(i) > to) {
+      return {text.substr(0, i), U'\uFFFD', false};
+    }
+    codePoint = codePoint << 6 | (byteAt(i) & 0x3Fu);
+  }
+  return {text.substr(0, lead->length), codePoint, true};
+}
+
+// What must not reach a terminal or a reader as it is: control characters (C0, DEL, C1), line and
+// paragraph separators, and the marks that turn the direction of writing.
+bool isControl(char32_t codePoint) {
+  struct Range {
+    char32_t first, last;
+  };
+  constexpr Range controls[] = {
+      {0x00, 0x1F},     {0x7F, 0x9F},     {0x061C, 0x061C},
+      {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069},
+  };
+  return std::any_of(std::begin(controls), std::end(controls), [codePoint](const Range& range) {
+    return codePoint >= range.first && codePoint <= range.last;
+  });
+}
+
+std::string hexadecimal(const char* form, unsigned value) {
+  char text[16];
+  std::snprintf(text, sizeof text, form, value);
+  return text;
+}
+
+std::string escapedControl(char32_t codePoint) {
+  switch (codePoint) {
+    case U'\n': return "\\n";
+    case U'\r': return "\\r";
+    case U'\t': return "\\t";
+    default: return hexadecimal(codePoint < 0x80 ? "\\x%02x" : "\\u%04x", codePoint);
+  }
+}
+
+std::string escapedBytes(std::string_view bytes) {
+  std::string text;
+  for (const char byte : bytes) text += hexadecimal("\\x%02x", static_cast<unsigned char>(byte));
+  return text;
+}
+
+std::string_view htmlOf(const Utf8Step& step) {
+  switch (step.codePoint) {
+    case U'&': return "&amp;";
+    case U'<': return "&lt;";
+    case U'>': return "&gt;";
+    case U'"': return "&quot;";
+    case U'\'': return "&#39;";
+    case U'\n':
+    case U'\t': return step.bytes;
+    default: return step.valid && !isControl(step.codePoint) ? step.bytes : "\uFFFD";
+  }
+}
+
+}  // namespace
+
+Utf8Step takeUtf8Step(std::string_view& text) {
+  const Utf8Step step = firstUtf8Step(text);
+  text.remove_prefix(step.bytes.size());
+  return step;
+}
+
+std::string escapeForTerminal(std::string_view text) {
+  std::string escaped;
+  while (!text.empty()) {
+    const Utf8Step step = takeUtf8Step(text);
+    if (!step.valid) {
+      escaped += escapedBytes(step.bytes);
+    } else if (isControl(step.codePoint)) {
+      escaped += escapedControl(step.codePoint);
+    } else {
+      escaped += step.bytes;
+    }
+  }
+  return escaped;
+}
+
+std::string escapeForHtml(std::string_view text) {
+  std::string escaped;
+  while (!text.empty()) escaped += htmlOf(takeUtf8Step(text));
+  return escaped;
+}
+
+std::string escapeForJson(std::string_view text) {
+  std::string escaped;
+  while (!text.empty()) {
+    const Utf8Step step = takeUtf8Step(text);
+    if (!step.valid) {
+      escaped += "\uFFFD";
+    } else if (step.codePoint == U'"' || step.codePoint == U'\\') {
+      (escaped += '\\') += step.bytes;
+    } else if (isControl(step.codePoint)) {
+      char escape[8];
+      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(step.codePoint));
+      escaped += escape;
+    } else {
+      escaped += step.bytes;
+    }
+  }
+  return escaped;
+}
+
+std::string base64(std::string_view bytes) {
+  constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string text;
+  for (std::size_t at = 0; at < bytes.size(); at += 3) {
+    const std::string_view group = bytes.substr(at, 3);
+    unsigned bits = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+      bits = bits << 8 | (i < group.size() ? static_cast<unsigned char>(group[i]) : 0u);
+    }
+    for (std::size_t i = 0; i < 4; ++i) {
+      text += i <= group.size() ? digits[bits >> (18 - 6 * i) & 0x3F] : '=';
+    }
+  }
+  return text;
+}
+
+}  // namespace program

@@ -1,0 +1,152 @@
+// The system's side of the program on POSIX.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "system.h"
+
+namespace program {
+namespace {
+
+// A closed descriptor is filled with one that fails for its purpose; else the next picture opened
+// for reading and writing would get its number, and be overwritten with the program's output.
+void fillIfClosed(int descriptor, int flags) {
+  if (::fcntl(descriptor, F_GETFD) == -1 && errno == EBADF) ::open("/dev/null", flags);
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+    if (written == -1 && errno != EINTR) return false;
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+struct MemoryFree {
+  void operator()(char* memory) const { std::free(memory); }
+};
+
+// The file that the links at `path` lead to.
+std::string withoutLinks(const std::string& path) {
+  const std::unique_ptr<char, MemoryFree> resolved(::realpath(path.c_str(), nullptr));
+  return resolved == nullptr ? path : resolved.get();
+}
+
+mode_t modeOfNewFiles() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666 & ~mask;
+}
+
+// Closes in any case.
+bool writeAndClose(int file, std::string_view bytes) {
+  const bool written = file != -1 && writeAll(file, bytes);
+  const int problem = errno;
+  const bool closed = file != -1 && ::close(file) == 0;
+  if (!written) errno = problem;
+  return written && closed;
+}
+
+// The bytes go to a new file beside the old one, which then takes its place in one step.
+bool replaceWhole(const std::string& path, mode_t mode, std::string_view bytes) {
+  std::string temporary = path.substr(0, path.rfind('/') + 1) + ".exifkeep-XXXXXX";
+  const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
+  if (file == -1) return false;
+  // A file system without modes, such as that of a camera's card, may refuse; it has its own.
+  [[maybe_unused]] const int ignored = ::fchmod(file, mode);
+  if (writeAndClose(file, bytes) && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
+  const int problem = errno;
+  ::unlink(temporary.c_str());
+  errno = problem;
+  return false;
+}
+
+bool replace(const std::string& path, std::string_view bytes) {
+  struct stat status;
+  if (::stat(path.c_str(), &status) != 0) return replaceWhole(path, modeOfNewFiles(), bytes);
+  if (!S_ISREG(status.st_mode)) {
+    return writeAndClose(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY), bytes);
+  }
+  // A file that must not be written is not replaced either.
+  if (::access(path.c_str(), W_OK) != 0) return false;
+  return replaceWhole(withoutLinks(path), status.st_mode & 0777, bytes);
+}
+
+}  // namespace
+
+void guardDescriptors() {
+  fillIfClosed(STDIN_FILENO, O_WRONLY);
+  fillIfClosed(STDOUT_FILENO, O_RDONLY);
+  fillIfClosed(STDERR_FILENO, O_RDONLY);
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool isTerminal(Stream stream) {
+  switch (stream) {
+    case Stream::input: return ::isatty(STDIN_FILENO) != 0;
+    case Stream::output: return ::isatty(STDOUT_FILENO) != 0;
+    case Stream::error: return ::isatty(STDERR_FILENO) != 0;
+  }
+  return false;
+}
+
+bool outputGoesToFile() {
+  struct stat output, null;
+  if (::fstat(STDOUT_FILENO, &output) != 0) return false;
+  if (S_ISREG(output.st_mode)) return true;
+  return S_ISCHR(output.st_mode) && ::stat("/dev/null", &null) == 0 &&
+         output.st_rdev == null.st_rdev;
+}
+
+bool writeOutput(std::string_view bytes) {
+  return writeAll(STDOUT_FILENO, bytes);
+}
+
+void setEnvironment(const char* name, const std::string& value) {
+  ::setenv(name, value.c_str(), 1);
+}
+
+std::string whyNotReadable(const std::string& path) {
+  struct stat status;
+  if (::stat(path.c_str(), &status) != 0) return std::strerror(errno);
+  if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
+  if (!S_ISREG(status.st_mode)) return "Not a regular file";
+  const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (file == -1) return std::strerror(errno);
+  ::close(file);
+  return "";
+}
+
+std::string whyNotWritable(const std::string& path) {
+  const std::string folder = path.substr(0, path.rfind('/') + 1);
+  if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
+    return "its folder: " + std::string(std::strerror(errno));
+  }
+  if (::access(path.c_str(), W_OK) == 0) return whyNotReadable(path);
+  return errno == ENOENT ? "" : std::strerror(errno);
+}
+
+bool isThere(const std::string& path) {
+  struct stat status;
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+bool isSameFile(const std::string& path, const std::string& other) {
+  struct stat first, second;
+  return ::stat(path.c_str(), &first) == 0 && ::stat(other.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+std::string replaceFile(const std::string& path, std::string_view bytes) {
+  return replace(path, bytes) ? "" : std::strerror(errno);
+}
+
+}  // namespace program
