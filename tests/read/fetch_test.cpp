@@ -1,11 +1,11 @@
-// How the values of entries reach the records: every row in both byte orders, then the rules that
-// differ from what an entry's type and count would say.
+// How the values of entries reach the records: the rules that differ from what an entry's type and
+// count would say, and the defaults.
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <array>
 
+#include "full_picture.h"
 #include "read/reading.h"
-#include "read/tag_tables.h"
 
 namespace exifkeep::test {
 namespace {
@@ -14,93 +14,69 @@ using FetchTest = ReadTest;
 
 constexpr uint32_t all = 0xFFFFFFFF, far = 0x7FFFFFF0;
 
-// An entry with a value of its own for a row, as the row's way has it.
-Entry entryFor(const TagRow& row) {
-  const int64_t n = row.tag;
-  switch (row.fetch) {
-    case Fetch::shortValue: return shorts(row.tag, {n ^ 0x4321});
-    case Fetch::longValue:
-    case Fetch::shortOrLong: return longs(row.tag, {n << 16 | 0x4321});
-    case Fetch::rationals:
-    case Fetch::shorts:
-    case Fetch::subjectArea: {
-      const unsigned unit = row.fetch == Fetch::rationals ? 4 : 2;
-      std::string value;
-      for (unsigned i = 0; i < row.capacity / unit; ++i)
-        value += number(static_cast<uint64_t>(n * 0x10203 + i), unit);
-      return {row.tag, static_cast<uint16_t>(row.type), row.limit, value, unit, true};
-    }
-    case Fetch::rawByte: return bytes(row.tag, "\x7F");
-    case Fetch::rawText: return bytes(row.tag, std::string("1998").substr(0, row.limit));
-    default: return text(row.tag, std::to_string(n) + "text");
+// What the tests of the list and of saved files do not see of the full picture.
+TEST_F(FetchTest, FieldsThatAreNeitherShownNorSaved) {
+  for (const Order order : bothOrders) {
+    const auto result = read(fullPicture(), order);
+    const ImageIfdRecord& primary = result->primary;
+    EXPECT_TRUE(primary.hasPhotometricInterpretation && primary.hasStripOffsets);
+    EXPECT_TRUE(primary.hasRowsPerStrip && primary.hasStripByteCounts);
+    EXPECT_EQ(primary.photometricInterpretation, 10u);
+    EXPECT_EQ(primary.stripOffsets, 70003u);
+    EXPECT_EQ(primary.rowsPerStrip, 70004u);
+    EXPECT_EQ(primary.stripByteCounts, 70005u);
+    EXPECT_TRUE(result->gps.hasGpsDestLatitudeRef && result->gps.hasGpsDestLongitude);
+    EXPECT_STREQ(result->gps.gpsDestLatitudeRef, "Sh");
+    EXPECT_EQ(result->gps.gpsDestLongitude[2].denominator, 56u);
+    EXPECT_STREQ(result->exif.interoperabilityVersion, "0100");
   }
 }
 
-// Compares field by field with what the entries were made from; this host is little-endian.
-void expectValues(TagTable table, const void* record, std::vector<uint16_t> excepted = {}) {
-  const auto* start = static_cast<const char*>(record);
-  for (const TagRow& row : table) {
-    if (row.flag == noField || std::ranges::count(excepted, row.tag)) continue;
-    uint32_t flag;
-    std::memcpy(&flag, start + row.flag, sizeof flag);
-    EXPECT_EQ(flag, 1u) << row.tag;
-    std::string expected = entryFor(row).value;
-    expected.resize(row.capacity);
-    EXPECT_EQ(std::string(start + row.field, row.capacity), expected) << row.tag;
+TEST_F(FetchTest, ResetGivesTheDefaults) {
+  for (const bool isJpeg : {true, false}) {
+    const std::string tiff = tiffBytes(fullPicture(), Order::ii);
+    const auto result = read(isJpeg ? jpegBytes(tiff) : tiff);
+    resetImageIfdRecord(result->reader, result->primary);
+    resetExifIfdRecord(result->reader, result->exif);
+    resetGpsIfdRecord(result->gps);
+    EXPECT_FALSE(result->reader.makerNoteBuffer || result->reader.userCommentBuffer);
+    ImageIfdRecord primary = {};
+    for (uint16_t& bits : primary.bitsPerSample) bits = 8;
+    primary.xResolution = primary.yResolution = {1, 72};
+    primary.resolutionUnit = 2;
+    primary.referenceBlackWhite[0].numerator = 255;
+    primary.referenceBlackWhite[1].numerator = isJpeg ? 128 : 255;
+    primary.referenceBlackWhite[2].numerator = isJpeg ? 128 : 255;
+    primary.yCbCrPositioning = primary.orientation = 1;
+    ExifIfdRecord exif = {};
+    exif.focalPlaneResolutionUnit = 2;
+    exif.sceneType = 1;
+    GpsIfdRecord gps = {};
+    gps.gpsVersionId[0] = gps.gpsVersionId[1] = '2';
+    gps.gpsSpeedRef[0] = gps.gpsDestDistanceRef[0] = 'K';
+    gps.gpsTrackRef[0] = gps.gpsImgDirectionRef[0] = gps.gpsDestBearingRef[0] = 'T';
+    EXPECT_EQ(std::memcmp(&result->primary, &primary, sizeof primary), 0);
+    EXPECT_EQ(std::memcmp(&result->exif, &exif, sizeof exif), 0);
+    EXPECT_EQ(std::memcmp(&result->gps, &gps, sizeof gps), 0);
   }
-}
-
-TEST_F(FetchTest, EveryRowReadsTheSameFromBothByteOrders) {
-  Picture picture{.interoperability = {bytes(1, "R98"), bytes(2, "0100")}};
-  for (const TagRow& row : imageTags) picture.thumbnail.push_back(entryFor(row));
-  for (const TagRow& row : exifTags) picture.exif.push_back(entryFor(row));
-  for (const TagRow& row : gpsTags) picture.gps.push_back(entryFor(row));
-  picture.image = picture.thumbnail;
-  *(picture.image.end() - 2) = exifPointer();
-  *(picture.image.end() - 1) = gpsPointer();
-  for (Entry& entry : picture.exif)
-    if (entry.tag == tag::interoperabilityIfdPointer) entry = interoperabilityPointer();
-  // Tags that no table has are passed over: none is taken for one that was read before it.
-  for (auto* entries : {&picture.image, &picture.exif, &picture.gps, &picture.thumbnail})
-    for (uint16_t tag = 0x5000; tag < 0x5200; ++tag) entries->push_back(shorts(tag, {1}));
-  for (const Order order : bothOrders)
-    for (const std::string& before : {std::string(), jfifSegment()}) {
-      const auto result = read(jpegBytes(tiffBytes(picture, order), before));
-      ExifIfdRecord& exif = result->exif;
-      ASSERT_TRUE(result->succeeded);
-      expectValues(imageTags, &result->primary, {tag::exifIfdPointer, tag::gpsIfdPointer});
-      expectValues(imageTags, &result->thumbnail);
-      expectValues(exifTags, &exif, {tag::makerNote, tag::userComment});
-      expectValues(gpsTags, &result->gps);
-      EXPECT_EQ(std::string(exif.makerNote, exif.makerNote + exif.makerNoteLength).c_str(),
-                std::string("37500text"));
-      EXPECT_EQ(std::string(exif.userCommentCode, 8), "37510tex");
-      EXPECT_STREQ(reinterpret_cast<const char*>(exif.userComment), "t");
-      EXPECT_EQ(exif.isR98Interoperability, 1u);
-      EXPECT_STREQ(exif.interoperabilityVersion, "0100");
-      EXPECT_EQ(countPresentImageFields(result->primary), 24u);
-      EXPECT_EQ(countPresentGpsFields(result->gps), 29u);
-      EXPECT_EQ(countPresentExifFields(exif), 52u);
-      resetExifIfdRecord(result->reader, exif);
-      EXPECT_EQ(countPresentExifFields(exif), 0u);
-      EXPECT_FALSE(result->reader.makerNoteBuffer || result->reader.userCommentBuffer);
-      resetImageIfdRecord(result->reader, result->primary);
-      resetGpsIfdRecord(result->gps);
-      EXPECT_EQ(countPresentImageFields(result->primary) + countPresentGpsFields(result->gps), 0u);
-      EXPECT_EQ(result->primary.referenceBlackWhite[1].numerator, 128u);  // 255 in TIFF files
-    }
 }
 
 TEST_F(FetchTest, TheTagChoosesTheWayNotTheType) {
   for (const Order order : bothOrders) {
-    const auto result = read({.image = {exifPointer(), longs(0x112, {6}), shorts(0x100, {640}),
-                                        shorts(0x102, {5, 6, 5}).withCount(1)},
-                              .exif = {version(), shorts(0x8827, {200, 400}),
-                                       bytes(0x9101, std::string("\0\2\3\0", 4))}},
-                             order);
+    const auto result =
+        read({.image = {exifPointer(), longs(0x112, {6}), shorts(0x100, {640}), shorts(0x101, {1}),
+                        shorts(0x111, {2}), shorts(0x116, {3}), shorts(0x117, {4}),
+                        shorts(0x102, {5, 6, 5}).withCount(1)},
+              .exif = {version(), shorts(0x8827, {200, 400}), shorts(0xA002, {5}),
+                       shorts(0xA003, {6}), bytes(0x9101, std::string("\0\2\3\0", 4))}},
+             order);
     // The first two bytes of a LONG are its low half in II only.
     EXPECT_EQ(result->primary.orientation, order == Order::ii ? 6 : 0);
-    EXPECT_EQ(result->primary.imageWidth, 640u);
+    const ImageIfdRecord& primary = result->primary;
+    EXPECT_THAT((std::array{primary.imageWidth, primary.imageLength, primary.stripOffsets,
+                            primary.rowsPerStrip, primary.stripByteCounts,
+                            result->exif.pixelXDimension, result->exif.pixelYDimension}),
+                testing::ElementsAre(640, 1, 2, 3, 4, 5, 6));
     EXPECT_THAT(result->primary.bitsPerSample, testing::ElementsAre(5, 6, 5));
     EXPECT_TRUE(result->exif.hasComponentsConfiguration);
     EXPECT_EQ(result->exif.isoSpeedRatings, 200);
