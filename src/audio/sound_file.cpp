@@ -8,6 +8,7 @@ namespace exifkeep {
 
 bool readSoundFileName(ExifReader& reader, const char* path, char* name) {
   ExifIfdRecord exif;
+  reader.longestValue = 0;
   if (!readExifDirectory(reader, path, exif) || !exif.hasRelatedSoundFile) return false;
   // Three spellings and no other (.wAv is none), anywhere in the name: intended, hosts rely on it.
   for (const char* extension : {".wav", ".WAV", ".Wav"}) {

@@ -38,9 +38,9 @@ class ExifReader : public CObject {
   // Values of unbounded size; an ExifIfdRecord points into them.
   std::unique_ptr<uint8_t[]> makerNoteBuffer;
   std::unique_ptr<uint8_t[]> userCommentBuffer;
-  // The bytes that are loaded of each. The info list shows their beginnings only, and a maker note
-  // may be most of the metadata.
-  uint32_t longestValue = UINT32_MAX;
+  // The most bytes that are loaded of each: as many as a save could write, unless the caller uses
+  // fewer. The info list shows their beginnings only, and a maker note may be most of the metadata.
+  uint32_t longestValue = 1 << 16;
 
   ImageCodecBridge* codec;
 

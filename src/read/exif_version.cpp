@@ -15,6 +15,7 @@ float exifVersionNumber(const char* digits) {
 
 float readExifVersion(ExifReader& reader, const char* path) {
   ExifIfdRecord exif;
+  reader.longestValue = 0;
   if (!readExifDirectory(reader, path, exif) || !exif.hasExifVersion) return 0.0f;
   return exifVersionNumber(exif.exifVersion);
 }

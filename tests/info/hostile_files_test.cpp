@@ -1,6 +1,7 @@
 // Files made to harm: cut anywhere, and 1 MiB made to be slow. The sanitizers see that nothing
 // reads or writes where it should not.
 #include <cmath>
+#include <functional>
 
 #include "info/listing.h"
 #include "info/memory_meter.h"
@@ -94,6 +95,31 @@ TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
     FreeInfoList(&list);
     EXPECT_TRUE(isExif(path("x.jpg"))) << what;
   }
+}
+
+TEST_F(HostileFilesTest, NoMoreOfNoteAndCommentIsLoadedThanIsUsed) {
+  constexpr uint32_t all = 0xFFFFFFFF;
+  const Picture picture{
+      {exifPointer()},
+      {version(), field(0x927C, typeUndefined, all, 8), field(0x9286, typeUndefined, all, 8)}};
+  const std::string path = fileOf(tiffBytes(picture, Order::ii));
+  std::filesystem::resize_file(path, 768 << 20);
+  char sound[15];
+  CPtrList list;
+  const struct {
+    const char* what;
+    std::function<bool()> call;
+    size_t longest;
+  } calls[] = {{"version", [&] { return GetExifVersion(path.c_str()) == 2.2f; }, 0},
+               {"sound", [&] { return !GetSoundFile(path.c_str(), sound); }, 0},
+               {"list", [&] { return GetExifInfo(path.c_str(), &list) == 1; }, 0},
+               {"save", [&] { return Reading(path).succeeded; }, 65536}};
+  for (const auto& [what, call, longest] : calls) {
+    const size_t before = bytesAllocated();
+    EXPECT_TRUE(call()) << what;
+    EXPECT_LT(bytesAllocated() - before, 2 * longest + 32768) << what;
+  }
+  FreeInfoList(&list);
 }
 
 }  // namespace
