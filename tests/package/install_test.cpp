@@ -8,6 +8,7 @@
 namespace exifkeep::test {
 namespace {
 
+using testing::ContainsRegex;
 using testing::Each;
 using testing::HasSubstr;
 using testing::IsSupersetOf;
@@ -92,6 +93,42 @@ TEST_F(InstalledForHosts, IsFoundByPkgConfig) {
                 "' -std=c++20 -Wall -Wextra -Werror '" EXIFKEEP_SOURCE_DIR
                 "/examples/list_folder.cpp' $(pkg-config --cflags --libs exifkeep) -o host",
                 "LD_LIBRARY_PATH=prefix/" EXIFKEEP_LIBDIR " ./host");
+}
+
+// A project takes the sources in, makes static libraries of them and installs these with its own
+// program; a second host links what was installed.
+TEST_F(InstalledForHosts, IsASubprojectOfStaticLibraries) {
+  write("CMakeLists.txt", R"(cmake_minimum_required(VERSION 3.25)
+project(whole LANGUAGES CXX)
+find_package(JPEG REQUIRED)
+add_subdirectory(")" EXIFKEEP_SOURCE_DIR R"(" exifkeep)
+foreach(absent IN ITEMS exifkeep_program exifkeep_docs package)
+  if(TARGET ${absent})
+    message(FATAL_ERROR "${absent} is no concern of the whole")
+  endif()
+endforeach()
+if(DEFINED CPACK_GENERATOR OR CMAKE_BUILD_TYPE STREQUAL Release)
+  message(FATAL_ERROR "the whole's own settings are changed")
+endif()
+add_executable(host ")" EXIFKEEP_SOURCE_DIR R"(/examples/list_folder.cpp")
+target_link_libraries(host PRIVATE exifkeep::exifkeep exifkeep::platform))");
+  expectListing("'" EXIFKEEP_CMAKE "' -S . -B whole -G '" EXIFKEEP_GENERATOR
+                "' -DCMAKE_CXX_COMPILER='" EXIFKEEP_CXX
+                "' -DCMAKE_DISABLE_FIND_PACKAGE_CLI11=ON -DBUILD_SHARED_LIBS=OFF"
+                " -DEXIFKEEP_INSTALL=ON && '" EXIFKEEP_CMAKE "' --build whole",
+                "whole/host");
+  EXPECT_THAT(run("'" EXIFKEEP_READELF "' -d whole/host").out, Not(HasSubstr("libexifkeep")));
+  ASSERT_EQ(run("'" EXIFKEEP_CMAKE "' --install whole --prefix static").status, 0);
+  expectListing("'" EXIFKEEP_CMAKE "' -S '" EXIFKEEP_SOURCE_DIR
+                "/examples' -B found -G '" EXIFKEEP_GENERATOR
+                "' -DCMAKE_CXX_COMPILER='" EXIFKEEP_CXX
+                "' -DCMAKE_PREFIX_PATH=$PWD/static && '" EXIFKEEP_CMAKE "' --build found",
+                "found/list_folder");
+  expectListing(
+      "export PKG_CONFIG_PATH=$PWD/static/" EXIFKEEP_LIBDIR "/pkgconfig; '" EXIFKEEP_CXX
+      "' -std=c++20 '" EXIFKEEP_SOURCE_DIR
+      "/examples/list_folder.cpp' $(pkg-config --static --cflags --libs exifkeep) -o host",
+      "./host");
 }
 
 class DebianPackages : public ShellTest {
