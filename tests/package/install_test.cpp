@@ -72,6 +72,31 @@ TEST_F(Installed, NamesNoPlaceOutsideItself) {
   }
 }
 
+// Read off the files: full RELRO and immediate binding, a stack that is not executable, stack and
+// buffer checks, and on x86 indirect jumps to marked places and stack probes.
+TEST_F(Installed, IsHardened) {
+  if (!*EXIFKEEP_HARDENED) GTEST_SKIP() << "only optimised builds without sanitizers are";
+  const bool isX86 = run("uname -m").out == "x86_64\n";
+  for (const std::string file : {"bin/exifkeep", EXIFKEEP_LIBDIR "/libexifkeep.so",
+                                 EXIFKEEP_LIBDIR "/libexifkeep_platform.so"}) {
+    const std::string name = "'prefix/" + file + "'";
+    const std::string headers = run("'" EXIFKEEP_READELF "' -Wdl " + name).out;
+    EXPECT_THAT(headers, AllOf(HasSubstr("BIND_NOW"), HasSubstr("GNU_RELRO"),
+                               ContainsRegex("GNU_STACK.* RW "), HasSubstr("type is DYN")))
+        << file;
+    EXPECT_THAT(run("'" EXIFKEEP_NM "' -D " + name).out,
+                AllOf(HasSubstr(" __stack_chk_fail"), HasSubstr("printf_chk")))
+        << file;
+    if (!isX86) continue;
+    for (const std::string code : {"endbr64", R"((or[lq] +|movq? +)\$0x0,\(%rsp\))"})
+      EXPECT_EQ(
+          run("'" EXIFKEEP_OBJDUMP "' -d --no-show-raw-insn " + name + " | grep -qE '" + code + "'")
+              .status,
+          0)
+          << file << ": " << code;
+  }
+}
+
 // The examples build on their own, without the flags of a sanitizer.
 class InstalledForHosts : public Installed {
  protected:
