@@ -53,6 +53,7 @@ TEST_F(Answers, WrongUsageDoesNothing) {
       {"save exif.jpg new.jpg --process 7", "2 to 6"},
       {"save exif.jpg -", "not to standard output"},
       {"open exif.jpg --image -", "not to standard output"},
+      {"audio exif.jpg --sound note.mp3", ".wav, .WAV or .Wav"},
       {"audio exif.jpg --software \"$(printf %256s x)\"", "255"},
   };
   for (const auto& [arguments, complaint] : cases) {

@@ -3,12 +3,14 @@
 #include <gmock/gmock.h>
 
 #include "codec/picture_fixture.h"
+#include "other_metadata.h"
 #include "program/exif_fixture.h"
 #include "program/shell.h"
 
 namespace exifkeep::test {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -41,6 +43,52 @@ TEST_F(PictureCommands, SaveTellsWhetherMetadataWentAlong) {
   EXPECT_THAT(run("$E save exif.jpg new.png", 0), HasSubstr("saved without Exif data"));
   EXPECT_THAT(run("$E save plain.jpg plain2.jpg", 0), HasSubstr("plain.jpg has none"));
   EXPECT_EQ(run("$E check plain2.jpg", 1), "plain2.jpg: not an Exif file\n");
+}
+
+std::string segment(char marker, const std::string& content) {
+  return std::string{'\xFF', marker} + number(content.size() + 2, 2, Order::mm) + content;
+}
+
+std::string chunk(const std::string& type, const std::string& content) {
+  return number(content.size(), 4, Order::mm) + type + content + "CRC ";
+}
+
+TEST_F(PictureCommands, WhatIsNotKeptIsNamed) {
+  using namespace std::string_literals;
+  const auto imageResource = [](char id) { return "8BIM\4"s + id + "\0\0\0\0\0\1x\0"s; };
+  const std::string photoshop = "Photoshop 3.0\0"s + imageResource(3);
+  const auto jpeg = [](const std::string& segments) {
+    return std::string("\xFF\xD8") + segments + "\xFF\xD9";
+  };
+  const auto png = [](const std::string& chunks) {
+    return std::string("\x89PNG\r\n\x1A\n") + chunks;
+  };
+  const Picture tiff = {.image = {bytes(700, "<x/>"), bytes(33723, "x"), bytes(34675, "x")}};
+  const std::vector<std::pair<std::string, const char*>> cases = {
+      {read("exif.jpg"), ""},
+      {jpeg(segment('\xFE', "hello") + segment('\xE2', "ICC_PROFILE\0\1\1"s)),
+       "ICC profile, comment"},
+      {jpeg(segment('\xE1', "http://ns.adobe.com/xap/1.0/\0<x/>"s)), "XMP"},
+      {jpeg(segment('\xED', photoshop + imageResource(4))), "IPTC"},
+      {jpeg(segment('\xED', photoshop)), ""},
+      {jpeg(segment('\xED', photoshop + "8BIM\4\5\xFF")), ""},
+      {jpeg(segment('\xDA', "") + segment('\xFE', "part of the scan")), ""},
+      {tiffBytes(tiff, Order::ii), "ICC profile, XMP, IPTC"},
+      {tiffBytes(tiff, Order::mm), "ICC profile, XMP, IPTC"},
+      {png(chunk("iCCP", "x") + chunk("IDAT", "tEXt") + chunk("tEXt", "a\0b"s)),
+       "ICC profile, comment"},
+      {png(chunk("iTXt", "XML:com.adobe.xmp\0\0\0\0\0<x/>"s)), "XMP"},
+  };
+  for (const auto& [file, kinds] : cases) {
+    write("file", file);
+    EXPECT_EQ(program::otherMetadata(path("file")), kinds) << testing::PrintToString(file);
+  }
+  std::string commented = read("exif.jpg");
+  commented.insert(commented.size() - read("plain.jpg").size() + 2, segment('\xFE', "hello"));
+  write("exif.jpg", commented);
+  EXPECT_THAT(run("$E save exif.jpg exif.jpg", 0), EndsWith("exif.jpg; not kept: comment\n"));
+  write("exif.jpg", commented);
+  EXPECT_THAT(run("$E audio exif.jpg", 0), EndsWith("exif.jpg: not kept: comment\n"));
 }
 
 TEST_F(PictureCommands, OpenDescribesOrWritesTheImages) {

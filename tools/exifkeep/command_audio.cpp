@@ -8,6 +8,7 @@
 #include "command_options.h"
 #include "copy_dialogue.h"
 #include "image_files.h"
+#include "other_metadata.h"
 #include "standard_streams.h"
 #include "system.h"
 
@@ -73,6 +74,13 @@ std::string attach(const AudioOptions& options, PathBuffer& path, PRaster& image
   return result == 1 ? sound.text() : "";
 }
 
+// GetSoundFile reports names with these extensions only.
+std::string checkSound(const std::string& name) {
+  const std::string extension = name.substr(std::min(name.rfind('.'), name.size()));
+  if (extension == ".wav" || extension == ".WAV" || extension == ".Wav") return "";
+  return "the name of a recording ends in .wav, .WAV or .Wav";
+}
+
 ExitStatus audio(const AudioOptions& options) {
   if (!canBeOpened(options.target)) return ExitStatus::failed;
   if (!options.sound.empty() && !canBeOpened(options.sound)) return ExitStatus::failed;
@@ -82,6 +90,7 @@ ExitStatus audio(const AudioOptions& options) {
   const bool ownThumbnail = !options.thumbnail.empty();
   if (ownThumbnail && !readImage(options.thumbnail, thumbnail)) return ExitStatus::failed;
 
+  const std::string lost = otherMetadata(options.target);
   PathBuffer path(options.target);
   const std::string name = attach(options, path, image, ownThumbnail ? &thumbnail : nullptr);
   if (name.empty()) {
@@ -90,6 +99,7 @@ ExitStatus audio(const AudioOptions& options) {
     return ExitStatus::failed;
   }
   printAnswer(path.text(), name);
+  if (!lost.empty()) noteAbout(path.text(), "not kept: " + lost);
   return ExitStatus::ok;
 }
 
@@ -99,7 +109,8 @@ void addAudio(CLI::App& program, Command& chosen) {
   CLI::App& command = addCommand(program, "audio", "Attach a sound recording to a picture");
   auto options = std::make_shared<AudioOptions>();
   addArgument(command, "PICTURE", options->target, "Picture that the recording belongs to");
-  addText(command, "--sound", options->sound, "WAV", "Recording to copy beside the picture");
+  addText(command, "--sound", options->sound, "WAV", "Recording to copy beside the picture",
+          checkSound);
   addText(command, "--software", options->software, "NAME",
           "Software to record, exifkeep by default", [](const std::string& name) {
             return name.size() <= 255 ? "" : "the name of the software takes at most 255 bytes";

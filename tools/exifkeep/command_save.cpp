@@ -6,6 +6,7 @@
 #include "answers.h"
 #include "command_options.h"
 #include "image_files.h"
+#include "other_metadata.h"
 #include "standard_streams.h"
 
 namespace program {
@@ -43,6 +44,7 @@ ExitStatus save(const SaveOptions& options) {
   if (ownThumbnail && !readImage(options.thumbnail, thumbnail)) return ExitStatus::failed;
 
   const bool sourceHadExif = IsExifFile(options.source.c_str()) != 0;
+  const std::string lost = otherMetadata(options.source);
   if (!saveFile(options, image, ownThumbnail ? &thumbnail : nullptr)) {
     complainAbout(
         options.destination,
@@ -50,7 +52,8 @@ ExitStatus save(const SaveOptions& options) {
             whyNotWritten(options.destination, "the thumbnail may be too large, or the disk full"));
     return ExitStatus::failed;
   }
-  noteAbout(options.destination, outcome(options, sourceHadExif));
+  noteAbout(options.destination,
+            outcome(options, sourceHadExif) + (lost.empty() ? "" : "; not kept: " + lost));
   return ExitStatus::ok;
 }
 
