@@ -1,5 +1,6 @@
 // One picture file while it is read or written, with its own position: the three codec libraries
-// get all their bytes through it. Only regular files open. Nothing is buffered here.
+// get all their bytes through it. Only regular files open. Nothing is buffered here. Made of the
+// system's own calls, in platform/posix and platform/windows.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +14,7 @@ class PictureFile {
   PictureFile& operator=(const PictureFile&) = delete;
   ~PictureFile();
 
-  bool isOpen() const noexcept { return file_ >= 0; }
+  bool isOpen() const noexcept { return file_ != -1; }
   std::uint64_t size() const noexcept { return size_; }
   std::uint64_t position() const noexcept { return position_; }
   void moveTo(std::uint64_t position) noexcept { position_ = position; }
@@ -25,9 +26,10 @@ class PictureFile {
 
  protected:
   PictureFile() noexcept = default;
-  bool open(const char* path, int flags) noexcept;
+  enum class Purpose { reading, writing };
+  bool open(const char* path, Purpose purpose) noexcept;
 
-  int file_ = -1;
+  std::intptr_t file_ = -1;  // a descriptor; on Windows a handle
   std::uint64_t size_ = 0;
   std::uint64_t position_ = 0;
   bool failed_ = false;

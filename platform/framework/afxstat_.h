@@ -4,23 +4,11 @@
 // call's texts agree with each other and a later call follows a changed environment.
 #pragma once
 
+#include <module_strings.h>
 #include <windows.h>
 
-#include <memory>
-#include <span>
 #include <string>
 #include <string_view>
-
-// One language of a module's string table: texts[id] in UTF-8, each followed by a NUL; empty where
-// an id has no text.
-struct AfxStringVariant {
-  LANGID language;
-  std::span<const std::string_view> texts;
-};
-
-struct AfxStringTable {
-  std::span<const AfxStringVariant> variants;
-};
 
 // A module's state lives as long as the module; the table is not copied.
 class AFX_MODULE_STATE {
@@ -32,10 +20,6 @@ class AFX_MODULE_STATE {
   const AfxStringTable* strings_;
 };
 
-namespace exifkeep {
-class CodePageEncoder;
-}
-
 // Makes `module` the current state of this thread; its end restores the state before. Nests.
 class AFX_MAINTAIN_STATE2 {
  public:
@@ -44,17 +28,13 @@ class AFX_MAINTAIN_STATE2 {
   AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
   AFX_MAINTAIN_STATE2& operator=(const AFX_MAINTAIN_STATE2&) = delete;
 
-  // Finds the module's text with this id: `text` is the table's own where UTF-8 is wanted; in other
-  // code pages `encoded` gets the text instead. False, and neither touched, when there is none.
+  // Finds the module's text with this id: `text` becomes the table's own where that is what is
+  // wanted, else `encoded` gets the text. False, and neither touched, when there is none.
   bool loadText(UINT id, std::string_view& text, std::string& encoded);
 
  private:
-  void takeLanguage();
-
   const AFX_MODULE_STATE* module_;
   AFX_MAINTAIN_STATE2* previous_;
   bool languageTaken_ = false;
-  std::span<const std::string_view> texts_;
-  // Null while texts leave as they are, in UTF-8.
-  std::unique_ptr<exifkeep::CodePageEncoder> encoder_;
+  exifkeep::ModuleStrings strings_;
 };

@@ -2,6 +2,7 @@
 // "Hant", "Hans") or, without one, by region: Taiwan, Hong Kong and Macao write traditionally.
 #include <language.h>
 #include <locale_name.h>
+#include <system_language.h>
 
 #include <algorithm>
 #include <array>
@@ -99,7 +100,7 @@ LANGID userLanguage() {
   const std::string_view locale = firstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
   if (isCLocale(locale)) return english;
   if (const auto language = firstMatch(firstSet({"LANGUAGE"}))) return *language;
-  const LANGID language = matchLanguage(locale);
+  const LANGID language = matchLanguage(locale.empty() ? systemLanguage() : locale);
   return language != 0 ? language : english;
 }
 

@@ -1,9 +1,9 @@
-// Telling the user something: the host's handler does it, or standard error does. Also the owner
-// window that dialogs would belong to. The framework's own prompts are its own, in English, and not
+// Telling the user something: the host's handler does it, or the system does. Also the owner
+// window that dialogs belong to. The framework's own prompts are its own, in English, and not
 // a module's texts.
 #include <afxwin.h>
+#include <system_message.h>
 
-#include <cstdio>
 #include <mutex>
 
 namespace {
@@ -44,8 +44,8 @@ int AfxMessageBox(UINT id, UINT type, UINT) {
 int AfxMessageBox(LPCSTR text, UINT type, UINT) {
   const InstalledHandler handler = currentHandler();
   if (handler.show != nullptr) return handler.show(handler.context, text, type);
-  std::fprintf(stderr, "%s\n", text);
-  return IDOK;
+  return exifkeep::showSystemMessage(mainWindow != nullptr ? mainWindow->m_hWnd : nullptr, text,
+                                     type);
 }
 
 void AfxSetMessageBoxHandler(AfxMessageBoxHandler handler, void* context) {

@@ -16,8 +16,9 @@ PictureFile::~PictureFile() {
   if (file_ >= 0) ::close(file_);
 }
 
-bool PictureFile::open(const char* path, int flags) noexcept {
+bool PictureFile::open(const char* path, Purpose purpose) noexcept {
   if (failsNow(PlatformCall::open)) return false;
+  const int flags = purpose == Purpose::writing ? O_RDWR | O_CREAT : O_RDONLY;
   do {
     file_ = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
   } while (file_ < 0 && errno == EINTR);
@@ -48,11 +49,11 @@ std::size_t PictureFile::read(void* bytes, std::size_t count) noexcept {
 }
 
 PictureReading::PictureReading(const char* path) noexcept {
-  open(path, O_RDONLY);
+  open(path, Purpose::reading);
 }
 
 PictureWriting::PictureWriting(const char* path) noexcept : path_(path) {
-  if (!open(path, O_RDWR | O_CREAT) || size_ == 0) return;
+  if (!open(path, Purpose::writing) || size_ == 0) return;
   failed_ = ::ftruncate(file_, 0) != 0;
   size_ = 0;
 }

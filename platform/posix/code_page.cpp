@@ -1,9 +1,7 @@
 // The code page is the charset of the locale in force for text, as POSIX names it: the part after
 // "." in the first of LC_ALL, LC_CTYPE and LANG that is set. None, or one that the system does not
 // know, is UTF-8. Characters are converted exactly or become "?"; none is replaced by a similar
-// one. Relies on iconv. On Windows this file's work is done in code_page_windows.cpp.
-#if !defined(_WIN32)
-
+// one. Relies on iconv.
 #include <code_page.h>
 #include <iconv.h>
 #include <locale_name.h>
@@ -90,5 +88,3 @@ void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
 }
 
 }  // namespace exifkeep
-
-#endif

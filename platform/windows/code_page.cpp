@@ -1,7 +1,4 @@
-// The code page on Windows: the system's own (CP_ACP), reached through UTF-16. Elsewhere this file
-// is empty, and code_page.cpp does its work.
-#if defined(_WIN32)
-
+// The code page is the process's own (CP_ACP), reached through UTF-16.
 #include <code_page.h>
 #include <windows.h>
 
@@ -26,5 +23,3 @@ void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
 }
 
 }  // namespace exifkeep
-
-#endif

@@ -1,0 +1,42 @@
+// The C++ runtime's printf, which rounds exactly and ties to even; the system's own (_vsnprintf_l),
+// which would take a locale, does not in every version. So the thread is in the "C" locale while a
+// text is printed, where it is not in one like it already.
+#include <c_locale_format.h>
+#include <locale.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace exifkeep {
+namespace {
+
+class ThreadInCLocale {
+ public:
+  ThreadInCLocale() {
+    if (std::strcmp(localeconv()->decimal_point, ".") == 0) return;
+    numbers_ = setlocale(LC_NUMERIC, nullptr);
+    scope_ = _configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
+    setlocale(LC_NUMERIC, "C");
+  }
+  ~ThreadInCLocale() {
+    if (numbers_.empty()) return;
+    setlocale(LC_NUMERIC, numbers_.c_str());
+    _configthreadlocale(scope_);
+  }
+  ThreadInCLocale(const ThreadInCLocale&) = delete;
+  ThreadInCLocale& operator=(const ThreadInCLocale&) = delete;
+
+ private:
+  std::string numbers_;  // the name of the locale to return to; empty: none was left
+  int scope_ = 0;
+};
+
+}  // namespace
+
+int printInCLocale(char* target, std::size_t size, const char* format, va_list arguments) {
+  const ThreadInCLocale locale;
+  return std::vsnprintf(target, size, format, arguments);
+}
+
+}  // namespace exifkeep

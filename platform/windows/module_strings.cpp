@@ -1,0 +1,49 @@
+// Looks texts up in the string resources of the wanted language alone: LoadStringW would fall back
+// to another language for a text that this one lacks.
+#include <language.h>
+#include <module_strings.h>
+
+namespace exifkeep {
+namespace {
+
+// The UTF-16 text with this id; empty when there is none. Resources hold strings by sixteen, each
+// with its length before it.
+std::wstring_view findString(HMODULE module, LANGID language, UINT id) {
+  const auto block = static_cast<WORD>(id / 16 + 1);
+  const HRSRC place =
+      FindResourceExW(module, MAKEINTRESOURCEW(6), MAKEINTRESOURCEW(block), language);
+  const HGLOBAL resource = place != nullptr ? LoadResource(module, place) : nullptr;
+  if (resource == nullptr) return {};
+  const auto* units = static_cast<const wchar_t*>(LockResource(resource));
+  for (UINT i = 0; i < id % 16; ++i) units += 1 + *units;
+  return {units + 1, *units};
+}
+
+std::string inCodePage(std::wstring_view wide) {
+  // No code page needs more than four bytes a unit.
+  std::string text(4 * wide.size(), '\0');
+  const bool isUtf8 = GetACP() == CP_UTF8;
+  const int bytes = WideCharToMultiByte(
+      CP_ACP, isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()),
+      text.data(), static_cast<int>(text.size()), isUtf8 ? nullptr : "?", nullptr);
+  text.resize(static_cast<std::size_t>(bytes));
+  return text;
+}
+
+}  // namespace
+
+void ModuleStrings::take(const AfxStringTable& table) {
+  module_ = table.module;
+  language_ = userLanguage();
+}
+
+bool ModuleStrings::load(UINT id, std::string_view&, std::string& encoded) const {
+  // Ids have 16 bits; a module of null would mean the program's own file.
+  if (module_ == nullptr || id > 0xFFFF) return false;
+  const std::wstring_view text = findString(module_, language_, id);
+  if (text.empty()) return false;
+  encoded = inCodePage(text);
+  return true;
+}
+
+}  // namespace exifkeep
