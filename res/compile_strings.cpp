@@ -1,6 +1,7 @@
-// Build step: turns the language files of this folder into one C++ file with the library's string
-// table. A file with a missing id, an id that no table has, a text with blanks around it, invalid
-// UTF-8 or a comment that is not the English text stops the build with a line that says where.
+// Build step: turns the language files of this folder into the library's string table: a C++ file,
+// or Windows string resources when the output's name ends in .rc. A file with a missing id, an id
+// that no table has, a text with blanks around it, invalid UTF-8 or a comment that is not the
+// English text stops the build with a line that says where.
 //
 //   compile_strings OUTPUT FILE...     each FILE is named LANGUAGEID-tag.txt
 
@@ -146,6 +147,31 @@ void writeTable(std::ostream& output, const std::vector<Language>& languages) {
             "}  // namespace exifkeep\n";
 }
 
+// In resource scripts a quote is written twice.
+void writeWideLiteral(std::ostream& output, std::string_view text) {
+  output << "L\"";
+  for (char c : text) {
+    if (c == '"' || c == '\\') output << c;
+    output << c;
+  }
+  output << '"';
+}
+
+// A Windows language id has the language in its low ten bits and the variety above.
+void writeResources(std::ostream& output, const std::vector<Language>& languages) {
+  output << "// Made by compile_strings from res/.\n#pragma code_page(65001)\n";
+  for (const Language& language : languages) {
+    output << "\nLANGUAGE " << (language.id & 0x3FF) << ", " << (language.id >> 10)
+           << "\nSTRINGTABLE\nBEGIN\n";
+    for (const auto& [id, text] : language.texts) {
+      output << "  " << id << ' ';
+      writeWideLiteral(output, text);
+      output << '\n';
+    }
+    output << "END\n";
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -154,7 +180,10 @@ int main(int argc, char** argv) {
   for (int i = 2; i < argc; ++i) languages.push_back(readLanguage(argv[i]));
   checkComments(languages);
   std::ofstream output(argv[1]);
-  writeTable(output, languages);
+  if (std::string_view(argv[1]).ends_with(".rc"))
+    writeResources(output, languages);
+  else
+    writeTable(output, languages);
   output.close();
   if (!output) fail(argv[1], "cannot be written");
 }

@@ -12,6 +12,15 @@ test_packages=(
   clang-14 libclang-rt-14-dev  # the fuzzers
   doxygen                      # checks the comments of the public headers
 )
+windows_packages=(
+  g++-mingw-w64-x86-64 libz-mingw-w64-dev
+  cmake ninja-build
+  nasm                      # libjpeg-turbo's fast paths
+  dpkg-dev xz-utils         # unpacks Debian's sources of the picture codecs
+  wine64                    # runs the tests
+  googletest                # its sources: the tests need it for Windows as well
+)
+windows32_packages=(g++-mingw-w64-i686)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
