@@ -13,6 +13,7 @@
 /// 8-bit RGB strip at the end of the file; PNG, the image's own depth.
 #pragma once
 
+#include <platform_api.h>
 #include <praster.h>
 #include <windows.h>
 
@@ -32,26 +33,26 @@ struct CodecCapability {
 
 /// Writes one CodecCapability a known extension into a global memory block of at least 1300 bytes
 /// (25 records). `owner` is not used. Returns the number of records, 0 on failure.
-short AllGetReadWriteCaps(HWND owner, HGLOBAL block);
+EXIFKEEP_PLATFORM_API short AllGetReadWriteCaps(HWND owner, HGLOBAL block);
 
 /// Fills the 40-byte header of the picture at `path`: size, bits a pixel as they will be delivered
 /// (1, 8 or 24), resolution in pixels per metre (0 when the file does not say), colours used
 /// (palette pictures, else 0). Returns 1 or 0.
-int AllReadHeader(const char* path, BITMAPINFOHEADER* header);
+EXIFKEEP_PLATFORM_API int AllReadHeader(const char* path, BITMAPINFOHEADER* header);
 
 /// The palette of a palette picture, null for one without (grey pictures included). The caller
 /// deletes it.
-HPALETTE AllReadPalette(const char* path);
+EXIFKEEP_PLATFORM_API HPALETTE AllReadPalette(const char* path);
 
 /// Decodes the picture at `path` into the image that `image` describes, whose size and depth must
 /// be those of AllReadHeader. Returns 1, or 0 with undefined pixels. `offset` is that of the
 /// image's GetLmmOffset.
-int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
-                  CodecProgress progress);
+EXIFKEEP_PLATFORM_API int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                        CodecProgress progress);
 
 /// Writes the image to `path`, replacing an existing file. Returns 1, or 0: then the file does not
 /// exist, unless it could not be opened for writing in the first place.
-int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
-                  CodecProgress progress);
+EXIFKEEP_PLATFORM_API int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                        CodecProgress progress);
 
 }  // extern "C"

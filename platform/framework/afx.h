@@ -4,6 +4,7 @@
 /// as std::bad_alloc and nothing else is thrown. Relies on windows.h for the type names only.
 #pragma once
 
+#include <platform_api.h>
 #include <windows.h>
 
 #include <compare>
@@ -20,7 +21,7 @@
 /// @endcond
 
 /// The root of the framework's classes. Not to be copied.
-class CObject {
+class EXIFKEEP_PLATFORM_API CObject {
  public:
   /// @cond
   CObject(const CObject&) = delete;
@@ -33,7 +34,7 @@ class CObject {
 };
 
 /// A text of 8-bit characters.
-class CString {
+class EXIFKEEP_PLATFORM_API CString {
  public:
   /// Empty.
   CString() = default;
@@ -128,7 +129,7 @@ class CString {
 
 /// @{
 /// Both texts, one behind the other.
-CString operator+(const CString& left, const CString& right);
-CString operator+(const CString& left, const char* right);
-CString operator+(const char* left, const CString& right);
+EXIFKEEP_PLATFORM_API CString operator+(const CString& left, const CString& right);
+EXIFKEEP_PLATFORM_API CString operator+(const CString& left, const char* right);
+EXIFKEEP_PLATFORM_API CString operator+(const char* left, const CString& right);
 /// @}

@@ -18,7 +18,7 @@ using POSITION = AfxListNode*;
 ///
 ///     for (POSITION place = list.GetHeadPosition(); place != nullptr;)
 ///       use(list.GetNext(place));
-class CPtrList : public CObject {
+class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
  public:
   /// Empty.
   CPtrList() = default;

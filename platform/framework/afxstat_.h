@@ -5,6 +5,7 @@
 #pragma once
 
 #include <module_strings.h>
+#include <platform_api.h>
 #include <windows.h>
 
 #include <string>
@@ -21,7 +22,7 @@ class AFX_MODULE_STATE {
 };
 
 // Makes `module` the current state of this thread; its end restores the state before. Nests.
-class AFX_MAINTAIN_STATE2 {
+class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
  public:
   explicit AFX_MAINTAIN_STATE2(const AFX_MODULE_STATE* module) noexcept;
   ~AFX_MAINTAIN_STATE2();

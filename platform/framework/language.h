@@ -4,6 +4,7 @@
 /// process locale is neither read nor set.
 #pragma once
 
+#include <platform_api.h>
 #include <windows.h>
 
 #include <span>
@@ -19,13 +20,13 @@ struct LanguageVariant {
 };
 
 /// All thirteen, in ascending order of their language ids.
-std::span<const LanguageVariant> languageVariants();
+EXIFKEEP_PLATFORM_API std::span<const LanguageVariant> languageVariants();
 
 /// The variant for a POSIX locale name (de_AT.UTF-8) or BCP 47 tag (zh-Hant-TW), in any ASCII case;
 /// 0 when it is none of the thirteen languages.
-LANGID matchLanguage(std::string_view name);
+EXIFKEEP_PLATFORM_API LANGID matchLanguage(std::string_view name);
 
 /// The variant that the environment asks for; English when it names none.
-LANGID userLanguage();
+EXIFKEEP_PLATFORM_API LANGID userLanguage();
 
 }  // namespace exifkeep

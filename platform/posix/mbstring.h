@@ -2,5 +2,9 @@
 // only, so that a file name compares alike in every locale.
 #pragma once
 
+#pragma GCC visibility push(default)
+
 int _mbscmp(const unsigned char* left, const unsigned char* right);
 int _mbsicmp(const unsigned char* left, const unsigned char* right);
+
+#pragma GCC visibility pop

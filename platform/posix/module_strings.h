@@ -1,6 +1,8 @@
 // Where a module's texts come from: a table that is compiled into the module.
 #pragma once
 
+#include <code_page.h>
+#include <platform_api.h>
 #include <windows.h>
 
 #include <memory>
@@ -21,10 +23,8 @@ struct AfxStringTable {
 
 namespace exifkeep {
 
-class CodePageEncoder;
-
 // The texts of one table in one language, on their way into the user's code page.
-class ModuleStrings {
+class EXIFKEEP_PLATFORM_API ModuleStrings {
  public:
   ModuleStrings() noexcept;
   ~ModuleStrings();

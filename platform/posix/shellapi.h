@@ -6,6 +6,9 @@
 
 #include <windows.h>
 
+// All that is declared here is shown to hosts.
+#pragma GCC visibility push(default)
+
 /// @cond
 using FILEOP_FLAGS = WORD;
 
@@ -47,3 +50,5 @@ struct ShellCopyHandler {
 /// call it: a copy under way keeps the handler it started with. Without a handler an existing
 /// target is never replaced, which counts as cancelled by the user.
 void SetShellCopyHandler(const ShellCopyHandler& handler);
+
+#pragma GCC visibility pop

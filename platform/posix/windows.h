@@ -8,6 +8,9 @@
 #include <cstddef>
 #include <cstdint>
 
+// All that is declared here is shown to hosts.
+#pragma GCC visibility push(default)
+
 /// @cond
 // Macros, as in the real header, because image libraries define the two as macros as well.
 #ifndef FALSE
@@ -266,3 +269,5 @@ inline constexpr int ERROR_WRITE_FAULT = 29;
 inline constexpr int ERROR_INVALID_PARAMETER = 87;
 inline constexpr int ERROR_CANCELLED = 1223;
 /// @endcond
+
+#pragma GCC visibility pop

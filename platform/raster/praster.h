@@ -8,6 +8,7 @@
 /// the library by pointer.
 #pragma once
 
+#include <platform_api.h>
 #include <windows.h>
 
 #include <cstddef>
@@ -25,7 +26,7 @@ struct tagLmmInfo {
 };
 
 /// A picture in memory, or nothing (empty).
-class PRaster {
+class EXIFKEEP_PLATFORM_API PRaster {
  public:
   /// Called with (done, from, to) while an operation runs; its result is ignored. May be null.
   using Progress = int (*)(int, int, int);
@@ -42,7 +43,7 @@ class PRaster {
 
   /// @cond
   struct Image;
-  struct ImageDelete {
+  struct EXIFKEEP_PLATFORM_API ImageDelete {
     void operator()(Image* image) const noexcept;
   };
   /// @endcond

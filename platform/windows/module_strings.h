@@ -1,6 +1,7 @@
 // Where a module's texts come from: the string resources of its file.
 #pragma once
 
+#include <platform_api.h>
 #include <windows.h>
 
 #include <string>
@@ -14,7 +15,7 @@ struct AfxStringTable {
 namespace exifkeep {
 
 // The texts of one module in one language, on their way into the process's code page.
-class ModuleStrings {
+class EXIFKEEP_PLATFORM_API ModuleStrings {
  public:
   // Chooses the texts of this table, in the user's language. May throw std::bad_alloc.
   void take(const AfxStringTable& table);

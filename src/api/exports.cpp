@@ -13,6 +13,18 @@
 
 using namespace exifkeep;
 
+namespace {
+
+int savePicture(const char* source, const char* destination, int processCode, PRaster* image,
+                PRaster* thumbnail) noexcept {
+  return runCall(0, [&] {
+    if (isMissing(image)) return 0;
+    return saveWithMetadata(source, destination, processCode, image, thumbnail) ? 1 : 0;
+  });
+}
+
+}  // namespace
+
 int IsExifFile(const char* path) noexcept {
   return runCall(0, [&] {
     ExifReader reader;
@@ -60,15 +72,12 @@ int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept 
 int SaveFile(const char* source, const char* destination, PRaster* image,
              PRaster* thumbnail) noexcept {
   constexpr int noProcessing = 0;
-  return SaveProcessFile(source, destination, noProcessing, image, thumbnail);
+  return savePicture(source, destination, noProcessing, image, thumbnail);
 }
 
 int SaveProcessFile(const char* source, const char* destination, int processCode, PRaster* image,
                     PRaster* thumbnail) noexcept {
-  return runCall(0, [&] {
-    if (isMissing(image)) return 0;
-    return saveWithMetadata(source, destination, processCode, image, thumbnail) ? 1 : 0;
-  });
+  return savePicture(source, destination, processCode, image, thumbnail);
 }
 
 int AddAudio(char* picturePath, const char* softwareName, PRaster* image,

@@ -48,12 +48,27 @@ class Installed : public ShellTest {
 TEST_F(Installed, HoldsThePublicHeadersAndRuns) {
   EXPECT_EQ(run("cd prefix/include/exifkeep && find . -name '*.h' | sort | xargs").out,
             "./exifkeep.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
-            "./platform/afxwin.h ./platform/language.h ./platform/module_strings.h "
-            "./platform/praster.h ./platform/pxcodec32.h ./platform/shellapi.h "
-            "./platform/windows.h\n");
+            "./platform/afxwin.h ./platform/code_page.h ./platform/language.h "
+            "./platform/module_strings.h ./platform/platform_api.h ./platform/praster.h "
+            "./platform/pxcodec32.h ./platform/shellapi.h ./platform/windows.h\n");
   EXPECT_TRUE(fs::exists(path("prefix/share/doc/exifkeep/LICENSE")));
   EXPECT_EQ(run("prefix/bin/exifkeep check pictures/photo.jpg").out,
             "pictures/photo.jpg: Exif file\n");
+}
+
+// What a host's own functions of the same name could otherwise be taken for.
+TEST_F(Installed, ShowsWhatItsHeadersDeclareAndCallsItsOwn) {
+  const std::string libraries = "prefix/" EXIFKEEP_LIBDIR "/libexifkeep",
+                    readelf = "'" EXIFKEEP_READELF "' -W --demangle ";
+  EXPECT_EQ(run(readelf + "--dyn-syms " + libraries +
+                "_platform.so | grep -o 'exifkeep::[A-Za-z]*' | sort -u | xargs")
+                .out,
+            "exifkeep::CodePageEncoder exifkeep::ModuleStrings exifkeep::languageVariants "
+            "exifkeep::matchLanguage "
+            "exifkeep::userLanguage\n");
+  EXPECT_THAT(run(readelf + "-r " + libraries + ".so").out, Not(HasSubstr("EXIFKEEP_0")));
+  EXPECT_THAT(run(readelf + "-r " + libraries + "_platform.so").out,
+              AllOf(HasSubstr("jpeg_"), Not(HasSubstr("PRaster::")), Not(HasSubstr("CString::"))));
 }
 
 TEST_F(Installed, NamesNoPlaceOutsideItself) {
