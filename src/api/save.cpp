@@ -28,8 +28,7 @@ bool saveTo(const char* destination, const char* source, int processCode, PRaste
   ExifMetadata metadata;
   resetRecords(reader, metadata);
   // The result is not asked for: intended, what could be read goes along.
-  readExifMetadata(reader, source, metadata.exif, metadata.primary, &metadata.thumbnail,
-                   &metadata.gps);
+  readExifMetadata(reader, source, metadata);
   applyProcessing(processCode, image, &metadata.exif, &metadata.primary);
   if (isTiffName(destination) && isTiffName(source))
     return saveTiffWithRecords(reader, destination, image, thumbnail, metadata);

@@ -40,10 +40,7 @@ void annotate(const Annotation& annotation, ExifMetadata& metadata) {
 bool rewriteExifPicture(ExifReader& reader, const char* path, const Annotation& annotation,
                         PRaster* image, PRaster* thumbnail) {
   ExifMetadata metadata = {};
-  if (!readExifMetadata(reader, path, metadata.exif, metadata.primary, &metadata.thumbnail,
-                        &metadata.gps)) {
-    return false;
-  }
+  if (!readExifMetadata(reader, path, metadata)) return false;
   annotate(annotation, metadata);
   PendingFile file(path);
   const bool isSaved =

@@ -154,7 +154,7 @@ void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list) {
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
   ExifMetadata metadata;
   reader.longestValue = sizeof metadata.exif.userCommentCode + mostBytesShown;
-  if (!readExifMetadata(reader, path, metadata.exif, metadata.primary)) return false;
+  if (!readListedMetadata(reader, path, metadata)) return false;
   const int before = list.GetCount();
   try {
     AppendImageInfoItems(metadata.primary, list);

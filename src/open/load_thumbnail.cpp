@@ -248,12 +248,6 @@ bool loadUncompressedThumbnail(ExifFile& file, const ThumbnailFields& fields, PR
 
 }  // namespace
 
-bool loadThumbnail(ExifReader& reader, const char* path, PRaster& thumbnail) {
-  if (!hasExifExtension(path)) return false;
-  ExifFile file(path);
-  return reader.probeFile(file) && loadThumbnail(reader, file, thumbnail);
-}
-
 bool loadThumbnail(ExifReader& reader, ExifFile& file, PRaster& thumbnail) {
   const int32_t directory = locateThumbnailDirectory(reader, file);
   ThumbnailFields fields;

@@ -9,11 +9,9 @@
 namespace exifkeep {
 
 // Fills `thumbnail` from the file; true when it holds the file's thumbnail afterwards. It stays as
-// it was when the file is no Exif file, has no thumbnail or none of a known kind, holds fewer bytes
-// than the thumbnail's size asks for, or a block or the temporary file cannot be had. It is empty
-// when the codec cannot decode a JPEG thumbnail or the image cannot be made.
-bool loadThumbnail(ExifReader& reader, const char* path, PRaster& thumbnail);
-
+// it was when the file has no thumbnail or none of a known kind, holds fewer bytes than the
+// thumbnail's size asks for, or a block or the temporary file cannot be had. It is empty when the
+// codec cannot decode a JPEG thumbnail or the image cannot be made.
 // REQUIRES: `reader` has probed `file` with success.
 bool loadThumbnail(ExifReader& reader, ExifFile& file, PRaster& thumbnail);
 

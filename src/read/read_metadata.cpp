@@ -85,12 +85,11 @@ void readPrimaryDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& re
   readImageDirectory(reader, file, reader.primaryIfdOffset, record);
 }
 
-bool readThumbnailDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
+// Without an IFD1 the record is reset and nothing else.
+void readThumbnailDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
   resetImageIfdRecord(reader, record);
   const int32_t position = locateThumbnailDirectory(reader, file);
-  if (position <= 0) return false;
-  readImageDirectory(reader, file, position, record);
-  return true;
+  if (position > 0) readImageDirectory(reader, file, position, record);
 }
 
 void decodeExifEntry(DirectoryWalk& walk, ExifIfdRecord& record, DeferredEntries& deferred) {
@@ -101,29 +100,11 @@ void decodeGpsEntry(DirectoryWalk& walk, GpsIfdRecord& record) {
   walk.decodeEntry(gpsIndex, &record);
 }
 
-bool readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) {
-  if (reader.gpsIfdOffset == -1) return false;
+void readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) {
+  if (reader.gpsIfdOffset == -1) return;
   resetGpsIfdRecord(record);
   DirectoryWalk walk(file, static_cast<uint32_t>(reader.gpsIfdOffset));
   while (walk.next()) decodeGpsEntry(walk, record);
-  return true;
-}
-
-// Does `work` with the open file when it is an Exif file.
-template <class Work>
-bool withExifFile(ExifReader& reader, const char* path, Work work) {
-  if (!hasExifExtension(path)) return false;
-  ExifFile file(path);
-  if (!reader.probeFile(file)) return false;
-  work(file);
-  return true;
-}
-
-}  // namespace
-
-void decodeImageEntry(ExifReader& reader, DirectoryWalk& walk, ImageIfdRecord& record) {
-  walk.decodeEntry(imageIndex, &record);
-  updateGpsPosition(reader, record);
 }
 
 void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record) {
@@ -140,31 +121,26 @@ void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record
   applyVersionRule(record);
 }
 
+bool readListedMetadata(ExifReader& reader, ExifFile& file, ExifMetadata& metadata) {
+  if (!reader.probeFile(file)) return false;
+  readExifDirectory(reader, file, metadata.exif);
+  readPrimaryDirectory(reader, file, metadata.primary);
+  return true;
+}
+
+}  // namespace
+
+void decodeImageEntry(ExifReader& reader, DirectoryWalk& walk, ImageIfdRecord& record) {
+  walk.decodeEntry(imageIndex, &record);
+  updateGpsPosition(reader, record);
+}
+
 bool readExifDirectory(ExifReader& reader, const char* path, ExifIfdRecord& record) {
-  return withExifFile(reader, path,
-                      [&](ExifFile& file) { readExifDirectory(reader, file, record); });
-}
-
-bool readPrimaryDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record) {
-  return withExifFile(reader, path,
-                      [&](ExifFile& file) { readPrimaryDirectory(reader, file, record); });
-}
-
-bool readGpsDirectory(ExifReader& reader, const char* path, GpsIfdRecord& record) {
-  bool isRead = false;
-  withExifFile(reader, path, [&](ExifFile& file) {
-    ImageIfdRecord primary;
-    readPrimaryDirectory(reader, file, primary);
-    isRead = readGpsDirectory(reader, file, record);
-  });
-  return isRead;
-}
-
-bool readThumbnailDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record) {
+  if (!hasExifExtension(path)) return false;
   ExifFile file(path);
-  if (!file.isOpen()) return false;
-  file.setLayout(reader.tiffBase(), reader.littleEndian);
-  return readThumbnailDirectory(reader, file, record);
+  if (!reader.probeFile(file)) return false;
+  readExifDirectory(reader, file, record);
+  return true;
 }
 
 int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file) {
@@ -176,21 +152,22 @@ int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file) {
   return reader.thumbnailIfdOffset;
 }
 
-bool readExifMetadata(ExifReader& reader, const char* path, ExifIfdRecord& exif,
-                      ImageIfdRecord& primary, ImageIfdRecord* thumbnail, GpsIfdRecord* gps) {
+bool readListedMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata) {
+  if (!hasExifExtension(path)) return false;
+  ExifFile file(path);
+  return readListedMetadata(reader, file, metadata);
+}
+
+bool readExifMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata) {
   if (!hasExifExtension(path)) return false;
   ExifFile file(path);
   if (!file.isOpen()) return false;
-  const bool isExif = reader.probeFile(file);
-  if (isExif) {
-    readExifDirectory(reader, file, exif);
-    readPrimaryDirectory(reader, file, primary);
-  }
-  if (thumbnail) readThumbnailDirectory(reader, file, *thumbnail);
-  if (!isExif || !gps || reader.gpsIfdOffset < 1) return isExif;
+  const bool isExif = readListedMetadata(reader, file, metadata);
+  readThumbnailDirectory(reader, file, metadata.thumbnail);
+  if (!isExif || reader.gpsIfdOffset < 1) return isExif;
   // IFD1's pointers may have moved the position; those of IFD0, where they are, have the last word.
-  updateGpsPosition(reader, primary);
-  readGpsDirectory(reader, file, *gps);
+  updateGpsPosition(reader, metadata.primary);
+  readGpsDirectory(reader, file, metadata.gps);
   return true;
 }
 

@@ -1,6 +1,5 @@
-// The directory readers and the one operation through which the exports read a whole file. Each
-// reader has a front that takes a path (and probes and opens it) and one that takes the open,
-// probed file, so that a call opens its file once.
+// Reads a file's directories into their records. What is there is decoded: a short read or an odd
+// entry is no failure. A call opens its file once.
 #pragma once
 
 #include "probe/exif_reader.h"
@@ -9,18 +8,8 @@
 
 namespace exifkeep {
 
-// Each resets its record only when its directory is known and the file is open, and then decodes
-// what is there: a short read or an odd entry is no failure. False, with the record untouched,
-// otherwise.
+// False, with the record untouched, when the file is no Exif file.
 bool readExifDirectory(ExifReader& reader, const char* path, ExifIfdRecord& record);
-bool readPrimaryDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record);
-bool readGpsDirectory(ExifReader& reader, const char* path, GpsIfdRecord& record);
-// Does not probe: works from what the reader knows. Without an IFD1 the record is reset and the
-// result is false.
-bool readThumbnailDirectory(ExifReader& reader, const char* path, ImageIfdRecord& record);
-
-// REQUIRES: `reader` has probed `file` with success.
-void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record);
 
 // Decodes the entry that the walk is at, of an image directory, keeping the reader's GPS directory
 // position up to date.
@@ -29,10 +18,12 @@ void decodeImageEntry(ExifReader& reader, DirectoryWalk& walk, ImageIfdRecord& r
 // The position of IFD1, also left in reader.thumbnailIfdOffset; 0 when there is none.
 int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file);
 
-// Reads the Exif directory and IFD0, then IFD1 and the GPS directory where records for them are
-// given. True when the first two were read.
-bool readExifMetadata(ExifReader& reader, const char* path, ExifIfdRecord& exif,
-                      ImageIfdRecord& primary, ImageIfdRecord* thumbnail = nullptr,
-                      GpsIfdRecord* gps = nullptr);
+// Reads the Exif directory and IFD0. False, with the records untouched, when the file is no Exif
+// file.
+bool readListedMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata);
+
+// Reads these and then IFD1 and the GPS directory, where the file has them. Without IFD1 its record
+// is reset; without a GPS directory that record stays as it was.
+bool readExifMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata);
 
 }  // namespace exifkeep

@@ -196,11 +196,4 @@ void resetImageIfdRecord(const ExifReader& reader, ImageIfdRecord& record);
 void resetExifIfdRecord(ExifReader& reader, ExifIfdRecord& record);
 void resetGpsIfdRecord(GpsIfdRecord& record);
 
-// How many of the fields that the writers emit are present: all flags but hasStripByteCounts,
-// hasRowsPerStrip, hasStripOffsets and hasArtist; all but hasGpsDestLatitudeRef and
-// hasGpsDestLongitude; all but hasComponentsConfiguration and isR98Interoperability.
-uint32_t countPresentImageFields(const ImageIfdRecord& record);
-uint32_t countPresentGpsFields(const GpsIfdRecord& record);
-uint32_t countPresentExifFields(const ExifIfdRecord& record);
-
 }  // namespace exifkeep

@@ -19,7 +19,7 @@ inline Entry version() {
 // The four records of a file, with what their pointers lead to.
 struct Reading : ExifMetadata {
   explicit Reading(const std::string& path) : ExifMetadata() {
-    succeeded = readExifMetadata(reader, path.c_str(), exif, primary, &thumbnail, &gps);
+    succeeded = readExifMetadata(reader, path.c_str(), *this);
   }
   ExifReader reader;
   bool succeeded;
