@@ -1,6 +1,5 @@
 // What the directories of a written TIFF file hold, in their order: those of a written JPEG segment
-// with the fields that describe the strips. The order is fixed and not ascending by tag, and the
-// same fields are left out: intended, as there.
+// with the fields that describe the strips.
 #pragma once
 
 #include <algorithm>
@@ -9,8 +8,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-#include "write/jpeg_rows.h"
-#include "write/output_rows.h"
+#include "write/metadata_rows.h"
 
 namespace exifkeep {
 
@@ -45,71 +43,42 @@ constexpr auto inserting(const std::array<OutputRow, n>& rows, uint16_t tag, Out
 
 // clang-format off
 
-// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever they were there.
-inline constexpr OutputRow tiffPrimaryRows[] = {
-    Image::copy(tag::make),
-    Image::copy(tag::samplesPerPixel),
-    Image::copy(tag::planarConfiguration),
-    Image::fixedNumber(tag::photometricInterpretation, 2),
-    Image::copy(tag::model),
-    Image::copy(tag::imageDescription),
-    Image::copy(tag::copyright),
-    Image::copy(tag::imageWidth),
-    Image::copy(tag::imageLength),
-    Image::copy(tag::bitsPerSample),
-    Image::copy(tag::compression),
-    Image::resolution(tag::xResolution),
-    Image::resolution(tag::yResolution),
-    Image::copy(tag::resolutionUnit),
-    Image::copy(tag::software),
-    Image::copy(tag::whitePoint),
-    Image::copy(tag::primaryChromaticities),
-    Image::copy(tag::referenceBlackWhite),
-    Image::copy(tag::orientation),
-    Image::now(tag::dateTime),
-    Image::copy(tag::yCbCrCoefficients),
-    Image::copy(tag::yCbCrPositioning),
+// The strip of a saved picture or thumbnail.
+inline constexpr auto stripRows = row_lists::joined(
     Image::pointer(tag::stripOffsets),
     Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
-    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
-    Image::pointerIfPresent(tag::exifIfdPointer),
-    Image::pointerIfPresent(tag::gpsIfdPointer),
-};
+    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip));
 
-inline constexpr auto tiffExifRows = row_lists::replacing(std::to_array(exifRows), {
+// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever they were there.
+inline constexpr auto tiffPrimaryRows = row_lists::joined(
+    Image::copies(tag::make, tag::samplesPerPixel, tag::planarConfiguration),
+    Image::fixedNumber(tag::photometricInterpretation, 2),
+    describingRows,
+    resolutionRows,
+    colourRows,
+    Image::now(tag::dateTime),
+    yCbCrRows,
+    stripRows,
+    pointerRows);
+
+inline constexpr auto tiffExifRows = row_lists::replacing(exifRows, {
     // Intended: TIFF files of this library have always carried such a note as its empty text.
     Exif::noteOrZeros(tag::makerNote),
 });
 
 // IFD1, from the record of the source's thumbnail.
-inline constexpr OutputRow tiffThumbnailRows[] = {
+inline constexpr auto tiffThumbnailRows = row_lists::joined(
     Image::copy(tag::make),
-    Image::copy(tag::model),
-    Image::copy(tag::imageDescription),
-    Image::copy(tag::copyright),
-    Image::copy(tag::imageWidth),
-    Image::copy(tag::imageLength),
-    Image::copy(tag::bitsPerSample),
-    Image::copy(tag::compression),
-    Image::resolution(tag::xResolution),
-    Image::resolution(tag::yResolution),
-    Image::copy(tag::resolutionUnit),
-    Image::copy(tag::software),
+    describingRows,
+    resolutionRows,
     Image::fixedNumber(tag::photometricInterpretation, 2),
-    Image::pointer(tag::stripOffsets),
-    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
-    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
-    Image::copy(tag::whitePoint),
-    Image::copy(tag::primaryChromaticities),
-    Image::copy(tag::referenceBlackWhite),
-    Image::copy(tag::orientation),
+    stripRows,
+    colourRows,
     Image::nowIfPresent(tag::dateTime),
-    Image::copy(tag::yCbCrCoefficients),
-    Image::copy(tag::yCbCrPositioning),
-};
+    yCbCrRows);
 
 // IFD0 of a picture without a source, from the directory that the codec wrote.
-inline constexpr OutputRow newTiffPrimaryRows[] = {
+inline constexpr auto newTiffPrimaryRows = row_lists::joined(
     Image::fixedText(tag::make, defaults::make),
     Image::fixedNumber(tag::photometricInterpretation, 2),
     Image::fixedText(tag::model, defaults::model),
@@ -122,24 +91,14 @@ inline constexpr OutputRow newTiffPrimaryRows[] = {
     Image::fixedNumber(tag::orientation, 1),
     Image::now(tag::dateTime),
     Image::fixedNumber(tag::yCbCrPositioning, 2),
-    Image::pointer(tag::stripOffsets),
-    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
-    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
-    Image::copy(tag::samplesPerPixel),
-    Image::copy(tag::planarConfiguration),
-    Image::copy(tag::imageWidth),
-    Image::copy(tag::imageLength),
-    Image::copy(tag::bitsPerSample),
-    Image::copy(tag::compression),
-    Image::copy(tag::whitePoint),
-    Image::copy(tag::primaryChromaticities),
-    Image::copy(tag::referenceBlackWhite),
-    Image::copy(tag::yCbCrCoefficients),
-    Image::pointer(tag::exifIfdPointer),
-};
+    stripRows,
+    Image::copies(tag::samplesPerPixel, tag::planarConfiguration, tag::imageWidth, tag::imageLength,
+                  tag::bitsPerSample, tag::compression, tag::whitePoint,
+                  tag::primaryChromaticities, tag::referenceBlackWhite, tag::yCbCrCoefficients),
+    Image::pointer(tag::exifIfdPointer));
 
 inline constexpr auto newTiffExifRows = row_lists::replacing(
-    row_lists::inserting(std::to_array(exifRows), tag::dateTimeDigitized,
+    row_lists::inserting(exifRows, tag::dateTimeDigitized,
         Exif::fixedBytes(tag::componentsConfiguration, defaults::componentsConfiguration)), {
     Exif::fixedBytes(tag::exifVersion, defaults::exifVersion),
     Exif::textOrNow(tag::dateTimeOriginal),
@@ -152,31 +111,15 @@ inline constexpr auto newTiffExifRows = row_lists::replacing(
 });
 
 // IFD1 of a picture without a source, from the directory that the codec wrote for the thumbnail.
-inline constexpr OutputRow newTiffThumbnailRows[] = {
+inline constexpr auto newTiffThumbnailRows = row_lists::joined(
     Image::copy(tag::make),
-    Image::copy(tag::model),
-    Image::copy(tag::imageDescription),
-    Image::copy(tag::copyright),
-    Image::copy(tag::imageWidth),
-    Image::copy(tag::imageLength),
-    Image::copy(tag::bitsPerSample),
-    Image::copy(tag::compression),
-    Image::copy(tag::xResolution),
-    Image::copy(tag::yResolution),
-    Image::copy(tag::resolutionUnit),
-    Image::copy(tag::software),
+    describingRows,
+    Image::copies(tag::xResolution, tag::yResolution, tag::resolutionUnit, tag::software),
     Image::fixedNumber(tag::photometricInterpretation, 2),
-    Image::pointer(tag::stripOffsets),
-    Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
-    Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip),
-    Image::copy(tag::whitePoint),
-    Image::copy(tag::primaryChromaticities),
-    Image::copy(tag::referenceBlackWhite),
-    Image::copy(tag::orientation),
+    stripRows,
+    colourRows,
     Image::now(tag::dateTime),
-    Image::copy(tag::yCbCrCoefficients),
-    Image::copy(tag::yCbCrPositioning),
-};
+    yCbCrRows);
 
 // clang-format on
 

@@ -3,6 +3,7 @@
 // its table does not have does not compile.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "read/tag_tables.h"
@@ -50,6 +51,10 @@ struct RowsOf {
 
   // When present, as its table says.
   static consteval OutputRow copy(uint16_t tag) { return as(known(tag).type, tag); }
+  template <class... Tag>
+  static consteval auto copies(Tag... tags) {
+    return std::array<OutputRow, sizeof...(tags)>{copy(tags)...};
+  }
   // When present, as another type than its table's.
   static constexpr OutputRow as(TiffType type, uint16_t tag) {
     const TagRow& row = known(tag);
