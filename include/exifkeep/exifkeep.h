@@ -4,13 +4,13 @@
 /// This one include gives a host the ten functions, the list of labels and values, and the
 /// framework, raster and window types that cross the boundary. What holds for all ten functions:
 ///
-/// - Paths and texts are NUL-terminated 8-bit strings and never null. Paths are the file system's
-///   bytes; texts are in the user's code page. What a function only reads stays the host's and is
-///   not kept.
+/// - Paths and texts are NUL-terminated 8-bit strings. Paths are the file system's bytes; texts are
+///   in the user's code page. What a function only reads stays the host's and is not kept. Where
+///   one of them is null, nothing is done and the result is 0.
 /// - Nothing is thrown. Except where said, results are 1 for yes or done and 0 for no or failed,
 ///   also when memory runs out. There is no further error code.
 /// - Any thread may call any function at any time. A list or an image belongs to one call at a
-///   time.
+///   time. A thread that is cancelled in a call ends behind it.
 /// - Only regular files are opened, and each is closed before the call returns.
 /// - What a file is, is told by its extension (tif, tiff, jpg, jpeg or jpe in any case) together
 ///   with its first bytes.
@@ -64,8 +64,10 @@ EXIFKEEP_API int IsExifFile(const char* path) noexcept;
 /// @param path  the file
 /// @param[out] image  may be null. What it held is freed; it is empty afterwards when the picture
 ///     cannot be decoded.
-/// @param[out] thumbnail  may be null. Left as it was when the file has no thumbnail that can be
-///     read, empty when the thumbnail cannot be decoded.
+/// @param[out] thumbnail  may be null. Left as it was when the file has no thumbnail of a known
+///     kind, empty when it names one that cannot be delivered: not decoded, not in the file, or
+///     with more than 4,194,304 uncompressed pixels. What is missing of uncompressed pixels is
+///     black.
 /// @return 0, with both images untouched, when the file is not an Exif file, else 1. So 1 does not
 ///     mean that the picture could be decoded: ask PRaster::IsEmpty.
 EXIFKEEP_API int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept;
@@ -85,7 +87,7 @@ EXIFKEEP_API int GetExifInfo(const char* path, CPtrList* list) noexcept;
 /// Destroys all items of a list that GetExifInfo filled. The list itself stays the host's and can
 /// be filled again.
 ///
-/// @param[in,out] list  holds nothing but the library's items
+/// @param[in,out] list  holds nothing but the library's items; null elements are passed over
 /// @return 1, or 0 for a null list
 EXIFKEEP_API int FreeInfoList(CPtrList* list) noexcept;
 
@@ -114,9 +116,10 @@ EXIFKEEP_API int GetSoundFile(const char* path, char* soundFileName) noexcept;
 /// carries it over.
 ///
 /// Directories and thumbnail have 64 KiB, the size of a JPEG segment (ITU-T T.81, B.1.1.4). When
-/// the directories alone do not fit, the maker note stays behind, then the user comment; when it is
-/// the thumbnail that does not fit, the save fails, and one with a smaller thumbnail may succeed.
-/// The thumbnail of a TIFF picture is not compressed: one of 160 x 120 pixels takes 57,600 bytes.
+/// the directories alone do not fit, the maker note is left out (where it has at most 4 KiB, the
+/// user comment instead), then both; when it is the thumbnail that does not fit, the save fails,
+/// and one with a smaller thumbnail may succeed. The thumbnail of a TIFF picture is not compressed:
+/// one of 160 x 120 pixels takes 57,600 bytes.
 ///
 /// The destination is replaced when all is written; a save that fails leaves it as it was.
 ///
@@ -126,7 +129,8 @@ EXIFKEEP_API int GetSoundFile(const char* path, char* soundFileName) noexcept;
 ///     document could not be saved.
 /// @param image  the picture to save, of any depth; stays the host's
 /// @param thumbnail  the thumbnail to embed, at its own size. Null or empty: one of 160 x 120
-///     pixels is made from the image.
+///     pixels is made from the image. A TIFF picture whose source has no thumbnail directory gets
+///     none.
 /// @return 1 when the destination was written, with metadata or without; 0 when not, also for a
 ///     null or empty image
 EXIFKEEP_API int SaveFile(const char* source, const char* destination, PRaster* image,

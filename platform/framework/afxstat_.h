@@ -21,7 +21,8 @@ class AFX_MODULE_STATE {
   const AfxStringTable* strings_;
 };
 
-// Makes `module` the current state of this thread; its end restores the state before. Nests.
+// Makes `module` the current state of this thread; its end restores the state before. Nests. Until
+// then the thread is not cancelled: no call of a library is left halfway.
 class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
  public:
   explicit AFX_MAINTAIN_STATE2(const AFX_MODULE_STATE* module) noexcept;
@@ -36,6 +37,7 @@ class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
  private:
   const AFX_MODULE_STATE* module_;
   AFX_MAINTAIN_STATE2* previous_;
+  int cancellation_;  // whether the thread could be cancelled before
   bool languageTaken_ = false;
   exifkeep::ModuleStrings strings_;
 };

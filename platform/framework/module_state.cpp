@@ -2,6 +2,7 @@
 // the language that was found when the switch's first text was loaded.
 #include <afx.h>
 #include <afxstat_.h>
+#include <thread_cancellation.h>
 
 namespace {
 
@@ -10,12 +11,13 @@ thread_local AFX_MAINTAIN_STATE2* innermost = nullptr;
 }  // namespace
 
 AFX_MAINTAIN_STATE2::AFX_MAINTAIN_STATE2(const AFX_MODULE_STATE* module) noexcept
-    : module_(module), previous_(innermost) {
+    : module_(module), previous_(innermost), cancellation_(exifkeep::holdCancellation()) {
   innermost = this;
 }
 
 AFX_MAINTAIN_STATE2::~AFX_MAINTAIN_STATE2() {
   innermost = previous_;
+  exifkeep::restoreCancellation(cancellation_);
 }
 
 bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string_view& text, std::string& encoded) {

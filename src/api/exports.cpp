@@ -15,57 +15,59 @@ using namespace exifkeep;
 
 namespace {
 
+bool isGiven(const char* path) {
+  return path && *path != '\0';
+}
+
 int savePicture(const char* source, const char* destination, int processCode, PRaster* image,
                 PRaster* thumbnail) noexcept {
-  return runCall(0, [&] {
-    if (isMissing(image)) return 0;
-    return saveWithMetadata(source, destination, processCode, image, thumbnail) ? 1 : 0;
+  return runCall<int>(0, [&] {
+    return source && destination && !isMissing(image) &&
+           saveWithMetadata(source, destination, processCode, image, thumbnail);
   });
 }
 
 }  // namespace
 
 int IsExifFile(const char* path) noexcept {
-  return runCall(0, [&] {
+  return runCall<int>(0, [&] {
     ExifReader reader;
-    return reader.probeFile(path) ? 1 : 0;
+    return path && reader.probeFile(path);
   });
 }
 
 int GetExifInfo(const char* path, CPtrList* list) noexcept {
-  return runCall(0, [&] {
-    if (!list || *path == '\0') return 0;
+  return runCall<int>(0, [&] {
     ExifReader reader;
-    return FillInfoList(reader, path, *list) ? 1 : 0;
+    return list && isGiven(path) && FillInfoList(reader, path, *list);
   });
 }
 
 int FreeInfoList(CPtrList* list) noexcept {
-  return runCall(0, [&] {
-    if (!list) return 0;
-    shrinkInfoList(*list, 0);
-    return list->GetCount() == 0 ? 1 : 0;
+  return runCall<int>(0, [&] {
+    if (list) shrinkInfoList(*list, 0);
+    return list && list->GetCount() == 0;
   });
 }
 
 float GetExifVersion(const char* path) noexcept {
   return runCall(0.0f, [&] {
     ExifReader reader;
-    return readExifVersion(reader, path);
+    return path ? readExifVersion(reader, path) : 0.0f;
   });
 }
 
 int GetSoundFile(const char* path, char* soundFileName) noexcept {
-  return runCall(0, [&] {
+  return runCall<int>(0, [&] {
     ExifReader reader;
-    return readSoundFileName(reader, path, soundFileName) ? 1 : 0;
+    return path && soundFileName && readSoundFileName(reader, path, soundFileName);
   });
 }
 
 int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept {
-  return runCall(0, [&] {
+  return runCall<int>(0, [&] {
     ExifReader reader;
-    return openPicture(reader, path, image, thumbnail) ? 1 : 0;
+    return path && openPicture(reader, path, image, thumbnail);
   });
 }
 
@@ -82,16 +84,16 @@ int SaveProcessFile(const char* source, const char* destination, int processCode
 
 int AddAudio(char* picturePath, const char* softwareName, PRaster* image,
              PRaster* thumbnail) noexcept {
-  return runCall(0, [&] {
-    if (!image || *picturePath == '\0') return 0;
-    return addAudio(picturePath, softwareName, image, thumbnail) ? 1 : 0;
+  return runCall<int>(0, [&] {
+    return image && isGiven(picturePath) && softwareName &&
+           addAudio(picturePath, softwareName, image, thumbnail);
   });
 }
 
 int AddAudioFile(char* picturePath, const char* softwareName, char* soundPath, PRaster* image,
                  PRaster* thumbnail, HWND owner) noexcept {
   return runCall(0, [&] {
-    if (!image || *picturePath == '\0') return 0;
+    if (!image || !isGiven(picturePath) || !softwareName || !soundPath) return 0;
     switch (addAudioFile(picturePath, softwareName, soundPath, image, thumbnail, owner)) {
       case AudioResult::attached: return 1;
       case AudioResult::cancelled: return 2;

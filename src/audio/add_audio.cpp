@@ -4,6 +4,7 @@
 
 #include "audio/copy_recording.h"
 #include "audio/sound_names.h"
+#include "imageio/image_codec_bridge.h"
 #include "probe/exif_reader.h"
 #include "read/read_metadata.h"
 #include "system/path.h"
@@ -79,17 +80,25 @@ bool rewritePicture(char* path, const Annotation& annotation, PRaster* image, PR
   return writeNewExifPicture(reader, path, annotation, image, thumbnail);
 }
 
+// A name without a '.', be it "jpg" itself, is refused as a save would refuse it, but before the
+// recording is copied.
+bool canBeSaved(const char* picturePath) {
+  if (hasExtension(picturePath)) return true;
+  ImageCodecBridge::showUnwritable();
+  return false;
+}
+
 }  // namespace
 
 bool addAudio(char* picturePath, const char* software, PRaster* image, PRaster* thumbnail) {
-  if (!hasExtension(picturePath)) return false;
+  if (!canBeSaved(picturePath)) return false;
   const std::string soundName = soundNameForPicture(picturePath);
   return rewritePicture(picturePath, {software, soundName}, image, thumbnail);
 }
 
 AudioResult addAudioFile(char* picturePath, const char* software, char* soundPath, PRaster* image,
                          PRaster* thumbnail, HWND owner) {
-  if (!hasExtension(picturePath) || fileNameOf(soundPath).empty()) return AudioResult::failed;
+  if (!canBeSaved(picturePath) || fileNameOf(soundPath).empty()) return AudioResult::failed;
   const std::string destination = recordingDestination(picturePath, soundPath);
   if (destination.empty()) return AudioResult::failed;
   const CopyResult copied = copyRecording(soundPath, destination, owner);

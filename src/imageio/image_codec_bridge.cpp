@@ -94,13 +94,17 @@ std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path) 
 
 bool ImageCodecBridge::saveImageFile(const char* path, PRaster& image) const {
   if (!hasDot(path) || !canWrite(extensionOf(path))) {
-    AfxMessageBox(AFX_IDP_FAILED_TO_SAVE_DOC, MB_OK, 0);
+    showUnwritable();
     return false;
   }
   image.EnableBlock(0, 256);
   tagLmmInfo info;
   image.GetLmmInfo(info);
   return AllSaveDIBImg(path, &info, image.GetLmmOffset(), codecProgress) != 0;
+}
+
+void ImageCodecBridge::showUnwritable() {
+  AfxMessageBox(AFX_IDP_FAILED_TO_SAVE_DOC, MB_OK, 0);
 }
 
 int ImageCodecBridge::codecProgress(int, int, int) {

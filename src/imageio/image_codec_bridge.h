@@ -41,6 +41,9 @@ class ImageCodecBridge : public CObject {
   // message box once and writes nothing.
   bool saveImageFile(const char* path, PRaster& image) const;
 
+  // That message box: a picture cannot be saved under its name.
+  static void showUnwritable();
+
   // What the codec calls while it works: does nothing, returns 0.
   static int codecProgress(int, int, int);
 

@@ -167,8 +167,11 @@ bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
 }
 
 void shrinkInfoList(CPtrList& list, int count) {
-  while (list.GetCount() > count)
-    ReleaseItem()(static_cast<ListedItem*>(static_cast<InfoItem*>(list.RemoveTail())));
+  while (list.GetCount() > count) {
+    // An element is null or what appendItems put there; a host may add nothing of its own.
+    auto* item = static_cast<ListedItem*>(static_cast<InfoItem*>(list.RemoveTail()));
+    if (item) ReleaseItem()(item);
+  }
 }
 
 }  // namespace exifkeep

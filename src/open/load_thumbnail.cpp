@@ -1,5 +1,5 @@
-// Reads the thumbnail directory's own nine fields, then the thumbnail. Sizes and lengths are
-// measured against the file before anything is allocated.
+// Reads the thumbnail directory's own nine fields, then the thumbnail. Lengths are measured against
+// the file, and sizes against a limit, before anything is allocated.
 #include "open/load_thumbnail.h"
 
 #include <algorithm>
@@ -75,11 +75,6 @@ bool readFields(ExifFile& file, uint64_t directory, ThumbnailFields& fields) {
   return true;
 }
 
-// How many bytes the file has from a position on.
-uint64_t bytesFrom(const ExifFile& file, uint64_t position) {
-  return position < file.size() ? file.size() - position : 0;
-}
-
 bool createImage(PRaster& image, int type, uint32_t width, uint32_t height) {
   return image.CreateImage(type, width, height, 0, 0, 0, 0, 15, 0, 0) != 0;
 }
@@ -96,10 +91,10 @@ bool isJpegThumbnail(const ThumbnailFields& fields) {
   return fields.jpegInterchangeFormat.value != 0 && fields.jpegInterchangeFormatLength.value != 0;
 }
 
-// Copies up to `length` bytes of the file, as many as it has, into a new file.
+// Copies up to `length` bytes of the file, as many as it has, into a new file. REQUIRES: the file
+// has some there.
 bool copyToNewFile(ExifFile& file, uint64_t position, uint32_t length, const char* path) {
-  const auto held = static_cast<size_t>(std::min<uint64_t>(length, bytesFrom(file, position)));
-  if (held == 0) return false;
+  const auto held = static_cast<size_t>(std::min<uint64_t>(length, file.size() - position));
   const GlobalBlock block(held);
   const BlockLock lock(block);
   if (!lock.bytes()) return false;
@@ -121,9 +116,14 @@ bool loadJpegThumbnail(const ImageCodecBridge& codec, ExifFile& file, const Thum
   const uint32_t offset = fields.jpegInterchangeFormat.value;
   const uint32_t length = fields.jpegInterchangeFormatLength.value;
   if (offset == 0 || length == 0) return false;
+  const uint64_t position = file.positionOf(offset);
+  if (position >= file.size()) {
+    makeEmpty(thumbnail);
+    return false;
+  }
   const TemporaryPicture copy(temporaryJpegName);
   const char* path = copy.path().c_str();
-  if (!copyToNewFile(file, file.positionOf(offset), length, path)) return false;
+  if (!copyToNewFile(file, position, length, path)) return false;
   const auto decoded = codec.loadImageFile(path);
   makeEmpty(thumbnail);
   return decoded && showDecoded(*decoded, thumbnail);
@@ -227,21 +227,17 @@ void readPixels(UnitStream& units, const PixelLayout& layout, PRaster& image) {
     }
 }
 
-// Strips are read as one run from the first one's position. Pixels that do not all lie in the file
-// are refused before memory is asked for them.
+// Strips are read as one run from the first one's position. What they do not hold stays black.
 bool loadUncompressedThumbnail(ExifFile& file, const ThumbnailFields& fields, PRaster& thumbnail) {
   if (fields.photometricInterpretation.value == yCbCr) return false;
   const PixelLayout layout =
       layoutOf(bitCountOf(file, fields), fields.photometricInterpretation.value);
   const uint32_t width = fields.imageWidth.value, height = fields.imageLength.value;
-  const uint64_t position = file.positionOf(fields.stripOffsets.value);
-  const uint64_t rowUnits = (uint64_t{width} + layout.unitPixels - 1) / layout.unitPixels;
-  const uint64_t rowBytes = rowUnits * layout.unitBytes;
-  if (rowBytes != 0 && height > bytesFrom(file, position) / rowBytes) return false;
-
   makeEmpty(thumbnail);
-  if (!createImage(thumbnail, layout.imageType, width, height)) return false;
-  UnitStream units(file, position, layout.unitBytes);
+  if (uint64_t{width} * height > mostThumbnailPixels ||
+      !createImage(thumbnail, layout.imageType, width, height))
+    return false;
+  UnitStream units(file, file.positionOf(fields.stripOffsets.value), layout.unitBytes);
   readPixels(units, layout, thumbnail);
   return true;
 }

@@ -27,7 +27,10 @@ RowContext contextOf(const PRaster& picture) {
 }
 
 bool ShrinkingRecord::shrink() {
-  return std::exchange(exif_.hasMakerNote, 0u) || std::exchange(exif_.hasUserComment, 0u);
+  const bool isNoteSmall = exif_.makerNoteLength <= smallNote;
+  uint32_t& first = isNoteSmall ? exif_.hasUserComment : exif_.hasMakerNote;
+  uint32_t& last = isNoteSmall ? exif_.hasMakerNote : exif_.hasUserComment;
+  return std::exchange(first, 0u) || std::exchange(last, 0u);
 }
 
 }  // namespace exifkeep

@@ -14,7 +14,7 @@ Rational resolutionDefault(uint32_t dotsPerMetre);
 RowContext contextOf(const PRaster& picture);
 
 // The records to try, in turn, until the directories fit their block: as they are, without the
-// maker note, without the user comment too.
+// maker note (the user comment, when the note is small), without both.
 class ShrinkingRecord {
  public:
   explicit ShrinkingRecord(const ExifIfdRecord& exif) : exif_(exif) {}
@@ -23,6 +23,10 @@ class ShrinkingRecord {
   bool shrink();
 
  private:
+  // A small note stays while there is a comment to leave out. A large one goes first: beside it,
+  // there would often be no room for the thumbnail.
+  static constexpr uint32_t smallNote = 4096;
+
   ExifIfdRecord exif_;
 };
 

@@ -12,6 +12,27 @@ bool create(PRaster& image, int type, unsigned width, unsigned height) {
   return image.CreateImage(type, width, height, 0, 0, 0, 0, 15, 0, 0) != 0;
 }
 
+BYTE brightness(const RGBQUAD& colour) {
+  return std::max({colour.rgbRed, colour.rgbGreen, colour.rgbBlue});
+}
+
+// The entry of the target's palette, which is the source's, that shows black. Where none does, one
+// that no pixel of the source uses becomes black; where all are used, the darkest has to do.
+size_t blackEntry(const PRaster& source, PRaster& target) {
+  const size_t entries = size_t{1} << target.bitsPerPixel();
+  RGBQUAD* palette = target.palette();
+  RGBQUAD* darkest = std::ranges::min_element(palette, palette + entries, {}, brightness);
+  if (brightness(*darkest) == 0) return static_cast<size_t>(darkest - palette);
+  bool isUsed[256] = {};
+  for (unsigned y = 0; y < source.GetImageHeight(); ++y)
+    for (unsigned x = 0; x < source.GetImageWidth(); ++x)
+      isUsed[source.GetPixel(static_cast<int>(x), static_cast<int>(y)) % entries] = true;
+  const bool* unused = std::find(isUsed, isUsed + entries, false);
+  if (unused == isUsed + entries) return static_cast<size_t>(darkest - palette);
+  palette[unused - isUsed] = {};
+  return static_cast<size_t>(unused - isUsed);
+}
+
 }  // namespace
 
 bool makeThumbnail(const PRaster* source, PRaster* thumbnail, uint64_t fillColour) {
@@ -47,8 +68,10 @@ bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail, uint64_t fillCo
 void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour) {
   target.Clear(fillColour);
   // Levels mean colours only together with their palette.
-  if (source.palette() && target.palette() && source.GetImageType() == target.GetImageType())
+  if (source.palette() && target.palette() && source.GetImageType() == target.GetImageType()) {
     std::copy_n(source.palette(), size_t{1} << source.bitsPerPixel(), target.palette());
+    if (fillColour == 0) target.Clear(blackEntry(source, target));
+  }
   const unsigned left = (target.GetImageWidth() - source.GetImageWidth()) / 2;
   const unsigned top = (target.GetImageHeight() - source.GetImageHeight()) / 2;
   for (unsigned y = 0; y < source.GetImageHeight(); ++y)

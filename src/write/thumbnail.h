@@ -22,7 +22,8 @@ bool makeThumbnail(const PRaster* source, PRaster* thumbnail, uint64_t fillColou
 // source is smaller), else unscaled when it fits, else scaled down to fit; centred.
 bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail, uint64_t fillColour);
 
-// Clears the target and copies the source into its middle.
+// Clears the target and copies the source into its middle. A fill colour of 0 is black in palette
+// images too.
 void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour);
 
 // The thumbnail as the codec writes it to a temporary file, which is gone with the object.

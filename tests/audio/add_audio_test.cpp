@@ -101,7 +101,13 @@ TEST_F(AddAudioTest, TouchesNothingThatItRefusesOrCannotCopy) {
   const std::string picture = plainPicture("b.png"), sound = path("rec/voice.wav");
   expectUntouched(0, "", sound);
   std::filesystem::create_directory(path("a.d"));
-  expectUntouched(0, path("a.d/picture"), sound);
+  int boxes = 0;
+  AfxSetMessageBoxHandler(
+      [](void* shown, const char*, UINT) { return ++*static_cast<int*>(shown), IDOK; }, &boxes);
+  for (const char* name : {"a.d/picture", "jpg", "tif"}) expectUntouched(0, path(name), sound);
+  EXPECT_EQ(AddAudio(HostBuffer("jpg").get(), "Host", &image_, nullptr), 0);
+  EXPECT_EQ(boxes, 4) << "as for a save under such a name";
+  AfxSetMessageBoxHandler(nullptr, nullptr);
   expectUntouched(0, picture, "");
   expectUntouched(0, picture, path(""));  // already where its copy would go
   expectUntouched(0, picture, path("rec/gone.wav"));

@@ -1,5 +1,7 @@
 // Eight threads at once, each calling all ten functions: on sources that they share and on
 // destinations of their own. What each gets is what it would have got alone.
+#include <pthread.h>
+
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -83,6 +85,30 @@ TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
   });
   // The sources and the recordings; of every thread two pictures and a recording; nothing else.
   EXPECT_EQ(names().size(), 3u + 3 * threads);
+}
+
+// Cancelled before the call, a thread lives until behind it.
+TEST_F(ThreadsTest, ACancelledThreadEndsBehindTheCall) {
+  struct Work {
+    std::string source;
+    int answer = 0;
+    bool wentOn = false;
+  } work{path("source.jpg")};
+  pthread_t thread;
+  const auto run = [](void* argument) -> void* {
+    Work& own = *static_cast<Work*>(argument);
+    pthread_cancel(pthread_self());
+    own.answer = IsExifFile(own.source.c_str());
+    pthread_testcancel();
+    own.wentOn = true;
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, nullptr, run, &work), 0);
+  void* result = nullptr;
+  pthread_join(thread, &result);
+  EXPECT_EQ(result, PTHREAD_CANCELED);
+  EXPECT_EQ(work.answer, 1);
+  EXPECT_FALSE(work.wentOn);
 }
 
 }  // namespace

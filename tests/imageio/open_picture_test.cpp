@@ -79,7 +79,7 @@ class OpenPicture : public CodecTest {
     if (thumbnail_.IsEmpty()) return emptied;
     return pixelsOf(thumbnail_) == pixelsOf(patterned(8, 2, 1)) ? untouched : filled;
   }
-  // In both byte orders; without its last byte the thumbnail is not shown.
+  // In both byte orders; without the thumbnail's bytes it is black.
   void expectThumbnail(const Entries& entries, const std::string& pixels, int type,
                        const std::vector<unsigned>& expected) {
     for (const Order order : {Order::ii, Order::mm}) {
@@ -89,8 +89,8 @@ class OpenPicture : public CodecTest {
       EXPECT_EQ(thumbnail_.width(), uint8_t(entries[0].value[0]));
       EXPECT_EQ(pixelsOf(thumbnail_), expected);
       EXPECT_TRUE(image_.IsEmpty());  // the file has no main image
-      open(file.substr(0, file.size() - 1));
-      EXPECT_EQ(outcome(), untouched);
+      open(file.substr(0, file.size() - pixels.size()));
+      EXPECT_EQ(pixelsOf(thumbnail_), std::vector<unsigned>(expected.size()));
     }
   }
 
@@ -155,7 +155,11 @@ TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
       {"YCbCr", strip(1, 1, {colour, photometric(6)}), jpeg_, untouched},
       {"no pixels", strip(0, 0, {eightBits}), jpeg_, emptied},
       {"JPEG without position", jpegEntries(0, jpegLength_), jpeg_, untouched},
-      {"JPEG behind the end", jpegEntries(0xFFFFFFFF, jpegLength_), jpeg_, untouched},
+      {"JPEG behind the end", jpegEntries(0xFFFFFFFF, jpegLength_), jpeg_, emptied},
+      {"JPEG at the end", jpegEntries(pixelsAt, jpegLength_), "", emptied},
+      {"cut in its first pixel", strip(2, 1, {colour, threeSamples}), "ab", filled},
+      {"the most pixels", strip(2048, 2048, {eightBits}), "a", filled},
+      {"one row more", strip(2048, 2049, {eightBits}), "a", emptied},
       {"JPEG that is none", jpegEntries(pixelsAt, 4), jpegStart + jpegEnd, emptied},
       {"JPEG longer than the file", jpegEntries(pixelsAt, 0xFFFFFFFF), jpeg_, filled},
       {"JPEG with another Compression", jpegEntries(pixelsAt, jpegLength_, 1), jpeg_, emptied},

@@ -100,7 +100,10 @@ TEST_F(InfoListTest, AppendsInDisplayOrderAndFrees) {
   EXPECT_EQ(list.GetCount(), 0);
   EXPECT_EQ(GetExifInfo(file.c_str(), &list), 1);  // for the next picture
   EXPECT_EQ(itemsIn(list), once);
+  list.AddHead(nullptr);
+  list.AddTail(nullptr);
   EXPECT_EQ(FreeInfoList(&list), 1);
+  EXPECT_EQ(list.GetCount(), 0);
   EXPECT_EQ(FreeInfoList(nullptr), 0);
 }
 

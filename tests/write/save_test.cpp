@@ -43,6 +43,29 @@ class SaveFileTest : public SaveTest {
   int boxes_ = 0;
 };
 
+TEST_F(SaveFileTest, NullForAPathOrATextDoesNothing) {
+  write("a.jpg", "as it was");
+  std::string picture = path("a.jpg");
+  char text[15] = "text";
+  CPtrList list;
+  EXPECT_EQ(GetExifVersion(nullptr), 0.0f);
+  for (const int result :
+       {IsExifFile(nullptr), OpenExifFile(nullptr, &image_, &image_), GetExifInfo(nullptr, &list),
+        GetSoundFile(nullptr, text), GetSoundFile(picture.c_str(), nullptr),
+        SaveFile(nullptr, picture.c_str(), &image_, nullptr),
+        SaveFile(picture.c_str(), nullptr, &image_, nullptr),
+        SaveProcessFile(nullptr, nullptr, 2, &image_, nullptr),
+        AddAudio(nullptr, text, &image_, nullptr),
+        AddAudio(picture.data(), nullptr, &image_, nullptr),
+        AddAudioFile(nullptr, text, text, &image_, nullptr, nullptr),
+        AddAudioFile(picture.data(), nullptr, text, &image_, nullptr, nullptr),
+        AddAudioFile(picture.data(), text, nullptr, &image_, nullptr, nullptr)})
+    EXPECT_EQ(result, 0);
+  EXPECT_EQ(read("a.jpg"), "as it was");
+  EXPECT_EQ(image_.width(), 64u);
+  EXPECT_EQ(boxes_, 0);
+}
+
 TEST_F(SaveFileTest, PutsTheSegmentBeforeTheCompactedStream) {
   makeSource("source.jpg", fullRecords());
   ASSERT_EQ(save("source.jpg", "saved.jpg"), 1);

@@ -142,7 +142,8 @@ TEST_F(SegmentTest, LeavesOutWhatOverflowsTheBlock) {
     bool keepsNote, keepsComment;
   } cases[] = {{7, 5, true, true},           {65000, 5, false, true},
                {0xFFFFFFFF, 5, false, true}, {40000, 40000, false, true},
-               {7, 70000, false, false},     {70000, 0xFFFFFFFF, false, false}};
+               {14, 70000, true, false},     {4096, 62000, true, false},
+               {4097, 62000, false, true},   {70000, 0xFFFFFFFF, false, false}};
   for (const auto& [note, comment, keepsNote, keepsComment] : cases) {
     ExifMetadata metadata = fullRecords();
     metadata.exif.makerNote = metadata.exif.userComment = large.data();

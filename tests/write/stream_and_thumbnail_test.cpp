@@ -84,11 +84,19 @@ using ThumbnailTest = SaveTest;
 
 using Place = std::array<unsigned, 4>;  // left, top, width, height
 
+// Blue, green and red of a pixel, whatever the depth.
+unsigned colourAt(const PRaster& image, unsigned x, unsigned y) {
+  const unsigned value = image.GetPixel(int(x), int(y));
+  if (!image.palette()) return value;
+  const RGBQUAD& colour = image.palette()[image.bitsPerPixel() == 1 ? value & 1 : value];
+  return unsigned(colour.rgbBlue << 16 | colour.rgbGreen << 8 | colour.rgbRed);
+}
+
 Place placeOf(const PRaster& thumbnail) {
   unsigned left = 160, top = 120, right = 0, bottom = 0;
   for (unsigned y = 0; y < 120; ++y)
     for (unsigned x = 0; x < 160; ++x) {
-      if (thumbnail.GetPixel(int(x), int(y)) == 0) continue;
+      if (colourAt(thumbnail, x, y) == 0) continue;
       left = std::min(left, x), right = std::max(right, x + 1);
       top = std::min(top, y), bottom = std::max(bottom, y + 1);
     }
@@ -109,15 +117,12 @@ TEST_F(ThumbnailTest, ShowsThePictureInTheMiddle) {
       ASSERT_TRUE(makeThumbnail(&source, &thumbnail, 0));
       EXPECT_EQ(thumbnail.GetImageType(), source.GetImageType());
       ASSERT_EQ(placeOf(thumbnail), place);
-      if (bits == 8) {
-        EXPECT_EQ(std::memcmp(thumbnail.palette(), source.palette(), 256 * sizeof(RGBQUAD)), 0);
-      }
       if (width == 1 || height == 1) continue;
       for (unsigned right : {1, 3})
         for (unsigned down : {1, 3})
-          EXPECT_EQ(thumbnail.GetPixel(int(place[0] + place[2] * right / 4),
-                                       int(place[1] + place[3] * down / 4)),
-                    source.GetPixel(int(width * right / 4), int(height * down / 4)))
+          EXPECT_EQ(
+              colourAt(thumbnail, place[0] + place[2] * right / 4, place[1] + place[3] * down / 4),
+              colourAt(source, width * right / 4, height * down / 4))
               << right << ' ' << down;
     }
   PRaster empty, thumbnail;

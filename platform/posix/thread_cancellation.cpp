@@ -1,0 +1,16 @@
+#include <pthread.h>
+#include <thread_cancellation.h>
+
+namespace exifkeep {
+
+int holdCancellation() noexcept {
+  int before = PTHREAD_CANCEL_ENABLE;
+  pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before);
+  return before;
+}
+
+void restoreCancellation(int before) noexcept {
+  pthread_setcancelstate(before, nullptr);
+}
+
+}  // namespace exifkeep

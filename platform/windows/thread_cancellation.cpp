@@ -1,0 +1,12 @@
+// Threads are not cancelled here.
+#include <thread_cancellation.h>
+
+namespace exifkeep {
+
+int holdCancellation() noexcept {
+  return 0;
+}
+
+void restoreCancellation(int) noexcept {}
+
+}  // namespace exifkeep
