@@ -10,7 +10,7 @@
 /// - Nothing is thrown. Except where said, results are 1 for yes or done and 0 for no or failed,
 ///   also when memory runs out. There is no further error code.
 /// - Any thread may call any function at any time. A list or an image belongs to one call at a
-///   time. A thread that is cancelled in a call ends behind it.
+///   time. A thread that is cancelled in a call ends after it.
 /// - Only regular files are opened, and each is closed before the call returns.
 /// - What a file is, is told by its extension (tif, tiff, jpg, jpeg or jpe in any case) together
 ///   with its first bytes.
@@ -87,7 +87,7 @@ EXIFKEEP_API int GetExifInfo(const char* path, CPtrList* list) noexcept;
 /// Destroys all items of a list that GetExifInfo filled. The list itself stays the host's and can
 /// be filled again.
 ///
-/// @param[in,out] list  holds nothing but the library's items; null elements are passed over
+/// @param[in,out] list  holds nothing but the library's items; null elements are skipped
 /// @return 1, or 0 for a null list
 EXIFKEEP_API int FreeInfoList(CPtrList* list) noexcept;
 

@@ -9,42 +9,23 @@
 #include "info/display_rows.h"
 #include "info/value_text.h"
 #include "read/read_metadata.h"
+#include "read/record_field.h"
 
 namespace exifkeep {
 
 namespace {
 
-// A row's field in a record.
-class FieldView {
- public:
-  FieldView(const void* record, const TagRow& row)
-      : bytes_(static_cast<const char*>(record) + row.field), row_(row) {}
-
-  template <class Value>
-  Value as() const {
-    Value value;
-    std::memcpy(&value, bytes_, sizeof value);
-    return value;
-  }
-  // Bounded: a field may be full to its last byte.
-  CString text() const { return bytesText(bytes_, row_.capacity); }
-  const char* bytes() const { return bytes_; }
-  uint32_t number() const {
-    if (row_.capacity == sizeof(uint8_t)) return as<uint8_t>();
-    return row_.capacity == sizeof(uint16_t) ? as<uint16_t>() : as<uint32_t>();
-  }
-
- private:
-  const char* bytes_;
-  const TagRow& row_;
-};
-
 static_assert(std::ranges::all_of(exifDisplayRows, [](const DisplayRow& row) {
   return row.unit.size() <= longestUnit;
 }));
 
+CString textValue(const RecordField& field) {
+  const std::string_view text = field.text();
+  return {text.data(), static_cast<int>(text.size())};
+}
+
 // False when there is nothing to divide by.
-bool decimalValue(const DisplayRow& row, FieldView field, CString& value) {
+bool decimalValue(const DisplayRow& row, const RecordField& field, CString& value) {
   if (field.as<Rational>().denominator == 0) return false;
   if (row.source->type == TiffType::srational) {
     const SRational pair = field.as<SRational>();
@@ -56,14 +37,14 @@ bool decimalValue(const DisplayRow& row, FieldView field, CString& value) {
   return true;
 }
 
-bool focalLengthValue(FieldView field, CString& value) {
+bool focalLengthValue(const RecordField& field, CString& value) {
   const Rational length = field.as<Rational>();
   if (length.denominator == 0) return false;
   value = focalLengthText(length);
   return true;
 }
 
-bool nonZeroValue(FieldView field, CString& value) {
+bool nonZeroValue(const RecordField& field, CString& value) {
   if (field.number() == 0) return false;
   value = numberText(field.number());
   return true;
@@ -77,13 +58,13 @@ CString exifVersionValue(const ExifIfdRecord& exif) {
 
 // The value text of a present field; false when its rule rejects it.
 bool valueOf(const DisplayRow& row, const void* record, CString& value) {
-  const FieldView field(record, *row.source);
+  const RecordField field(record, *row.source);
   const auto exif = [&]() -> const ExifIfdRecord& {
     return *static_cast<const ExifIfdRecord*>(record);
   };
   switch (row.rule) {
-    case ValueRule::text: value = field.text(); return true;
-    case ValueRule::dateTime: value = dateTimeText(field.text()); return true;
+    case ValueRule::text: value = textValue(field); return true;
+    case ValueRule::dateTime: value = dateTimeText(textValue(field)); return true;
     case ValueRule::version: value = versionText(field.bytes()); return true;
     case ValueRule::exifVersion: value = exifVersionValue(exif()); return true;
     case ValueRule::wholeRational: value = wholeRationalText(field.as<Rational>()); return true;
@@ -104,12 +85,6 @@ bool valueOf(const DisplayRow& row, const void* record, CString& value) {
   return false;
 }
 
-bool isPresent(const DisplayRow& row, const void* record) {
-  uint32_t flag;
-  std::memcpy(&flag, static_cast<const char*>(record) + row.source->flag, sizeof flag);
-  return flag == 1;
-}
-
 // The items of one directory are the elements of one array, which goes with the last of them: one
 // allocation instead of some twenty.
 struct ListedItem : InfoItem {
@@ -124,7 +99,9 @@ struct ReleaseItem {
 };
 
 void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList& list) {
-  const auto present = [&](const DisplayRow& row) { return isPresent(row, record); };
+  const auto present = [&](const DisplayRow& row) {
+    return RecordField(record, *row.source).isPresent();
+  };
   const auto most = static_cast<size_t>(std::ranges::count_if(rows, present));
   if (most == 0) return;
   const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[most]);

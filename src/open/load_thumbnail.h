@@ -16,7 +16,7 @@ inline constexpr uint64_t mostThumbnailPixels = uint64_t{1} << 22;
 // Fills `thumbnail` from the file; true when it holds the file's thumbnail afterwards. It stays as
 // it was when the file has no thumbnail or none of a known kind, or a block or the temporary file
 // cannot be had. It is empty when the directory names a thumbnail that cannot be delivered: a JPEG
-// stream behind the end of the file or that the codec cannot decode, uncompressed pixels above the
+// stream beyond the end of the file or that the codec cannot decode, uncompressed pixels above the
 // limit, or an image that cannot be made.
 // REQUIRES: `reader` has probed `file` with success.
 bool loadThumbnail(ExifReader& reader, ExifFile& file, PRaster& thumbnail);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "read/record_field.h"
+
 namespace exifkeep {
 
 namespace {
@@ -65,11 +67,7 @@ class FieldFiller {
   // `isInEntry`: of a value that may be at an offset, whether the entry itself holds it.
   FieldFiller(ExifFile& file, const IfdEntry& entry, const TagRow& row, void* record,
               bool isInEntry)
-      : file_(file),
-        entry_(entry),
-        row_(row),
-        record_(static_cast<uint8_t*>(record)),
-        isInEntry_(isInEntry) {}
+      : file_(file), entry_(entry), row_(row), record_(record), isInEntry_(isInEntry) {}
 
   // The entry itself holds the value. What the file does not hold of it leaves the field alone.
   void fillShort() {
@@ -114,7 +112,7 @@ class FieldFiller {
   }
 
  private:
-  uint8_t* field() { return record_ + row_.field; }
+  uint8_t* field() { return fieldBytes(record_, row_); }
 
   template <class Number>
   void storeAt(size_t index, Number value) {
@@ -141,7 +139,7 @@ class FieldFiller {
   ExifFile& file_;
   const IfdEntry& entry_;
   const TagRow& row_;
-  uint8_t* record_;
+  void* record_;
   bool isInEntry_;
 };
 
@@ -225,10 +223,7 @@ void DirectoryWalk::decodeEntry(const TagIndex& tags, void* record, DeferredEntr
   if (row) {
     const FieldFiller filler(file_, entry_, *row, record, isInEntry(*row));
     const bool taken = fetchValue(*row, entry_, filler, file_, deferred);
-    if (taken && row->flag != noField) {
-      const uint32_t present = 1;
-      std::memcpy(static_cast<char*>(record) + row->flag, &present, sizeof present);
-    }
+    if (taken && row->flag != noField) setFlag(record, row->flag);
   }
   passValue(row);
 }

@@ -52,8 +52,8 @@ class DirectoryWalk {
   ExifFile& file_;
   DirectoryEntries entries_;
   IfdEntry entry_;
-  // Where our writers would put the next value: behind the directory, then behind the last value
-  // that is not in its entry, each padded to an even size.
+  // Where our writers would put the next value: after the directory, then after the last value that
+  // is not in its entry, each padded to an even size.
   uint64_t valueArea_;
 };
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "probe/directory_entries.h"
+#include "read/record_field.h"
 
 namespace exifkeep {
 
@@ -23,38 +24,14 @@ void storeLong(uint8_t* to, uint32_t value) {
 }
 
 bool isWritten(const OutputRow& row, const void* record) {
-  if (row.flag == noField) return true;
-  uint32_t flag;
-  std::memcpy(&flag, static_cast<const uint8_t*>(record) + row.flag, sizeof flag);
-  return flag == 1;
-}
-
-const uint8_t* fieldOf(const TagRow& row, const void* record) {
-  return static_cast<const uint8_t*>(record) + row.field;
-}
-
-bool isPresent(const TagRow& row, const void* record) {
-  return isWritten({.tag = row.tag, .type = row.type, .value = RowValue::record, .flag = row.flag},
-                   record);
+  return row.flag == noField || isFlagSet(record, row.flag);
 }
 
 template <class Number>
-Number numberAt(const uint8_t* field) {
+Number numberAt(const uint8_t* bytes) {
   Number number;
-  std::memcpy(&number, field, sizeof number);
+  std::memcpy(&number, bytes, sizeof number);
   return number;
-}
-
-uint32_t numberOf(const TagRow& row, const void* record) {
-  const uint8_t* field = fieldOf(row, record);
-  return row.capacity == sizeof(uint16_t) ? numberAt<uint16_t>(field) : numberAt<uint32_t>(field);
-}
-
-// Bounded: a field may be full to its last byte.
-std::string_view textOf(const TagRow& row, const void* record) {
-  const auto* text = reinterpret_cast<const char*>(fieldOf(row, record));
-  const char* end = std::find(text, text + row.limit, '\0');
-  return {text, static_cast<size_t>(end - text)};
 }
 
 }  // namespace
@@ -121,12 +98,13 @@ void DirectoryWriter::writeRow(const OutputRow& row, const void* record,
     case RowValue::record: return writeRecordValue(row, record);
     case RowValue::reference:
       // One byte of altitude reference, two characters of any other.
-      return putBytesInEntry(row, 2, fieldOf(*row.source, record), row.source->limit);
+      return putBytesInEntry(row, 2, RecordField(record, *row.source).bytes(), row.source->limit);
     case RowValue::resolution: return writeResolution(row, record, context);
     case RowValue::now: return putText(row, context.now);
-    case RowValue::textOrNow:
-      return putText(row,
-                     isPresent(*row.source, record) ? textOf(*row.source, record) : context.now);
+    case RowValue::textOrNow: {
+      const RecordField field(record, *row.source);
+      return putText(row, field.isPresent() ? field.text() : context.now);
+    }
     case RowValue::fixedText: return putText(row, row.text);
     case RowValue::fixedBytes: return putBytesInEntry(row, 4, row.text, 4);
     case RowValue::fixedNumber: return putInEntry(row, 1, row.number);
@@ -138,27 +116,28 @@ void DirectoryWriter::writeRow(const OutputRow& row, const void* record,
 
 void DirectoryWriter::writeResolution(const OutputRow& row, const void* record,
                                       const RowContext& context) {
-  const bool fromRecord = row.source && isPresent(*row.source, record);
   const void* value = row.tag == tag::xResolution ? &context.xResolution : &context.yResolution;
-  putRationals(row, fromRecord ? fieldOf(*row.source, record) : value, 1);
+  if (row.source && RecordField(record, *row.source).isPresent())
+    value = RecordField(record, *row.source).bytes();
+  putRationals(row, value, 1);
 }
 
 // The written form follows from the way the value is read, so that the readers find it again.
 void DirectoryWriter::writeRecordValue(const OutputRow& row, const void* record) {
   const TagRow& source = *row.source;
-  const uint8_t* field = fieldOf(source, record);
+  const RecordField field(record, source);
   const auto& exif = *static_cast<const ExifIfdRecord*>(record);
   switch (source.fetch) {
     case Fetch::shortValue:
     case Fetch::longValue:
-    case Fetch::shortOrLong: return putInEntry(row, 1, numberOf(source, record));
+    case Fetch::shortOrLong: return putInEntry(row, 1, field.number());
     case Fetch::rawByte:
-    case Fetch::rawText: return putBytesInEntry(row, source.limit, field, source.limit);
-    case Fetch::rationals: return putRationals(row, field, source.limit);
-    case Fetch::shorts: return putShorts(row, field, source.limit);
+    case Fetch::rawText: return putBytesInEntry(row, source.limit, field.bytes(), source.limit);
+    case Fetch::rationals: return putRationals(row, field.bytes(), source.limit);
+    case Fetch::shorts: return putShorts(row, field.bytes(), source.limit);
     case Fetch::bytes:
     case Fetch::text:
-    case Fetch::shortText: return putText(row, textOf(source, record));
+    case Fetch::shortText: return putText(row, field.text());
     case Fetch::subjectArea: return writeSubjectArea(row, exif);
     case Fetch::makerNote: return writeMakerNote(row, exif);
     case Fetch::userComment: return writeUserComment(row, exif);

@@ -87,8 +87,8 @@ TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
   EXPECT_EQ(names().size(), 3u + 3 * threads);
 }
 
-// Cancelled before the call, a thread lives until behind it.
-TEST_F(ThreadsTest, ACancelledThreadEndsBehindTheCall) {
+// Cancelled before the call, a thread ends after it.
+TEST_F(ThreadsTest, ACancelledThreadEndsAfterTheCall) {
   struct Work {
     std::string source;
     int answer = 0;
