@@ -5,7 +5,7 @@
 // The recording is copied beside the picture, and the picture is rewritten to name it. Shows how a
 // host answers the library's questions and gives it paths that it may write to.
 #include <exifkeep/exifkeep.h>
-#include <shellapi.h>
+#include <shell_copy_handler.h>
 
 #include <algorithm>
 #include <cstddef>

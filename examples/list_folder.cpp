@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -25,7 +26,7 @@ class Properties {
   Properties& operator=(const Properties&) = delete;
 
   // False when the file is not an Exif picture, or cannot be opened.
-  bool read(const fs::path& picture) { return GetExifInfo(picture.c_str(), &list_) == 1; }
+  bool read(const std::string& picture) { return GetExifInfo(picture.c_str(), &list_) == 1; }
 
   // Labels and values are in the user's language: see LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
   void print() const {
@@ -47,7 +48,7 @@ class Properties {
 // all, for the picture holds nothing but the name.
 void printRecording(const fs::path& picture) {
   char name[15];  // an 8.3 name with its NUL; the library relies on all 15 bytes
-  if (GetSoundFile(picture.c_str(), name) == 0) return;
+  if (GetSoundFile(picture.string().c_str(), name) == 0) return;
   const bool isThere = fs::exists(picture.parent_path() / name);
   std::printf("  Recording: %s%s\n", name, isThere ? "" : " (missing)");
 }
@@ -55,9 +56,9 @@ void printRecording(const fs::path& picture) {
 // False when the file is not an Exif picture.
 bool printPicture(const fs::path& picture) {
   Properties properties;
-  if (!properties.read(picture)) return false;
-  std::printf("%s (Exif %.1f)\n", picture.filename().c_str(),
-              double{GetExifVersion(picture.c_str())});
+  if (!properties.read(picture.string())) return false;
+  std::printf("%s (Exif %.1f)\n", picture.filename().string().c_str(),
+              double{GetExifVersion(picture.string().c_str())});
   properties.print();
   printRecording(picture);
   return true;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <map>
 #include <string>
@@ -62,7 +63,8 @@ bool isText(std::string_view text) {
   while (!text.empty()) {
     const size_t length = sequenceLength(text);
     const auto lead = static_cast<uint8_t>(text.front());
-    if (length == 0 || lead < 0x20 || lead == 0x7F) return false;
+    // Four bytes would be two units of UTF-16, which no text needs.
+    if (length == 0 || length > 3 || lead < 0x20 || lead == 0x7F) return false;
     text.remove_prefix(length);
   }
   return true;
@@ -147,19 +149,27 @@ void writeTable(std::ostream& output, const std::vector<Language>& languages) {
             "}  // namespace exifkeep\n";
 }
 
-// In resource scripts a quote is written twice.
+// Resource scripts write a quote twice, and take characters outside ASCII by their UTF-16 numbers
+// in four digits. REQUIRES: well-formed UTF-8 up to U+FFFF.
 void writeWideLiteral(std::ostream& output, std::string_view text) {
   output << "L\"";
-  for (char c : text) {
-    if (c == '"' || c == '\\') output << c;
-    output << c;
+  while (!text.empty()) {
+    const size_t length = sequenceLength(text);
+    unsigned unit = static_cast<uint8_t>(text[0]) & (length == 1 ? 0x7F : 0xFF >> (length + 1));
+    for (size_t i = 1; i < length; ++i) unit = unit << 6 | (text[i] & 0x3F);
+    if (text[0] == '"' || text[0] == '\\') output << text[0];
+    if (length == 1)
+      output << text[0];
+    else
+      output << "\\x" << std::hex << std::setw(4) << std::setfill('0') << unit << std::dec;
+    text.remove_prefix(length);
   }
   output << '"';
 }
 
 // A Windows language id has the language in its low ten bits and the variety above.
 void writeResources(std::ostream& output, const std::vector<Language>& languages) {
-  output << "// Made by compile_strings from res/.\n#pragma code_page(65001)\n";
+  output << "// Made by compile_strings from res/.\n";
   for (const Language& language : languages) {
     output << "\nLANGUAGE " << (language.id & 0x3FF) << ", " << (language.id >> 10)
            << "\nSTRINGTABLE\nBEGIN\n";

@@ -3,6 +3,7 @@
 // that was there before. Relies on OpenFile and MoveFileExA; no shell is run.
 #include <fcntl.h>
 #include <open_file.h>
+#include <shell_copy_handler.h>
 #include <shellapi.h>
 #include <sys/stat.h>
 #include <unique_file.h>

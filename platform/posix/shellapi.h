@@ -1,9 +1,9 @@
 /// @file
-/// The shell's file operation, for copying one file with the host's progress display and overwrite
-/// question. On Windows the shell shows these itself; here the host installs its own. Relies on
-/// windows.h.
+/// The shell's file operation, for copying one file with the progress display and overwrite question
+/// that the host has installed (shell_copy_handler.h). Relies on windows.h.
 #pragma once
 
+#include <shell_copy_handler.h>
 #include <windows.h>
 
 // All that is declared here is shown to hosts.
@@ -32,23 +32,5 @@ using LPSHFILEOPSTRUCTA = SHFILEOPSTRUCTA*;
 /// it was and nothing new behind. Source and target being one file is success without a copy.
 int WINAPI SHFileOperationA(LPSHFILEOPSTRUCTA operation);
 /// @endcond
-
-// ---- This stand-in's own addition: what the real shell does with windows ------------------------
-
-/// The host's answers while AddAudioFile copies a recording. The functions run on the thread that
-/// copies and must not throw.
-struct ShellCopyHandler {
-  /// Asked before an existing target is replaced; false cancels the copy. Null is always false.
-  bool (*mayOverwrite)(void* context, HWND owner, const char* source, const char* target) = nullptr;
-  /// Told the bytes copied so far and in all, first with 0; false cancels the copy. May be null.
-  bool (*progress)(void* context, HWND owner, std::uint64_t done, std::uint64_t total) = nullptr;
-  /// Handed to both functions; stays the host's.
-  void* context = nullptr;
-};
-
-/// Installs the handler for all threads of the process; an empty one removes it. Any thread may
-/// call it: a copy under way keeps the handler it started with. Without a handler an existing
-/// target is never replaced, which counts as cancelled by the user.
-void SetShellCopyHandler(const ShellCopyHandler& handler);
 
 #pragma GCC visibility pop

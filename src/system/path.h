@@ -9,16 +9,20 @@ namespace exifkeep {
 // The one place where the library asks for the system.
 #if defined(_WIN32)
 inline constexpr char pathSeparator = '\\';
+inline constexpr std::string_view pathSeparators = "\\/:";  // what a directory may end with
 #else
 inline constexpr char pathSeparator = '/';
+inline constexpr std::string_view pathSeparators = "/";
 #endif
 
 // What precedes the file name, its separator included, and the file name itself.
 constexpr std::string_view directoryOf(std::string_view path) noexcept {
-  return path.substr(0, path.rfind(pathSeparator) + 1);
+  while (!path.empty() && pathSeparators.find(path.back()) == pathSeparators.npos)
+    path.remove_suffix(1);
+  return path;
 }
 constexpr std::string_view fileNameOf(std::string_view path) noexcept {
-  return path.substr(path.rfind(pathSeparator) + 1);
+  return path.substr(directoryOf(path).size());
 }
 
 // The text after the last '.' of the path, the whole path when it has none. A '.' in a directory

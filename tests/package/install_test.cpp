@@ -50,7 +50,8 @@ TEST_F(Installed, HoldsThePublicHeadersAndRuns) {
             "./exifkeep.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
             "./platform/afxwin.h ./platform/code_page.h ./platform/language.h "
             "./platform/module_strings.h ./platform/platform_api.h ./platform/praster.h "
-            "./platform/pxcodec32.h ./platform/shellapi.h ./platform/windows.h\n");
+            "./platform/pxcodec32.h ./platform/shell_copy_handler.h ./platform/shellapi.h "
+            "./platform/windows.h\n");
   EXPECT_TRUE(fs::exists(path("prefix/share/doc/exifkeep/LICENSE")));
   EXPECT_EQ(run("prefix/bin/exifkeep check pictures/photo.jpg").out,
             "pictures/photo.jpg: Exif file\n");

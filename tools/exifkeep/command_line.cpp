@@ -17,6 +17,7 @@ void describe(CLI::App& program) {
                                    std::pair("Positionals", "Arguments")}) {
     program.get_formatter()->label(key, label);
   }
+  program.allow_windows_style_options(false);  // what begins with "/" is a path on every system
   program.require_subcommand(0, 1);
   program.footer(
       "exifkeep COMMAND --help tells more.\n\nExamples:\n"

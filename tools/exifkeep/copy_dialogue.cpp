@@ -1,7 +1,7 @@
-// The terminal's stand-in for the shell's copy windows.
+// The terminal's stand-in for the shell's copy windows; not called where the shell has its own.
 #include "copy_dialogue.h"
 
-#include <shellapi.h>
+#include <shell_copy_handler.h>
 
 #include <iostream>
 

@@ -1,5 +1,6 @@
 // All that the program asks of the operating system and standard C++ does not give: the standard
-// streams, and files as the system sees them. system_posix.cpp answers it for POSIX.
+// streams, and files as the system sees them. system_posix.cpp and
+// system_windows.cpp answer it.
 #pragma once
 
 #include <string>

@@ -1,0 +1,191 @@
+// The system's side of the program on Windows. Names and texts are UTF-8, which the program's
+// manifest makes the code page of the process.
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "system.h"
+
+namespace program {
+namespace {
+
+HANDLE handleOf(Stream stream) {
+  switch (stream) {
+    case Stream::input: return GetStdHandle(STD_INPUT_HANDLE);
+    case Stream::output: return GetStdHandle(STD_OUTPUT_HANDLE);
+    case Stream::error: return GetStdHandle(STD_ERROR_HANDLE);
+  }
+  return INVALID_HANDLE_VALUE;
+}
+
+// Sequences of ECMA-48, such as those for colours, are the console's to understand.
+void enableSequences(Stream stream) {
+  DWORD mode;
+  if (!GetConsoleMode(handleOf(stream), &mode)) return;
+  SetConsoleMode(handleOf(stream), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+  SetConsoleOutputCP(CP_UTF8);
+}
+
+// What the system says of the error, in the words that other systems have for the usual ones.
+std::string reasonOf(DWORD error) {
+  switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME: return std::strerror(ENOENT);
+    case ERROR_ACCESS_DENIED: return std::strerror(EACCES);
+    case ERROR_SHARING_VIOLATION: return "another program has it open";
+    case ERROR_DISK_FULL: return std::strerror(ENOSPC);
+  }
+  char text[512];
+  DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                error, 0, text, sizeof text, nullptr);
+  while (length > 0 && std::strchr("\r\n .", text[length - 1]) != nullptr) --length;
+  return length > 0 ? std::string(text, length) : "error " + std::to_string(error);
+}
+
+std::string lastReason() {
+  return reasonOf(GetLastError());
+}
+
+// An open file or folder, to be asked or written.
+class Opened {
+ public:
+  Opened(const std::string& path, DWORD access, DWORD share, DWORD disposition)
+      : handle_(CreateFileA(path.c_str(), access, share, nullptr, disposition,
+                            FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
+  ~Opened() { close(); }
+  Opened(const Opened&) = delete;
+  Opened& operator=(const Opened&) = delete;
+
+  explicit operator bool() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE handle() const { return handle_; }
+  bool write(std::string_view bytes) const {
+    while (!bytes.empty()) {
+      const auto step = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1 << 30));
+      DWORD written = 0;
+      if (!WriteFile(handle_, bytes.data(), step, &written, nullptr) || written == 0) return false;
+      bytes.remove_prefix(written);
+    }
+    return true;
+  }
+  bool close() {
+    const HANDLE handle = std::exchange(handle_, INVALID_HANDLE_VALUE);
+    return handle != INVALID_HANDLE_VALUE && CloseHandle(handle);
+  }
+
+ private:
+  HANDLE handle_;
+};
+
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+bool isDirectory(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::string folderOf(const std::string& path) {
+  const std::string folder = path.substr(0, path.find_last_of("\\/:") + 1);
+  return folder.empty() ? "." : folder;
+}
+
+// A new file beside `path`; empty when none can be made.
+std::string newFileBeside(const std::string& path) {
+  char name[MAX_PATH];
+  return GetTempFileNameA(folderOf(path).c_str(), "exk", 0, name) != 0 ? name : "";
+}
+
+// The bytes go to a new file beside the old one, which then takes its place in one step.
+bool replaceWhole(const std::string& path, std::string_view bytes) {
+  const std::string temporary = newFileBeside(path);
+  if (temporary.empty()) return false;
+  Opened file(temporary, GENERIC_WRITE, 0, TRUNCATE_EXISTING);
+  const bool written = file && file.write(bytes) && file.close();
+  if (written && (ReplaceFileA(path.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) ||
+                  (GetLastError() == ERROR_FILE_NOT_FOUND &&
+                   MoveFileExA(temporary.c_str(), path.c_str(), 0)))) {
+    return true;
+  }
+  const DWORD problem = GetLastError();
+  file.close();
+  DeleteFileA(temporary.c_str());
+  SetLastError(problem);
+  return false;
+}
+
+}  // namespace
+
+void guardDescriptors() {
+  // Bytes leave as they are: lines of UTF-8, pages, JSON. Names read in may end in CR LF.
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+  enableSequences(Stream::output);
+  enableSequences(Stream::error);
+}
+
+bool isTerminal(Stream stream) {
+  DWORD mode;
+  return GetConsoleMode(handleOf(stream), &mode) != 0;
+}
+
+bool outputGoesToFile() {
+  const DWORD type = GetFileType(handleOf(Stream::output));
+  return type == FILE_TYPE_DISK || (type == FILE_TYPE_CHAR && !isTerminal(Stream::output));
+}
+
+bool writeOutput(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto step = static_cast<unsigned>(std::min<std::size_t>(bytes.size(), 1 << 20));
+    const int written = _write(_fileno(stdout), bytes.data(), step);
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+void setEnvironment(const char* name, const std::string& value) {
+  _putenv_s(name, value.c_str());
+}
+
+std::string whyNotReadable(const std::string& path) {
+  if (isDirectory(path)) return std::strerror(EISDIR);
+  const Opened file(path, GENERIC_READ, shareAll, OPEN_EXISTING);
+  if (!file) return lastReason();
+  return GetFileType(file.handle()) == FILE_TYPE_DISK ? "" : "Not a regular file";
+}
+
+std::string whyNotWritable(const std::string& path) {
+  const std::string beside = newFileBeside(path);
+  if (beside.empty()) return "its folder: " + lastReason();
+  DeleteFileA(beside.c_str());
+  if (!isThere(path)) return "";
+  if (isDirectory(path)) return std::strerror(EISDIR);
+  const Opened file(path, GENERIC_READ | GENERIC_WRITE, shareAll, OPEN_EXISTING);
+  return file ? "" : lastReason();
+}
+
+bool isThere(const std::string& path) {
+  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool isSameFile(const std::string& path, const std::string& other) {
+  const Opened first(path, 0, shareAll, OPEN_EXISTING), second(other, 0, shareAll, OPEN_EXISTING);
+  BY_HANDLE_FILE_INFORMATION one, two;
+  return first && second && GetFileInformationByHandle(first.handle(), &one) &&
+         GetFileInformationByHandle(second.handle(), &two) &&
+         one.dwVolumeSerialNumber == two.dwVolumeSerialNumber &&
+         one.nFileIndexHigh == two.nFileIndexHigh && one.nFileIndexLow == two.nFileIndexLow;
+}
+
+std::string replaceFile(const std::string& path, std::string_view bytes) {
+  return replaceWhole(path, bytes) ? "" : lastReason();
+}
+
+}  // namespace program
