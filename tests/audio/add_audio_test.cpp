@@ -125,8 +125,10 @@ TEST_F(AddAudioTest, TouchesNothingThatItRefusesOrCannotCopy) {
 TEST_F(AddAudioTest, TakesARecordingThatIsInPlaceAsItIs) {
   std::string picture = exifPicture("rec/a.jpg");
   std::filesystem::create_hard_link(path("rec/voice.wav"), path("voice.wav"));
-  // The last by its text alone: no such file is there, and the directories differ in case.
-  for (const char* name : {"rec/voice.wav", "voice.wav", "REC/gone.wav"}) {
+  // The second by its text alone: no such file is there, and the directories differ in case.
+  std::vector<const char*> inPlace = {"rec/voice.wav", "REC/gone.wav"};
+  if (pathSeparator == '/') inPlace.insert(inPlace.begin(), "voice.wav");  // other shells ask
+  for (const char* name : inPlace) {
     std::string sound = path(name);
     EXPECT_EQ(attach(picture, sound), 1) << name;
     EXPECT_EQ(readFile(path("rec/voice.wav")), "RIFF");

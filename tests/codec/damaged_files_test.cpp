@@ -1,6 +1,5 @@
 // Damaged, truncated and hostile files: a clean failure, or a picture, quickly; never a crash, a
 // message on stderr or an exit.
-#include <sys/stat.h>
 
 #include "failure_switch.h"
 #include "picture_fixture.h"
@@ -77,16 +76,6 @@ TEST_F(DamagedFiles, EndlessScansAreCutShort) {
     ended.insert(ended.end(), {0xFF, 0xD9});
     EXPECT_EQ(loads(ended), scans == 100);
     EXPECT_FALSE(loads(jpeg)) << "more scans may be missing";
-  }
-}
-
-TEST_F(DamagedFiles, OnlyRegularFilesOpen) {
-  PRaster image = patterned(24, 2, 2);
-  ASSERT_EQ(mkfifo(path("fifo.jpg").c_str(), 0600), 0);
-  EXPECT_EQ(save(path("fifo.jpg"), image), 0);
-  for (const char* name : {"fifo.jpg", "", "absent.jpg"}) {
-    EXPECT_FALSE(load(path(name))) << name;
-    EXPECT_EQ(AllReadPalette(path(name).c_str()), nullptr) << name;
   }
 }
 

@@ -1,5 +1,5 @@
-// The codec bridge's list of formats: this test's own, since the function below takes the place of
-// the codec's when the program is linked.
+// The codec bridge's list of formats: this test's own, since the linker's option --wrap leads the
+// bridge's call to the function below.
 #include "imageio/image_codec_bridge.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ short formatCount = 0;
 
 }  // namespace
 
-short AllGetReadWriteCaps(HWND, HGLOBAL block) {
+extern "C" short __wrap_AllGetReadWriteCaps(HWND, HGLOBAL block) {
   EXPECT_EQ(GlobalSize(block), 1300u);
   char* record = static_cast<char*>(GlobalLock(block));
   for (const auto& [extension, writable] : formats) {

@@ -62,11 +62,11 @@ TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
     return entries;
   };
   const auto exif = [&](auto entryAt) { return Picture{{exifPointer()}, many(entryAt)}; };
-  Picture far{many([](uint32_t i) {
+  Picture distant{many([](uint32_t i) {
     return field(0x10F, typeAscii, all, i % 2 ? megabyte - 300 - i : megabyte / 2 + i);
   })};
-  far.image[0] = exifPointer();
-  far.exif = {version()};
+  distant.image[0] = exifPointer();
+  distant.exif = {version()};
   const Entry toItself = longs(0x8769, {8});
   const struct {
     const char* what;
@@ -76,7 +76,7 @@ TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
       {"comments", exif([](uint32_t i) { return field(0x9286, typeUndefined, all, i); })},
       {"interoperability", exif([](uint32_t i) { return field(0xA005, typeLong, 1, 12 * i); })},
       {"GPS pointers", {many([](uint32_t i) { return field(0x8825, typeLong, 1, i); })}},
-      {"far texts", far},
+      {"distant texts", distant},
       {"directories that are each other",
        {{version(), toItself, longs(0x8825, {8}), longs(0xA005, {8}),
          field(0x927C, typeUndefined, all, 0), field(0x9286, typeUndefined, all, 0)}}},

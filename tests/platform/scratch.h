@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -13,12 +15,39 @@
 
 namespace exifkeep::test {
 
+// Windows has its own names for the environment's calls, and seldom the right to make links.
+#if defined(_WIN32)
+inline void setVariable(const char* name, const std::string& value) {
+  _putenv_s(name, value.c_str());
+}
+inline void unsetVariable(const char* name) {
+  _putenv_s(name, "");
+}
+inline void makeLinkToNowhere(const std::string& path) {
+  std::ofstream file(path);
+}
+#else
+inline void setVariable(const char* name, const std::string& value) {
+  setenv(name, value.c_str(), 1);
+}
+inline void unsetVariable(const char* name) {
+  unsetenv(name);
+}
+inline void makeLinkToNowhere(const std::string& path) {
+  std::filesystem::create_symlink("nowhere", path);
+}
+#endif
+
 // A test in its own directory, which is gone afterwards.
 class ScratchTest : public ::testing::Test {
  protected:
   ScratchTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "platform-test-XXXXXX").string();
-    directory_ = mkdtemp(name.data());
+    static std::atomic<unsigned> made{0};
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    do {
+      directory_ = std::filesystem::temp_directory_path() /
+                   ("platform-test-" + std::to_string(now) + "-" + std::to_string(++made));
+    } while (!std::filesystem::create_directory(directory_));
   }
   ~ScratchTest() override { std::filesystem::remove_all(directory_); }
 
@@ -46,8 +75,9 @@ inline std::string readFile(const std::string& path) {
 
 // Sets the variables that name locales: these and no others.
 inline void setLocaleVariables(const std::map<std::string, std::string>& values) {
-  for (const char* name : {"LANGUAGE", "LC_ALL", "LC_CTYPE", "LC_MESSAGES", "LANG"}) unsetenv(name);
-  for (const auto& [name, value] : values) setenv(name.c_str(), value.c_str(), 1);
+  for (const char* name : {"LANGUAGE", "LC_ALL", "LC_CTYPE", "LC_MESSAGES", "LANG"})
+    unsetVariable(name);
+  for (const auto& [name, value] : values) setVariable(name.c_str(), value);
 }
 
 }  // namespace exifkeep::test

@@ -23,10 +23,12 @@ TEST(String, CutsFindsAndReplaces) {
 
 // Makes the process use a locale with decimal commas, building one if the system has none.
 bool enterCommaLocale(const std::string& directory) {
-  if (std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr) return true;
+  for (const char* name : {"de_DE.UTF-8", "German_Germany.1252"}) {
+    if (std::setlocale(LC_ALL, name) != nullptr) return true;
+  }
   const std::string build = "localedef -i de_DE -f UTF-8 '" + directory + "/de_DE.UTF-8'";
   if (std::system((build + " >/dev/null 2>&1").c_str()) != 0) return false;
-  setenv("LOCPATH", directory.c_str(), 1);
+  setVariable("LOCPATH", directory);
   return std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
 }
 

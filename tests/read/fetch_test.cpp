@@ -12,7 +12,7 @@ namespace {
 
 using FetchTest = ReadTest;
 
-constexpr uint32_t all = 0xFFFFFFFF, far = 0x7FFFFFF0;
+constexpr uint32_t all = 0xFFFFFFFF, distant = 0x7FFFFFF0;
 
 // What the tests of the list and of saved files do not see of the full picture.
 TEST_F(FetchTest, FieldsThatAreNeitherShownNorSaved) {
@@ -204,10 +204,11 @@ TEST_F(FetchTest, CommentsAndMakerNotesAreReplacedByLaterOnes) {
 }
 
 TEST_F(FetchTest, WhatTheFileDoesNotHoldLeavesTheResetValue) {
-  const Picture beyond{.image = {exifPointer(), gpsPointer(), field(0x11A, typeRational, 1, far),
-                                 field(0x102, typeShort, 3, far), field(0x10F, typeAscii, 9, all)},
-                       .exif = {version(), field(0x927C, typeUndefined, all, far)},
-                       .gps = {text(12, "N")}};
+  const Picture beyond{
+      .image = {exifPointer(), gpsPointer(), field(0x11A, typeRational, 1, distant),
+                field(0x102, typeShort, 3, distant), field(0x10F, typeAscii, 9, all)},
+      .exif = {version(), field(0x927C, typeUndefined, all, distant)},
+      .gps = {text(12, "N")}};
   const Picture halved{
       .image = {exifPointer()},
       .exif = {version(), bytes(0x927C, "a note").withCount(all), rationals(0x920A, {50, 7})}};

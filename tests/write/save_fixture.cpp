@@ -1,6 +1,5 @@
 #include "write/save_fixture.h"
 
-#include <dlfcn.h>
 #include <pxcodec32.h>
 
 #include <algorithm>
@@ -8,18 +7,18 @@
 
 #include "system/temporary_picture.h"
 
-// Takes the codec's place when the program is linked, and calls it.
-int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
-                  CodecProgress progress) {
+// The linker's option --wrap leads the library's calls here, and its own from here to the codec.
+extern "C" int __real_AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                    CodecProgress progress);
+extern "C" int __wrap_AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                    CodecProgress progress) {
   using exifkeep::test::codecFiles;
   const bool isThumbnail = std::strstr(path, exifkeep::temporaryJpegName) != nullptr;
   if (const auto& file = isThumbnail ? codecFiles.thumbnail : codecFiles.picture) {
     if (!file->empty()) std::ofstream(path, std::ios::binary) << *file;
     return !file->empty();
   }
-  static const auto save =
-      reinterpret_cast<decltype(&AllSaveDIBImg)>(dlsym(RTLD_NEXT, "AllSaveDIBImg"));
-  return save(path, image, offset, progress);
+  return __real_AllSaveDIBImg(path, image, offset, progress);
 }
 
 namespace exifkeep::test {

@@ -166,7 +166,7 @@ TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
   // is taken for neither.
   codecFiles.thumbnail = "";
   for (PRaster* given : {&own, static_cast<PRaster*>(nullptr)}) {
-    writeFile(temporaryDirectory() / temporaryJpegName, read("own.jpg"));
+    writeFile((temporaryDirectory() / temporaryJpegName).string(), read("own.jpg"));
     const std::string before = read("b.jpg");
     EXPECT_EQ(save("a.jpg", "b.jpg", given), !given);
     EXPECT_EQ(read("b.jpg") == before, given != nullptr);

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# What ./test windows does: builds for 64-bit Windows and runs the tests under Wine; builds for
+# 32-bit Windows and checks what the DLLs export; lets the program of both systems list and save the
+# same pictures; packs the zip and builds a host against it. Installs what all this needs.
+set -euo pipefail
+root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
+. "$root/scripts/packages.sh"
+. "$root/scripts/build.sh"
+
+mkdir -p "$root/build"
+install_missing "$root/build/packages.log" "${run_packages[@]}" "${test_packages[@]}" \
+  "${windows_packages[@]}" "${windows32_packages[@]}"
+"$root/scripts/windows_codecs.sh" x86_64
+"$root/scripts/windows_codecs.sh" i686
+
+# Wine's own folder, so that nobody's settings are used or changed; without the parts that a first
+# start would ask to download.
+export WINEPREFIX=$root/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+unset DISPLAY WAYLAND_DISPLAY
+wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+"$wine" wineboot --init >"$root/build/wine.log" 2>&1
+
+for preset in windows windows32; do
+  echo "== $preset"
+  build_preset "$preset"
+  ctest --test-dir "$root/build/$preset" -j"$(nproc)" --output-on-failure --no-tests=error
+done
+
+echo "== windows and here"
+build_preset release exifkeep_program
+"$root/tests/windows/same_as_here.sh" "$root" "$wine"

@@ -1,0 +1,132 @@
+// What is Windows' own: files that other programs hold open, attributes of replaced files, names in
+// UTF-8, and the texts as resources.
+#include <exifkeep/exifkeep.h>
+#include <language.h>
+
+#include <fstream>
+#include <map>
+
+#include "failures/saved_pictures.h"
+#include "info/listing.h"
+
+namespace exifkeep::test {
+namespace {
+
+// A file as another program has it open.
+class HeldOpen {
+ public:
+  HeldOpen(const std::string& path, DWORD access, DWORD share)
+      : handle_(CreateFileA(path.c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr)) {
+    EXPECT_NE(handle_, INVALID_HANDLE_VALUE) << path;
+  }
+  ~HeldOpen() { CloseHandle(handle_); }
+  HeldOpen(const HeldOpen&) = delete;
+  HeldOpen& operator=(const HeldOpen&) = delete;
+
+ private:
+  HANDLE handle_;
+};
+
+class WindowsFiles : public SavedPictures {};
+
+TEST_F(WindowsFiles, APictureThatAnotherProgramHoldsIsNotSavedOver) {
+  for (const char* name : {"photo.jpg", "photo.tif"}) {
+    saveWithMetadata(name, 20);
+    const std::string before = readFile(path(name));
+    const auto filesBefore = names();
+    PRaster image = makePicture(24);
+    for (const DWORD share : {0ul, ULONG{FILE_SHARE_READ}}) {
+      const HeldOpen held(path(name), GENERIC_READ, share);
+      EXPECT_EQ(SaveFile(path(name).c_str(), path(name).c_str(), &image, nullptr), 0) << share;
+      EXPECT_EQ(SaveFile("", path(name).c_str(), &image, nullptr), 0) << share;
+    }
+    EXPECT_EQ(readFile(path(name)), before);
+    EXPECT_EQ(names(), filesBefore);
+    EXPECT_EQ(SaveFile(path(name).c_str(), path(name).c_str(), &image, nullptr), 1);
+    EXPECT_EQ(widthOf(path(name)), 24u);
+  }
+}
+
+// As viewers and indexers open files.
+TEST_F(WindowsFiles, APictureThatIsSharedIsReadAndReplaced) {
+  saveWithMetadata("photo.jpg", 20);
+  const HeldOpen held(path("photo.jpg"), GENERIC_READ,
+                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+  EXPECT_EQ(IsExifFile(path("photo.jpg").c_str()), 1);
+  PRaster image = makePicture(24);
+  EXPECT_EQ(SaveFile(path("photo.jpg").c_str(), path("photo.jpg").c_str(), &image, nullptr), 1);
+  EXPECT_EQ(widthOf(path("photo.jpg")), 24u);
+}
+
+// Wine's does not.
+bool replacingKeepsAttributes(const std::string& old, const std::string& replacement) {
+  writeFile(old, "old");
+  writeFile(replacement, "new");
+  EXPECT_TRUE(SetFileAttributesA(old.c_str(), FILE_ATTRIBUTE_HIDDEN));
+  EXPECT_TRUE(ReplaceFileA(old.c_str(), replacement.c_str(), nullptr, 0, nullptr, nullptr));
+  const bool isHidden = (GetFileAttributesA(old.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0;
+  EXPECT_TRUE(DeleteFileA(old.c_str()));
+  return isHidden;
+}
+
+TEST_F(WindowsFiles, AttributesStay) {
+  const bool isKept = replacingKeepsAttributes(path("old"), path("new"));
+  saveWithMetadata("photo.jpg", 20);
+  PRaster image = makePicture(24);
+  ASSERT_TRUE(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_HIDDEN));
+  EXPECT_EQ(SaveFile(path("photo.jpg").c_str(), path("photo.jpg").c_str(), &image, nullptr), 1);
+  EXPECT_EQ(widthOf(path("photo.jpg")), 24u);
+  EXPECT_EQ((GetFileAttributesA(path("photo.jpg").c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0, isKept);
+  ASSERT_TRUE(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_READONLY));
+  EXPECT_EQ(SaveFile("", path("photo.jpg").c_str(), &image, nullptr), 0);
+  EXPECT_EQ(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_NORMAL), TRUE);
+  EXPECT_EQ(names(), std::set<std::string>{"photo.jpg"});
+}
+
+// Either separator, and every character: the code page of this process is UTF-8.
+TEST_F(WindowsFiles, NamesOfAllKindsWork) {
+  ASSERT_EQ(GetACP(), UINT{CP_UTF8});
+  std::filesystem::create_directory(path("folder"));
+  for (std::string name : {"übung.jpg", "日本.tif", "folder/日本.jpg", "folder\\ß.tif"}) {
+    name = path(name);
+    PRaster image = makePicture(24);
+    ASSERT_EQ(SaveFile("", name.c_str(), &image, nullptr), 1) << name;
+    EXPECT_EQ(AddAudio(name.data(), "a program", &image, nullptr), 1) << name;
+    EXPECT_EQ(IsExifFile(name.c_str()), 1) << name;
+    EXPECT_FALSE(itemsOf(name).empty()) << name;
+    EXPECT_EQ(widthOf(name), 24u) << name;
+  }
+  EXPECT_EQ(names().size(), 3u);
+}
+
+// Windows' own lookup, which hosts and their tools use as well.
+TEST(WindowsTexts, AreResourcesOfTheModule) {
+  const HMODULE module = GetModuleHandleA(nullptr);
+  for (const LanguageVariant& variant : languageVariants()) {
+    for (WORD block = 1; block <= 158 / 16 + 1; ++block)
+      EXPECT_NE(
+          FindResourceExA(module, MAKEINTRESOURCEA(6), MAKEINTRESOURCEA(block), variant.language),
+          nullptr)
+          << variant.tag << ' ' << block;
+  }
+}
+
+TEST(WindowsLanguage, IsTheThreadsUnlessTheEnvironmentNamesOne) {
+  const std::pair<WORD, LANGID> cases[] = {
+      {MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN_AUSTRIAN), 1031},
+      {MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_HONGKONG), 1028},
+      {MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SINGAPORE), 2052},
+      {MAKELANGID(LANG_PORTUGUESE, SUBLANG_PORTUGUESE_BRAZILIAN), 2070},
+      {MAKELANGID(LANG_RUSSIAN, SUBLANG_DEFAULT), 1033}};
+  for (const auto& [thread, expected] : cases) {
+    SetThreadUILanguage(thread);
+    if (GetThreadUILanguage() != thread) GTEST_SKIP() << "the system has this language only";
+    setLocaleVariables({});
+    EXPECT_EQ(userLanguage(), expected) << thread;
+    setLocaleVariables({{"LANGUAGE", "it"}});
+    EXPECT_EQ(userLanguage(), 1040) << thread;
+  }
+}
+
+}  // namespace
+}  // namespace exifkeep::test
