@@ -98,11 +98,15 @@ TEST_F(FetchTest, SmallTextsAreInTheirEntryOrAtAnOffset) {
   } cases[] = {
       {"ours", {}, small, "37", "37"},
       {"ours, though the offset reads 20", {fillTo(0x3032)}, small, "37", "37"},
-      {"and behind zeros", {fillTo(0x3032, 5), field(0x927C, 7, 2, 0)}, small, "37", "37"},
+      {"after zeros", {fillTo(0x3032, 5), field(0x927C, 7, 2, 0)}, small, "37", "37"},
+      {"after another", {fillTo(0x3030, 5), text(0x9292, "9").atOffset()}, small, "37", "37"},
+      {"after that number", {fillTo(0x3032, 5), shorts(0x8827, {0x3032})}, small, "37", "37"},
       {"not ours, which are even", {fillTo(0x3033)}, small, "30", "37"},
       {"an odd offset that is no text", {fillTo(0x0133)}, small, "37", "37"},
       {"text with its NUL", {}, text(0x9290, "25"), "25", "25"},
       {"text of four", {fillTo(0x133)}, bytes(0x9290, "8.31", typeByte), "8.31", "8.31"},
+      {"text of two", {}, bytes(0x9290, "25\1\2").withCount(2), "25", "25"},
+      {"an offset of 0x132", {}, bytes(0x9290, "2\1", typeAscii), "mm", ""},
       {"no text", {}, text(0x9290, ""), "", ""},
       {"an offset of 256 is no empty text", {}, field(0x9290, typeAscii, 1, 256), "m", "m"},
       {"no text type", {}, field(0x9290, typeShort, 2, 0x31313131), "", ""},
@@ -137,6 +141,10 @@ TEST_F(FetchTest, SmallListsOfShortsAreInTheirEntryOrAtAnOffset) {
                   testing::ElementsAreArray(order == Order::ii ? ii : mm));
       EXPECT_EQ(result->exif.focalLength.numerator, 0u) << "rationals are always at an offset";
     }
+  // As an offset, 0x11170 would be in the file.
+  const auto large =
+      readExif({shorts(0xA214, {0x1170, 1}), bytes(0x927C, std::string(99999, 'm'))});
+  EXPECT_THAT(large->exif.subjectLocation, testing::ElementsAre(0x1170, 1));
   const auto area = readExif({shorts(0x9214, {640, 480})});
   EXPECT_THAT(area->exif.subjectArea, testing::ElementsAre(640, 480, 0, 0));
 }

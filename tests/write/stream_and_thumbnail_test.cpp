@@ -125,7 +125,11 @@ TEST_F(ThumbnailTest, ShowsThePictureInTheMiddle) {
               colourAt(source, width * right / 4, height * down / 4))
               << right << ' ' << down;
     }
-  PRaster empty, thumbnail;
+  PRaster empty, thumbnail, light = picture(320, 80, 8);
+  std::fill_n(light.palette(), 256, RGBQUAD{255, 255, 200, 0});
+  light.Clear(0);
+  ASSERT_TRUE(makeThumbnail(&light, &thumbnail, 0));
+  EXPECT_EQ(placeOf(thumbnail), (Place{0, 40, 160, 40}));
   const PRaster source = picture(4, 3);
   EXPECT_FALSE(makeThumbnail(&empty, &thumbnail, 0));
   EXPECT_FALSE(makeThumbnail(nullptr, &thumbnail, 0));
