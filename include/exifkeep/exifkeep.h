@@ -5,8 +5,10 @@
 /// framework, raster and window types that cross the boundary. What holds for all ten functions:
 ///
 /// - Paths and texts are NUL-terminated 8-bit strings. Paths are the file system's bytes; texts are
-///   in the user's code page. What a function only reads stays the host's and is not kept. Where
-///   one of them is null, nothing is done and the result is 0.
+///   in the user's code page. On Windows both are in the code page of the process: with UTF-8,
+///   which a host's manifest can choose (activeCodePage), every file name works. What a function
+///   only reads stays the host's and is not kept. Where one of them is null, nothing is done and
+///   the result is 0.
 /// - Nothing is thrown. Except where said, results are 1 for yes or done and 0 for no or failed,
 ///   also when memory runs out. There is no further error code.
 /// - Any thread may call any function at any time. A list or an image belongs to one call at a
