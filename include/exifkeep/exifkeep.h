@@ -77,8 +77,9 @@ EXIFKEEP_API int OpenExifFile(const char* path, PRaster* image, PRaster* thumbna
 /// Lists the metadata of a picture as display texts, one exifkeep::InfoItem a field: first those of
 /// IFD0, then those of the Exif directory (Exif 2.2, 4.6.4 and 4.6.5).
 ///
-/// GPS fields are not listed. Language and code page are taken from the environment anew in every
-/// call; a text that a language lacks is empty.
+/// GPS fields are not listed, but for a FieldList (field_list.h) that asks for them. Language and
+/// code page are taken from the environment anew in every call; a text that a language lacks is
+/// empty.
 ///
 /// @param path  the file
 /// @param[in,out] list  the host's list; items are added at its end. They stay the library's: give

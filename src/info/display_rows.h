@@ -1,7 +1,10 @@
 // Which fields are shown, in which order, under which label and by which rule.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 #include "info/words.h"
@@ -24,10 +27,13 @@ enum class ValueRule : uint8_t {
   userComment,    // likewise, behind the character code
   components,     // letters of the four components
   word,           // the row's word for the value
+  plain,          // numbers, text or bytes as they are: no language is needed
 };
 
+inline constexpr UINT noLabel = 0;
+
 struct DisplayRow {
-  UINT label;
+  UINT label;  // or noLabel: the tag's name in the standard
   const TagRow* source;
   ValueRule rule;
   std::string_view unit = {};
@@ -118,9 +124,19 @@ inline constexpr DisplayRow exifRows[] = {
 };
 // clang-format on
 
+// All GPS fields, in the order of their tags. They have no labels.
+inline constexpr auto gpsRows = [] {
+  std::array<DisplayRow, std::size(gpsTags)> rows;
+  std::ranges::transform(gpsTags, rows.begin(), [](const TagRow& row) {
+    return DisplayRow{noLabel, &row, ValueRule::plain};
+  });
+  return rows;
+}();
+
 }  // namespace display_rows_detail
 
 inline constexpr std::span<const DisplayRow> imageDisplayRows = display_rows_detail::imageRows;
 inline constexpr std::span<const DisplayRow> exifDisplayRows = display_rows_detail::exifRows;
+inline constexpr std::span<const DisplayRow> gpsDisplayRows = display_rows_detail::gpsRows;
 
 }  // namespace exifkeep

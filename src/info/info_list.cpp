@@ -1,12 +1,13 @@
 #include "info/info_list.h"
 
-#include <exifkeep/exifkeep.h>
+#include <exifkeep/field_list.h>
 
 #include <algorithm>
 #include <cstring>
 #include <memory>
 
 #include "info/display_rows.h"
+#include "info/raw_value.h"
 #include "info/value_text.h"
 #include "read/read_metadata.h"
 #include "read/record_field.h"
@@ -80,16 +81,19 @@ bool valueOf(const DisplayRow& row, const void* record, CString& value) {
       value = bytesText(exif().userComment, exif().userCommentLength);
       return true;
     case ValueRule::components: value = componentsText(field.bytes()); return true;
+    case ValueRule::plain: return true;  // once the item is described
     case ValueRule::word: value.LoadString(row.words->idOf(field.number())); return true;
   }
   return false;
 }
 
 // The items of one directory are the elements of one array, which goes with the last of them: one
-// allocation instead of some twenty.
-struct ListedItem : InfoItem {
+// allocation instead of some twenty. All are InfoFields, but they are described only in a
+// FieldList.
+struct ListedItem : InfoField {
   ListedItem* array;  // its first element
   size_t holders;     // of the first: the items in a list, and one while the array is being filled
+  std::unique_ptr<std::byte[]> described;
 };
 
 struct ReleaseItem {
@@ -104,13 +108,20 @@ void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList&
   };
   const auto most = static_cast<size_t>(std::ranges::count_if(rows, present));
   if (most == 0) return;
+  const bool describe = dynamic_cast<const FieldList*>(&list) != nullptr;
   const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[most]);
   array->array = array.get();
   array->holders = 1;
   ListedItem* item = array.get();
   for (const DisplayRow& row : rows) {
     if (!present(row) || !valueOf(row, record, item->value)) continue;
-    item->label.LoadString(row.label);
+    if (describe) item->described = describeField(row, record, *item);
+    if (row.rule == ValueRule::plain) item->value = plainText(*item);
+    if (row.label == noLabel) {
+      item->label = item->name;
+    } else {
+      item->label.LoadString(row.label);
+    }
     item->array = array.get();
     list.AddTail(static_cast<InfoItem*>(item));
     ++array->holders;
@@ -128,14 +139,24 @@ void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list) {
   appendItems(exifDisplayRows, &exif, list);
 }
 
+void AppendGpsInfoItems(const GpsIfdRecord& gps, CPtrList& list) {
+  appendItems(gpsDisplayRows, &gps, list);
+}
+
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
   ExifMetadata metadata;
   reader.longestValue = sizeof metadata.exif.userCommentCode + mostBytesShown;
-  if (!readListedMetadata(reader, path, metadata)) return false;
+  const auto* fields = dynamic_cast<const FieldList*>(&list);
+  const bool withGps = fields && fields->withGps;
+  if (withGps) metadata.gps = {};
+  const bool isRead = withGps ? readExifMetadata(reader, path, metadata)
+                              : readListedMetadata(reader, path, metadata);
+  if (!isRead) return false;
   const int before = list.GetCount();
   try {
     AppendImageInfoItems(metadata.primary, list);
     AppendExifInfoItems(metadata.exif, list);
+    if (withGps) AppendGpsInfoItems(metadata.gps, list);
   } catch (...) {
     shrinkInfoList(list, before);
     throw;

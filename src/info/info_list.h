@@ -12,6 +12,8 @@ namespace exifkeep {
 // Append the items of the fields that are present, in the order of their display rows.
 void AppendImageInfoItems(const ImageIfdRecord& primary, CPtrList& list);
 void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list);
+// REQUIRES: the list is a FieldList.
+void AppendGpsInfoItems(const GpsIfdRecord& gps, CPtrList& list);
 
 // Reads the file and appends its items, those of IFD0 first. False, with the list as it was, when
 // the file is not an Exif file; the same when memory runs out, which is thrown on.

@@ -1,4 +1,6 @@
 // The whole list in English: every label, every kind of value in its place, every word.
+#include <exifkeep/field_list.h>
+
 #include <algorithm>
 #include <map>
 #include <sstream>
@@ -132,6 +134,63 @@ TEST_F(FullListingTest, HasAWordForEveryValue) {
     std::ranges::sort(expected);
     EXPECT_EQ(items, expected) << value;
   }
+}
+
+// "directory tag name value": numbers, fractions, or text between quotes.
+std::string described(const InfoField& field) {
+  std::ostringstream text;
+  text << static_cast<int>(field.directory) << ' ' << std::hex << field.tag << ' ' << std::dec
+       << field.name;
+  const bool areFractions = field.kind == InfoField::Kind::rationals;
+  for (size_t i = 0; i < field.numbers.size(); ++i)
+    text << (areFractions && i % 2 ? '/' : ' ') << field.numbers[i];
+  if (!field.bytes.empty()) text << " '" << field.bytes << '\'';
+  return text.str();
+}
+
+TEST_F(FullListingTest, GivesFieldsAsTheFileHasThem) {
+  Picture picture{.image = {exifPointer(), gpsPointer(), text(0x10F, "Maker"), shorts(0x112, {6}),
+                            rationals(0x11A, {300, 2})},
+                  .exif = {version(),
+                           rationals(0x829A, {1, 60}),
+                           bytes(0x9101, {1, 2, 3, 0}),
+                           shorts(0x8827, {400}),
+                           bytes(0x9286, std::string("ASCII\0\0\0hi", 10)),
+                           {0x9204, typeSrational, 1, numbers({-2, 3}, 4), 4},
+                           bytes(0xA300, {3}),
+                           longs(0xA002, {70000}),
+                           text(0xA420, "id")},
+                  .gps = {bytes(0, {2, 2, 0, 0}, typeByte), text(1, "N"),
+                          rationals(2, {43, 1, 28, 1, 2814, 100}), bytes(5, {1}, typeByte),
+                          bytes(0x1B, std::string("ASCII\0\0\0GPS", 11)), shorts(0x1E, {1})}};
+  const std::string file = fileOf(tiffBytes(picture, Order::mm));
+  const Items plain = itemsOf(file);
+  FieldList list;
+  ASSERT_EQ(GetExifInfo(file.c_str(), &list), 1);
+  EXPECT_EQ(itemsIn(list), plain);
+  FreeInfoList(&list);
+  list.withGps = true;
+  ASSERT_EQ(GetExifInfo(file.c_str(), &list), 1);
+  std::vector<std::string> fields;
+  list.forEach([&](const InfoField& field) { fields.push_back(described(field)); });
+  EXPECT_EQ(
+      fields,
+      (std::vector<std::string>{
+          "0 10f Make 'Maker'", "0 112 Orientation 6", "0 11a XResolution 300/2",
+          "1 829a ExposureTime 1/60", "1 8827 ISOSpeedRatings 400", "1 9000 ExifVersion '0220'",
+          "1 9101 ComponentsConfiguration 1 2 3 0", "1 9204 ExposureBiasValue -2/3",
+          std::string("1 9286 UserComment 'ASCII\0\0\0hi'", 31), "1 a002 PixelXDimension 70000",
+          "1 a300 FileSource 3", "1 a420 ImageUniqueID 'id'", "2 0 GPSVersionID 2 2 0 0",
+          "2 1 GPSLatitudeRef 'N'", "2 2 GPSLatitude 43/1 28/1 2814/100", "2 5 GPSAltitudeRef 1",
+          std::string("2 1b GPSProcessingMethod 'ASCII\0\0\0GPS'", 38), "2 1e GPSDifferential 1"}));
+  Items items = itemsIn(list);
+  ASSERT_EQ(items.size(), plain.size() + 6);
+  EXPECT_EQ(Items(items.end() - 6, items.end()), (Items{{"GPSVersionID", "2 2 0 0"},
+                                                        {"GPSLatitudeRef", "N"},
+                                                        {"GPSLatitude", "43 28 2814/100"},
+                                                        {"GPSAltitudeRef", "1"},
+                                                        {"GPSProcessingMethod", "GPS"},
+                                                        {"GPSDifferential", "1"}}));
 }
 
 }  // namespace

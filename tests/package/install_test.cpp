@@ -46,12 +46,13 @@ class Installed : public ShellTest {
 };
 
 TEST_F(Installed, HoldsThePublicHeadersAndRuns) {
-  EXPECT_EQ(run("cd prefix/include/exifkeep && find . -name '*.h' | sort | xargs").out,
-            "./exifkeep.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
-            "./platform/afxwin.h ./platform/code_page.h ./platform/language.h "
-            "./platform/module_strings.h ./platform/platform_api.h ./platform/praster.h "
-            "./platform/pxcodec32.h ./platform/shell_copy_handler.h ./platform/shellapi.h "
-            "./platform/windows.h\n");
+  EXPECT_EQ(
+      run("cd prefix/include/exifkeep && find . -name '*.h' | sort | xargs").out,
+      "./exifkeep.h ./field_list.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
+      "./platform/afxwin.h ./platform/code_page.h ./platform/language.h "
+      "./platform/module_strings.h ./platform/platform_api.h ./platform/praster.h "
+      "./platform/pxcodec32.h ./platform/shell_copy_handler.h ./platform/shellapi.h "
+      "./platform/windows.h\n");
   EXPECT_TRUE(fs::exists(path("prefix/share/doc/exifkeep/LICENSE")));
   EXPECT_EQ(run("prefix/bin/exifkeep check pictures/photo.jpg").out,
             "pictures/photo.jpg: Exif file\n");
