@@ -8,17 +8,18 @@ _exifkeep_choices() {
     --color) echo auto always never ;;
     --lang) echo "$_exifkeep_languages" ;;
     --process) echo 2 3 4 5 6 ;;
-    --software) ;;
+    --software | --tag) ;;
     *) return 1 ;;
   esac
 }
 
 _exifkeep_options() {
   case $1 in
-    info) echo --lang --json --html --output -o --null -0 ;;
-    check | version | sound) echo --null -0 ;;
+    info) echo --lang --json --csv --html --output -o --tag --gps --recursive -r --null -0 ;;
+    check | version | sound) echo --json --null -0 ;;
+    languages) echo --json ;;
     open) echo --image --thumbnail ;;
-    save) echo --picture --thumbnail --process ;;
+    save) echo --picture --thumbnail --process --keep-time --yes ;;
     audio) echo --sound --software --picture --thumbnail --yes ;;
   esac
   echo --color --help -h
@@ -30,7 +31,7 @@ _exifkeep() {
   [ "$before" = = ] && before=${COMP_WORDS[COMP_CWORD - 2]}
   [ "$word" = = ] && word=
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words="info check version sound languages open save audio --help -h --version"
+    words="info check version sound languages open save audio --color --help -h --version"
   elif ! words=$(_exifkeep_choices "$before"); then
     # Without words of its own the shell completes file names.
     [[ $word == -* ]] && words=$(_exifkeep_options "${COMP_WORDS[1]}")

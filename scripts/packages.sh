@@ -7,6 +7,7 @@ run_packages=(
 )
 test_packages=(
   libgtest-dev libgmock-dev nlohmann-json3-dev
+  python3-jsonschema           # validates the JSON that the program writes
   pkg-config                   # finds the installed library as hosts do
   dpkg-dev file                # what cpack makes Debian packages with
   clang-14 libclang-rt-14-dev  # the fuzzers

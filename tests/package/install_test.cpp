@@ -203,6 +203,8 @@ TEST_F(DebianPackages, ShareTheFiles) {
   EXPECT_THAT(filesOf("libexifkeep0"), AllOf(SizeIs(4), Each(HasSubstr(".so.0"))));
   EXPECT_THAT(filesOf("exifkeep"),
               UnorderedElementsAre("bin/exifkeep", "share/bash-completion/completions/exifkeep",
+                                   "share/zsh/vendor-completions/_exifkeep",
+                                   "share/fish/vendor_completions.d/exifkeep.fish",
                                    "share/man/man1/exifkeep.1.gz"));
   EXPECT_THAT(
       filesOf("libexifkeep-dev"),

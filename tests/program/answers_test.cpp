@@ -52,6 +52,7 @@ TEST_F(Answers, WrongUsageDoesNothing) {
       {"check --color red exif.jpg", "always or never"},
       {"save exif.jpg new.jpg --process 7", "2 to 6"},
       {"save exif.jpg -", "not to standard output"},
+      {"save exif.jpg sound.jpg new.jpg", "need a folder"},
       {"open exif.jpg --image -", "not to standard output"},
       {"audio exif.jpg --sound note.mp3", ".wav, .WAV or .Wav"},
       {"audio exif.jpg --software \"$(printf %256s x)\"", "255"},
@@ -89,6 +90,8 @@ TEST_F(Answers, NamesComeFromStandardInput) {
   };
   for (const auto& [command, out] : cases) EXPECT_EQ(run(command).out, out) << command;
   EXPECT_EQ(run("$E check - < .").status, 3);
+  EXPECT_THAT(run("$E info - <exif.jpg").err, HasSubstr("standard input: holds a picture"));
+  EXPECT_EQ(run("$E --color never check exif.jpg").out, "exif.jpg: Exif file\n");
 }
 
 // What a terminal gets; `command` has no double quotes.

@@ -42,11 +42,50 @@ TEST_F(InfoOutput, JsonIsValidWhateverTheBytes) {
   EXPECT_EQ(outcome.status, 3);
   EXPECT_THAT(outcome.err, HasSubstr("gone.jpg: No such file"));
   EXPECT_EQ(json::parse(outcome.out), json::parse(R"([
-    {"file": "n\ufffdme \"1\"\n.jpg", "exif": true, "items": [
-      {"label": "Make", "value": "\u0001\"\\\u00fc\ufffd\ufffd\ufffd"},
-      {"label": "Exif Version", "value": "2.20"}]},
-    {"file": "plain.jpg", "exif": false, "items": []},
-    {"file": "gone.jpg", "exif": false, "items": []}])"));
+    {"file": "n\ufffdme \"1\"\n.jpg", "exif": true, "error": null, "items": [
+      {"directory": "IFD0", "tag": 271, "name": "Make",
+       "raw": "\u0001\"\\\u00fc\ufffd\ufffd\ufffd", "label": "Make",
+       "value": "\u0001\"\\\u00fc\ufffd\ufffd\ufffd"},
+      {"directory": "Exif", "tag": 36864, "name": "ExifVersion", "raw": "0220",
+       "label": "Exif Version", "value": "2.20"}]},
+    {"file": "plain.jpg", "exif": false, "error": "not-exif", "items": []},
+    {"file": "gone.jpg", "exif": false, "error": "missing", "items": []}])"));
+}
+
+TEST_F(InfoOutput, IsForProgramsToo) {
+  const Picture picture{
+      .image = {exifPointer(), gpsPointer(), text(0x10F, "a, \"b\"")},
+      .exif = {bytes(0x9000, "0220"), rationals(0x829A, {1, 60}), bytes(0x9286, "12345678x")},
+      .gps = {rationals(2, {43, 1, 28, 1, 5, 2}), bytes(5, {1}, typeByte)}};
+  std::filesystem::create_directories(path("all/b"));
+  write("all/b/1.JPG", jpegBytes(tiffBytes(picture, Order::ii)));
+  write("all/2.jpg", exifJpeg("Maker", "NOTE.WAV"));
+  write("all/note.txt", "");
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"info -r --csv --tag make,0x829A,GPSAltitudeRef all",
+       "file,make,0x829A,GPSAltitudeRef\nall/2.jpg,Maker,,\n"
+       "all/b/1.JPG,\"a, \"\"b\"\"\",1/60 (seconds),1\n"},
+      {"info --csv --gps all/b/1.JPG all/2.jpg",
+       "file,Make,ExposureTime,ExifVersion,UserComment,GPSLatitude,GPSAltitudeRef,"
+       "RelatedSoundFile\n"
+       "all/b/1.JPG,\"a, \"\"b\"\"\",1/60 (seconds),2.20,x,43 28 5/2,1,\n"
+       "all/2.jpg,Maker,,2.20,,,,NOTE.WAV\n"},
+      {"info --tag ExifVersion --tag 271 all/2.jpg", "Make          Maker\nExif Version  2.20\n"},
+  };
+  for (const auto& [arguments, out] : cases)
+    EXPECT_EQ(run(std::string("$E ") + arguments).out, out) << arguments;
+  std::vector<json> raw;
+  const json answer = json::parse(run("$E info --json --gps all/b/1.JPG").out);
+  for (const json& item : answer[0]["items"]) raw.push_back(item["raw"]);
+  EXPECT_EQ(json(raw), json::parse(R"(["a, \"b\"", [1, 60], "0220", "MTIzNDU2Nzh4",
+                                       [[43, 1], [28, 1], [5, 2]], 1])"));
+  const std::string schema = "jsonschema \"" EXIFKEEP_SOURCE_DIR "/docs/json-output.schema.json\"";
+  const bool validates = run("python3 -c 'import jsonschema'").status == 0;
+  for (const std::string command : {"info --gps", "check", "version", "sound"}) {
+    run("$E " + command + " --json all/b/1.JPG all/2.jpg all gone >out.json");
+    EXPECT_EQ(json::parse(read("out.json")).size(), 4u) << command;
+    EXPECT_EQ(validates ? run("python3 -m " + schema + " -i out.json").status : 0, 0) << command;
+  }
 }
 
 TEST_F(InfoOutput, LanguageComesFromTheTagElseFromTheEnvironment) {

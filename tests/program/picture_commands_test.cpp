@@ -38,6 +38,12 @@ TEST_F(PictureCommands, SaveTellsWhetherMetadataWentAlong) {
               HasSubstr("new.jpg: saved with the Exif data of exif.jpg"));
   EXPECT_THAT(run("$E info new.jpg", 0), AllOf(HasSubstr("Maker"), Not(HasSubstr("Software"))));
   EXPECT_THAT(run("$E open new.jpg", 0), StartsWith("image      40 x 30 pixels, 24 bits"));
+  EXPECT_THAT(run("$E save exif.jpg new.jpg", 3), HasSubstr("new.jpg: exists; --yes"));
+  run("touch -d '2002-05-14 10:20:30' exif.jpg; mkdir to; $E save --keep-time --yes exif.jpg "
+      "new.jpg to",
+      0);
+  EXPECT_EQ(run("stat -c %Y exif.jpg", 0), run("stat -c %Y to/exif.jpg", 0));
+  run("$E check to/new.jpg && $E save exif.jpg new.jpg --yes", 0);
   run("$E save exif.jpg turned.jpg --process 2", 0);
   EXPECT_THAT(run("$E info turned.jpg", 0), HasSubstr("Software"));
   EXPECT_THAT(run("$E save exif.jpg new.png", 0), HasSubstr("saved without Exif data"));
@@ -103,7 +109,7 @@ TEST_F(PictureCommands, OpenDescribesOrWritesTheImages) {
 TEST_F(PictureCommands, WhatFailsLeavesNothing) {
   run("mkdir folder.jpg; printf old >old.tif", 0);
   const auto before = names();
-  EXPECT_THAT(run("$E save exif.jpg folder.jpg", 3), HasSubstr("Is a directory"));
+  EXPECT_THAT(run("$E open exif.jpg --image folder.jpg", 3), HasSubstr("Is a directory"));
   run("trap '' XFSZ; ulimit -f 4; $E open exif.jpg --image old.tif", 3);
   EXPECT_EQ(read("old.tif"), "old");
   run("$E save exif.jpg new.jpg --picture gone.png", 3);

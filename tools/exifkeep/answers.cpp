@@ -12,8 +12,8 @@ void printAnswer(std::string_view path, std::string_view answer, Style style) {
 
 FileRefusal explainRefusal(const std::string& path) {
   std::string problem = whyNotReadable(path);
-  if (!problem.empty()) return {ExitStatus::failed, std::move(problem)};
-  return {ExitStatus::notExif, "not an Exif file"};
+  if (problem.empty()) return {ExitStatus::notExif, "not an Exif file", "not-exif"};
+  return {ExitStatus::failed, std::move(problem), isThere(path) ? "unreadable" : "missing"};
 }
 
 ExitStatus answerNotExif(const std::string& path) {

@@ -25,6 +25,7 @@ void printAnswer(std::string_view path, std::string_view answer, Style style = S
 struct FileRefusal {
   ExitStatus status;  // notExif or failed
   std::string reason;
+  const char* error;  // for programs: "missing", "unreadable" or "not-exif"
 };
 
 // Why the library gave nothing for `path`: failed when it is missing, no regular file or not

@@ -6,37 +6,112 @@
 
 #include "answers.h"
 #include "command_options.h"
+#include "json_answers.h"
 #include "standard_streams.h"
 #include "text_table.h"
 
 namespace program {
 namespace {
 
-ExitStatus check(const std::string& path) {
-  if (!IsExifFile(path.c_str())) return answerNotExif(path);
-  printAnswer(path, "Exif file");
-  return ExitStatus::ok;
+// A command that has one answer a file.
+struct LineCommand {
+  const char* name;
+  const char* description;
+  // What the file has; empty when it has none.
+  std::string (*find)(const std::string& path);
+  const char* missing;
+  const char* key;  // of the answer in JSON; null when there is none but whether it is an Exif file
+  bool isNumber;
+  const char* examples;
+};
+
+struct LineOptions {
+  FileNames files;
+  bool json = false;
+};
+
+std::string findExif(const std::string& path) {
+  return IsExifFile(path.c_str()) ? "Exif file" : "";
 }
 
-ExitStatus answerMissing(const std::string& path, const char* what) {
+std::string findVersion(const std::string& path) {
+  const float number = GetExifVersion(path.c_str());
+  char digits[32] = "";
+  if (number != 0.0f) std::snprintf(digits, sizeof digits, "%g", number);
+  return digits;
+}
+
+std::string findSound(const std::string& path) {
+  char name[15] = "";
+  GetSoundFile(path.c_str(), name);
+  return name;
+}
+
+constexpr LineCommand lineCommands[] = {
+    {"check", "Tell whether pictures hold Exif data", findExif, "", nullptr, false,
+     "Examples:\n"
+     "  exifkeep check photo.jpg && echo yes\n"
+     "  find . -type f | exifkeep check -\n"},
+    {"version", "Print the Exif version of pictures", findVersion, "no Exif version", "version",
+     true, "Example:\n  exifkeep version photo.jpg\n"},
+    {"sound", "Print the names of the recordings attached to pictures", findSound, "no recording",
+     "sound", false,
+     "A recording lies beside its picture.\n\n"
+     "Example:\n  exifkeep sound photo.jpg\n"},
+};
+
+ExitStatus printLine(const LineCommand& command, const std::string& path) {
+  const std::string found = command.find(path);
+  if (!found.empty()) {
+    printAnswer(path, found);
+    return ExitStatus::ok;
+  }
   if (!IsExifFile(path.c_str())) return answerNotExif(path);
-  printAnswer(path, what, Style::missing);
+  printAnswer(path, command.missing, Style::missing);
   return ExitStatus::notExif;
 }
 
-ExitStatus version(const std::string& path) {
-  const float number = GetExifVersion(path.c_str());
-  if (number == 0.0f) return answerMissing(path, "no Exif version");
-  char digits[32];
-  std::snprintf(digits, sizeof digits, "%g", number);
-  printAnswer(path, digits);
-  return ExitStatus::ok;
+ExitStatus writeLine(const LineCommand& command, JsonWriter& json, const std::string& path) {
+  const std::string found = command.find(path);
+  const bool isExif = !found.empty() || IsExifFile(path.c_str());
+  const FileRefusal refusal =
+      isExif ? FileRefusal{ExitStatus::ok, "", nullptr} : explainRefusal(path);
+  writeExif(json, path, refusal);
+  if (command.key == nullptr) return refusal.status;
+  json.key(command.key);
+  if (found.empty()) {
+    json.null();
+  } else if (command.isNumber) {
+    json.number(found);
+  } else {
+    json.text(found);
+  }
+  return isExif && found.empty() ? ExitStatus::notExif : refusal.status;
 }
 
-ExitStatus sound(const std::string& path) {
-  char name[15];
-  if (!GetSoundFile(path.c_str(), name)) return answerMissing(path, "no recording");
-  printAnswer(path, name);
+ExitStatus answerAll(const LineCommand& command, const LineOptions& options) {
+  if (!options.json) {
+    return options.files.forEach([&](const std::string& path) { return printLine(command, path); });
+  }
+  return answerAsJson(options.files, [&](JsonWriter& json, const std::string& path) {
+    return writeLine(command, json, path);
+  });
+}
+
+ExitStatus languagesAsJson() {
+  std::string text;
+  JsonWriter json(text);
+  json.beginArray();
+  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
+    json.beginObject();
+    json.key("tag");
+    json.text(variant.tag);
+    json.key("name");
+    json.text(variant.name);
+    json.endObject();
+  }
+  json.endArray();
+  printBytes(text);
   return ExitStatus::ok;
 }
 
@@ -49,35 +124,34 @@ ExitStatus languages() {
   return ExitStatus::ok;
 }
 
-void addOverFiles(CLI::App& program, Command& chosen, const char* name, const char* description,
-                  ExitStatus (*answer)(const std::string&), const char* examples) {
-  CLI::App& command = addCommand(program, name, description);
-  auto files = std::make_shared<FileNames>();
-  addFiles(command, *files);
-  addFooter(command, examples, statusesOverFiles);
-  whenParsed(command, [files, answer, &chosen] {
-    requireFiles(*files);
-    chosen = [files, answer] { return files->forEach(answer); };
+void addJson(CLI::App& command, bool& json) {
+  addFlag(command, "--json", json, "Write JSON");
+}
+
+void addLineCommand(CLI::App& program, Command& chosen, const LineCommand& line) {
+  CLI::App& command = addCommand(program, line.name, line.description);
+  auto options = std::make_shared<LineOptions>();
+  addFiles(command, options->files);
+  addJson(command, options->json);
+  addFooter(command, line.examples, statusesOverFiles);
+  whenParsed(command, [options, &line, &chosen] {
+    requireFiles(options->files);
+    chosen = [options, &line] { return answerAll(line, *options); };
   });
 }
 
 }  // namespace
 
 void addAnswers(CLI::App& program, Command& chosen) {
-  addOverFiles(program, chosen, "check", "Tell whether pictures hold Exif data", check,
-               "Examples:\n"
-               "  exifkeep check photo.jpg && echo yes\n"
-               "  find . -type f | exifkeep check -\n");
-  addOverFiles(program, chosen, "version", "Print the Exif version of pictures", version,
-               "Example:\n  exifkeep version photo.jpg\n");
-  addOverFiles(program, chosen, "sound", "Print the names of the recordings attached to pictures",
-               sound,
-               "A recording lies beside its picture.\n\n"
-               "Example:\n  exifkeep sound photo.jpg\n");
+  for (const LineCommand& line : lineCommands) addLineCommand(program, chosen, line);
   CLI::App& command = addCommand(program, "languages", "List the languages of info --lang");
+  auto json = std::make_shared<bool>(false);
+  addJson(command, *json);
   addFooter(command, "Example:\n  exifkeep languages\n",
             "0 listed, 2 wrong usage, 3 the output could not be written.");
-  whenParsed(command, [&chosen] { chosen = languages; });
+  whenParsed(command, [json, &chosen] {
+    chosen = [json] { return *json ? languagesAsJson() : languages(); };
+  });
 }
 
 }  // namespace program

@@ -1,8 +1,11 @@
-// exifkeep info: the labels and values of pictures, as a table or as JSON.
+// exifkeep info: the labels and values of pictures, as a table, JSON or CSV.
+#include <algorithm>
+#include <vector>
+
 #include "command_options.h"
 #include "escape.h"
 #include "info_html.h"
-#include "json_writer.h"
+#include "json_answers.h"
 #include "language_selection.h"
 #include "picture_info.h"
 #include "standard_streams.h"
@@ -15,7 +18,9 @@ namespace {
 struct InfoOptions {
   FileNames files;
   std::string language;  // BCP 47; empty for the user's own
+  FieldChoice choice;
   bool json = false;
+  bool csv = false;
   bool html = false;
   std::string output;  // file for the HTML page; empty or "-" for standard output
 };
@@ -33,7 +38,9 @@ class TableOutput {
     if (headings_) print(styled(Style::heading, escapeForTerminal(path)) + '\n');
     first_ = false;
     TextTable table;
-    info.forEachItem([&](const char* label, const char* value) { table.addRow(label, value); });
+    info.forEachItem([&](const exifkeep::InfoField& field) {
+      table.addRow(static_cast<const char*>(field.label), static_cast<const char*>(field.value));
+    });
     print(table.text(headings_ ? "  " : ""));
   }
 
@@ -42,56 +49,101 @@ class TableOutput {
   bool first_ = true;
 };
 
-void showAsJson(JsonWriter& json, const std::string& path, const PictureInfo& info) {
-  json.beginObject();
-  json.key("file");
-  json.text(path);
-  json.key("exif");
-  json.boolean(info.isExif());
-  json.key("items");
-  json.beginArray();
-  info.forEachItem([&](const char* label, const char* value) {
-    json.beginObject();
-    json.key("label");
-    json.text(label);
-    json.key("value");
-    json.text(value);
-    json.endObject();
-  });
-  json.endArray();
-  json.endObject();
+// A line of RFC 4180.
+std::string csvLine(const std::vector<std::string>& cells) {
+  std::string line;
+  for (std::string cell : cells) {
+    for (std::size_t at = 0; (at = cell.find('"', at)) != cell.npos; at += 2)
+      cell.insert(at, 1, '"');
+    if (cell.find_first_of(",\"\r\n") != cell.npos) cell = '"' + cell + '"';
+    line += (line.empty() ? "" : ",") + cell;
+  }
+  return line + '\n';
 }
 
-ExitStatus listAsTable(const FileNames& files) {
-  TableOutput table(files.several());
-  return files.forEach([&](const std::string& path) {
-    const PictureInfo info(path);
+// A line a picture, with a column for each tag: those that were chosen, or those that any picture
+// has, which are known at the end only.
+class CsvOutput {
+ public:
+  explicit CsvOutput(const FieldChoice& choice) : choice_(choice), columns_(choice.tags) {}
+
+  void show(const std::string& path, const PictureInfo& info) {
+    std::vector<std::string> cells(columns_.size());
+    info.forEachItem([&](const exifkeep::InfoField& field) {
+      cellOf(field, cells) = static_cast<const char*>(field.value);
+    });
+    cells.insert(cells.begin(), path);
+    lines_.push_back(std::move(cells));
+    if (!choice_.tags.empty()) flush();
+  }
+  void finish() { flush(); }
+
+ private:
+  std::string& cellOf(const exifkeep::InfoField& field, std::vector<std::string>& cells) {
+    std::size_t at = 0;
+    while (at < columns_.size() && !FieldChoice{{columns_[at]}}.wants(field)) ++at;
+    if (at == columns_.size()) columns_.emplace_back(field.name);
+    cells.resize(std::max(cells.size(), at + 1));
+    return cells[at];
+  }
+  void flush() {
+    if (!headed_) {
+      std::vector<std::string> heads = columns_;
+      heads.insert(heads.begin(), "file");
+      printBytes(csvLine(heads));
+    }
+    headed_ = true;
+    for (std::vector<std::string>& cells : lines_) {
+      cells.resize(columns_.size() + 1);
+      printBytes(csvLine(cells));
+    }
+    lines_.clear();
+  }
+
+  const FieldChoice& choice_;
+  std::vector<std::string> columns_;
+  std::vector<std::vector<std::string>> lines_;
+  bool headed_ = false;
+};
+
+ExitStatus listAsTable(const InfoOptions& options) {
+  TableOutput table(options.files.several());
+  return options.files.forEach([&](const std::string& path) {
+    const PictureInfo info(path, options.choice);
     table.show(path, info);
     return info.refusal().status;
   });
 }
 
-ExitStatus listAsJson(const FileNames& files) {
-  std::string text;
-  JsonWriter json(text);
-  json.beginArray();
-  const ExitStatus status = files.forEach([&](const std::string& path) {
-    const PictureInfo info(path);
-    showAsJson(json, path, info);
-    printBytes(text);
-    text.clear();
-    if (info.refusal().status == ExitStatus::failed) complainAbout(path, info.refusal().reason);
+ExitStatus listAsJson(const InfoOptions& options) {
+  return answerAsJson(options.files, [&](JsonWriter& json, const std::string& path) {
+    const PictureInfo info(path, options.choice);
+    writeExif(json, path, info.refusal());
+    json.key("items");
+    json.beginArray();
+    info.forEachItem([&](const exifkeep::InfoField& field) { writeField(json, field); });
+    json.endArray();
     return info.refusal().status;
   });
-  json.endArray();
-  printBytes(text);
+}
+
+ExitStatus listAsCsv(const InfoOptions& options) {
+  CsvOutput csv(options.choice);
+  const ExitStatus status = options.files.forEach([&](const std::string& path) {
+    const PictureInfo info(path, options.choice);
+    csv.show(path, info);
+    if (!info.isExif()) complainAbout(path, info.refusal().reason);
+    return info.refusal().status;
+  });
+  csv.finish();
   return status;
 }
 
 ExitStatus info(const InfoOptions& options) {
   selectLanguage(options.language);
   if (options.html) return listAsHtml(options.files, options.output == "-" ? "" : options.output);
-  return options.json ? listAsJson(options.files) : listAsTable(options.files);
+  if (options.csv) return listAsCsv(options);
+  return options.json ? listAsJson(options) : listAsTable(options);
 }
 
 }  // namespace
@@ -105,21 +157,32 @@ void addInfo(CLI::App& program, Command& chosen) {
             return isLanguage(tag) ? "" : "no such language; there are " + languageTags();
           });
   addFlag(command, "--json", options->json, "Write a JSON array with an object per file");
+  addFlag(command, "--csv", options->csv,
+          "Write a line of comma-separated values per file, in columns by tag");
+  addList(command, "--tag", options->choice.tags, "NAME",
+          "List these tags only: names of the standard or numbers, with commas between");
+  addFlag(command, "--gps", options->choice.gps, "List GPS fields too");
+  addFlag(command, "-r,--recursive", options->files.recursive,
+          "Take a folder for the pictures below it");
   addFlag(command, "--html", options->html,
           "Write one HTML page, with a switch between all languages");
   addText(command, "-o,--output", options->output, "OUT",
           "Write the page of --html to this file; - is standard output");
-  exclude(command, "--html", "--json");
+  for (const char* other : {"--json", "--csv", "--tag", "--gps"}) exclude(command, "--html", other);
+  exclude(command, "--csv", "--json");
   require(command, "--output", "--html");
   addFooter(command,
             "Examples:\n"
             "  exifkeep info photo.jpg\n"
             "  exifkeep info --lang ja *.jpg\n"
+            "  exifkeep info -r --csv --tag Model,ExposureTime,FNumber holidays\n"
             "  exifkeep info --html *.jpg -o sheet.html\n"
             "  find . -name '*.jpg' -print0 | exifkeep info --json -0\n",
             statusesOverFiles);
   whenParsed(command, [options, &chosen] {
     requireFiles(options->files);
+    for (const std::string& tag : options->choice.tags)
+      options->choice.gps |= lstrcmpiA(tag.substr(0, 3).c_str(), "gps") == 0;
     chosen = [options] { return info(*options); };
   });
 }

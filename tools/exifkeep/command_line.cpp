@@ -9,25 +9,6 @@
 namespace program {
 namespace {
 
-void describe(CLI::App& program) {
-  program.name("exifkeep");
-  program.set_help_flag("-h,--help", "Print this help");
-  program.set_version_flag("--version", "exifkeep " EXIFKEEP_VERSION, "Print the version");
-  for (const auto& [key, label] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("REQUIRED", ""),
-                                   std::pair("Positionals", "Arguments")}) {
-    program.get_formatter()->label(key, label);
-  }
-  program.allow_windows_style_options(false);  // what begins with "/" is a path on every system
-  program.require_subcommand(0, 1);
-  program.footer(
-      "exifkeep COMMAND --help tells more.\n\nExamples:\n"
-      "  exifkeep info photo.jpg\n"
-      "  exifkeep info --lang de --json photo.jpg\n"
-      "  exifkeep save photo.jpg edited.jpg --picture edited.png\n"
-      "\nExit status: 0 every file was an Exif file and had what was asked for, 1 one was not or\n"
-      "had not, 2 wrong usage, 3 a file could not be opened or written.");
-}
-
 void addColor(CLI::App& command) {
   static const std::map<std::string, ColorChoice> choices = {{"auto", ColorChoice::automatic},
                                                              {"always", ColorChoice::always},
@@ -42,6 +23,26 @@ void addColor(CLI::App& command) {
       });
 }
 
+void describe(CLI::App& program) {
+  program.name("exifkeep");
+  program.set_help_flag("-h,--help", "Print this help");
+  program.set_version_flag("--version", "exifkeep " EXIFKEEP_VERSION, "Print the version");
+  for (const auto& [key, label] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("REQUIRED", ""),
+                                   std::pair("Positionals", "Arguments")}) {
+    program.get_formatter()->label(key, label);
+  }
+  program.allow_windows_style_options(false);  // what begins with "/" is a path on every system
+  program.require_subcommand(0, 1);
+  addColor(program);
+  program.footer(
+      "exifkeep COMMAND --help tells more.\n\nExamples:\n"
+      "  exifkeep info photo.jpg\n"
+      "  exifkeep info --lang de --json photo.jpg\n"
+      "  exifkeep save photo.jpg edited.jpg --picture edited.png\n"
+      "\nExit status: 0 every file was an Exif file and had what was asked for, 1 one was not or\n"
+      "had not, 2 wrong usage, 3 a file could not be opened or written.");
+}
+
 void addCommands(CLI::App& program, Command& chosen) {
   addInfo(program, chosen);
   addAnswers(program, chosen);
@@ -54,10 +55,18 @@ void addCommands(CLI::App& program, Command& chosen) {
   }
 }
 
+// The first argument that is no option, nor the value of one.
+std::string commandName(int count, char** values) {
+  int at = 1;
+  while (at < count && values[at][0] == '-')
+    at += values[at] == std::string_view("--color") ? 2 : 1;
+  return at < count ? values[at] : "";
+}
+
 // The parser's own complaint would name all arguments.
 void requireKnownCommand(const CLI::App& program, const std::string& name) {
   const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
-  if (name.empty() || name.front() == '-' || !program.get_subcommands(isNamed).empty()) return;
+  if (name.empty() || !program.get_subcommands(isNamed).empty()) return;
   throw CLI::ParseError("there is no command " + name, CLI::ExitCodes::ExtrasError);
 }
 
@@ -75,7 +84,7 @@ CommandLine parseCommandLine(int count, char** values) {
   CommandLine parsed;
   addCommands(program, parsed.command);
   try {
-    requireKnownCommand(program, count > 1 ? values[1] : "");
+    requireKnownCommand(program, commandName(count, values));
     program.parse(count, values);
     if (!parsed.command) parsed.text = program.help();
   } catch (const CLI::CallForHelp&) {

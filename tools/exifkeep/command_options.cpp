@@ -48,6 +48,22 @@ void addText(CLI::App& command, const char* option, std::string& value, const ch
   addChecked(command, option, value, type, description, check);
 }
 
+void addList(CLI::App& command, const char* option, std::vector<std::string>& values,
+             const char* type, const char* description) {
+  command.add_option(option, values, description)
+      ->type_name(type)
+      ->delimiter(',')
+      ->allow_extra_args(false);
+}
+
+void addArguments(CLI::App& command, const char* name, std::vector<std::string>& values, int least,
+                  const char* description) {
+  command.add_option(name, values, description)
+      ->type_name("")
+      ->required()
+      ->expected(least, CLI::detail::expected_max_vector_size);
+}
+
 void addNumber(CLI::App& command, const char* option, std::optional<int>& value, int least,
                int most, const char* description) {
   command.add_option(option, value, description)

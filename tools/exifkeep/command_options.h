@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "commands.h"
 #include "file_names.h"
@@ -27,6 +28,12 @@ void addArgument(CLI::App& command, const char* name, std::string& value, const 
                  const Check& check = nullptr);
 void addText(CLI::App& command, const char* option, std::string& value, const char* type,
              const char* description, const Check& check = nullptr);
+// Values with commas between; may be given more than once.
+void addList(CLI::App& command, const char* option, std::vector<std::string>& values,
+             const char* type, const char* description);
+// Arguments without dashes, at least `least`.
+void addArguments(CLI::App& command, const char* name, std::vector<std::string>& values, int least,
+                  const char* description);
 void addNumber(CLI::App& command, const char* option, std::optional<int>& value, int least,
                int most, const char* description);
 void addFlag(CLI::App& command, const char* option, bool& value, const char* description);

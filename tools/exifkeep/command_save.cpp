@@ -1,21 +1,47 @@
 // exifkeep save: an image into a new file, with the metadata of the picture it comes from.
 #include <exifkeep/exifkeep.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "answers.h"
 #include "command_options.h"
+#include "copy_dialogue.h"
 #include "image_files.h"
 #include "other_metadata.h"
 #include "standard_streams.h"
+#include "system.h"
 
 namespace program {
 namespace {
 
 // An empty picture is the source's own, an empty thumbnail one made from the image.
 struct SaveOptions {
+  std::vector<std::string> names;  // the sources, and last the destination
   std::string source, destination, picture, thumbnail;
   std::optional<int> processCode;
+  bool overwrite = false;
+  bool keepTime = false;
+};
+
+// When a file was last changed, as it was before it may be saved over.
+class ModificationTime {
+ public:
+  explicit ModificationTime(const std::string& path)
+      : time_(std::filesystem::last_write_time(path, problem_)) {}
+  ExitStatus give(const std::string& path) const {
+    std::error_code problem = problem_;
+    if (!problem) std::filesystem::last_write_time(path, time_, problem);
+    if (!problem) return ExitStatus::ok;
+    complainAbout(path, "its time could not be kept: " + problem.message());
+    return ExitStatus::failed;
+  }
+
+ private:
+  std::error_code problem_;
+  std::filesystem::file_time_type time_;
 };
 
 int saveFile(const SaveOptions& options, PRaster& image, PRaster* thumbnail) {
@@ -32,11 +58,16 @@ std::string outcome(const SaveOptions& options, bool sourceHadExif) {
     return "saved with the Exif data of " + options.source;
   }
   if (!sourceHadExif) return "saved without Exif data: " + options.source + " has none";
-  return "saved without Exif data: it goes from JPEG to JPEG and from TIFF to TIFF only";
+  return "saved without Exif data, which is kept from JPEG to JPEG and from TIFF to TIFF only";
 }
 
-ExitStatus save(const SaveOptions& options) {
+ExitStatus saveOne(const SaveOptions& options) {
   if (!canBeOpened(options.source)) return ExitStatus::failed;
+  if (isThere(options.destination) && !isSameFile(options.source, options.destination) &&
+      !CopyDialogue(options.overwrite).mayOverwrite(options.destination)) {
+    return ExitStatus::failed;
+  }
+  const ModificationTime sourceTime(options.source);
   PRaster image, thumbnail;
   const bool ownPicture = options.picture.empty();
   if (!readImage(ownPicture ? options.source : options.picture, image)) return ExitStatus::failed;
@@ -54,7 +85,36 @@ ExitStatus save(const SaveOptions& options) {
   }
   noteAbout(options.destination,
             outcome(options, sourceHadExif) + (lost.empty() ? "" : "; not kept: " + lost));
-  return ExitStatus::ok;
+  return options.keepTime ? sourceTime.give(options.destination) : ExitStatus::ok;
+}
+
+ExitStatus complainOfUsage(const char* text) {
+  complain(std::string(text) + " (see exifkeep save --help)");
+  return ExitStatus::usage;
+}
+
+// The last name is the destination, a file or, for any number of sources, a folder.
+ExitStatus save(const SaveOptions& options) {
+  namespace fs = std::filesystem;
+  const std::vector<std::string> sources(options.names.begin(), options.names.end() - 1);
+  std::error_code unknown;
+  const bool toFolder = fs::is_directory(options.names.back(), unknown);
+  if (options.names.back() == "-")
+    return complainOfUsage("a picture goes to a file, not to standard output");
+  if (sources.size() > 1 && !toFolder) return complainOfUsage("several pictures need a folder");
+  if (sources.size() > 1 && !(options.picture + options.thumbnail).empty()) {
+    return complainOfUsage("--picture and --thumbnail are for one picture");
+  }
+  ExitStatus gravest = ExitStatus::ok;
+  for (const std::string& source : sources) {
+    SaveOptions one = options;
+    one.source = source;
+    one.destination = options.names.back();
+    if (toFolder)
+      one.destination = (fs::path(one.destination) / fs::path(source).filename()).string();
+    gravest = std::max(gravest, saveOne(one));
+  }
+  return gravest;
 }
 
 }  // namespace
@@ -63,18 +123,21 @@ void addSave(CLI::App& program, Command& chosen) {
   CLI::App& command =
       addCommand(program, "save", "Save an image with the metadata of another picture");
   auto options = std::make_shared<SaveOptions>();
-  addArgument(command, "SOURCE", options->source, "Picture whose metadata goes along");
-  addArgument(command, "DESTINATION", options->destination,
-              "File to write, in the format of its extension", checkPictureOutput);
+  addArguments(command, "SOURCE", options->names, 2,
+               "... DESTINATION: pictures whose metadata is kept, and last the file to write, in\n"
+               "the format of its extension, or a folder");
   addText(command, "--picture", options->picture, "FILE", "Image to save, SOURCE's own by default");
   addText(command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");
   addNumber(command, "--process", options->processCode, 2, 6,
             "What was done to the image: 2 turned, 3 resized, 4 to 6 filtered");
+  addFlag(command, "--keep-time", options->keepTime, "Keep the time when SOURCE was last changed");
+  addFlag(command, "--yes", options->overwrite, "Overwrite other files than SOURCE without asking");
   addFooter(command,
-            "Metadata goes along from JPEG to JPEG and from TIFF to TIFF.\n\n"
+            "Exif data is kept from JPEG to JPEG and from TIFF to TIFF.\n\n"
             "Examples:\n"
             "  exifkeep save photo.jpg copy.jpg\n"
+            "  exifkeep save --keep-time *.jpg copies\n"
             "  exifkeep save photo.jpg turned.jpg --picture edited.png --process 2\n",
             statusesOfWriting);
   setBody(command, chosen, options, save);

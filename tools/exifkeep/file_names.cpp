@@ -1,11 +1,15 @@
 // File names from arguments and from standard input.
 #include "file_names.h"
 
+#include <windows.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <optional>
+#include <utility>
 
 #include "standard_streams.h"
 #include "terminal.h"
@@ -34,6 +38,40 @@ bool holdsDash(const std::vector<std::string>& names) {
   return std::find(names.begin(), names.end(), "-") != names.end();
 }
 
+// What begins like a picture is no list of names.
+bool holdsPicture(const std::string& firstName) {
+  return firstName.starts_with("\xFF\xD8\xFF") || firstName.starts_with("\x89PNG");
+}
+
+bool hasPictureName(const std::filesystem::path& path) {
+  const std::string extension = path.extension().string();
+  for (const char* known : {".jpg", ".jpeg", ".jpe", ".tif", ".tiff"}) {
+    if (lstrcmpiA(extension.c_str(), known) == 0) return true;
+  }
+  return false;
+}
+
+// Links to folders are not followed, so no walk is endless. A folder that cannot be read is
+// complained about.
+std::vector<std::string> picturesBelow(const std::string& folder, ExitStatus& status) {
+  namespace fs = std::filesystem;
+  std::vector<std::string> names;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    std::error_code unknown;
+    if (hasPictureName(entry->path()) && entry->is_regular_file(unknown)) {
+      names.push_back(entry->path().string());
+    }
+  }
+  if (error) {
+    complainAbout(folder, error.message());
+    status = ExitStatus::failed;
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 ExitStatus endOfInput() {
   if (!std::ferror(stdin)) return ExitStatus::ok;
   complainAbout("standard input", std::strerror(errno));
@@ -49,11 +87,17 @@ bool FileNames::readsInput() const {
 ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
                               bool answersKeptBack) const {
   ExitStatus gravest = ExitStatus::ok;
-  BatchProgress progress(readsInput() ? 0 : arguments.size(), answersKeptBack);
-  const auto take = [&](const std::string& name) {
+  BatchProgress progress(readsInput() || recursive ? 0 : arguments.size(), answersKeptBack);
+  const auto takeFile = [&](const std::string& name) {
     gravest = std::max(gravest, answer(name));
     progress.advance();
     return flushOutput();
+  };
+  const auto take = [&](const std::string& name) {
+    std::error_code unknown;
+    if (!recursive || !std::filesystem::is_directory(name, unknown)) return takeFile(name);
+    const std::vector<std::string> pictures = picturesBelow(name, gravest);
+    return std::all_of(pictures.begin(), pictures.end(), takeFile);
   };
   std::vector<std::string> names = arguments;
   if (nulSeparated && !holdsDash(names)) names.push_back("-");
@@ -62,7 +106,12 @@ ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)
       if (!take(argument)) return ExitStatus::failed;
       continue;
     }
+    bool isFirst = true;
     while (const std::optional<std::string> name = nextInputName(nulSeparated)) {
+      if (std::exchange(isFirst, false) && holdsPicture(*name)) {
+        complainAbout("standard input", "holds a picture; - reads the names of pictures");
+        return ExitStatus::failed;
+      }
       if (!take(*name)) return ExitStatus::failed;
     }
     gravest = std::max(gravest, endOfInput());

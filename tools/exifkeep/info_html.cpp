@@ -43,10 +43,10 @@ class SheetOutput {
 void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, std::size_t language) {
   const std::size_t count = exifkeep::languageVariants().size();
   std::size_t at = 0;
-  info.forEachItem([&](const char* label, const char* value) {
+  info.forEachItem([&](const exifkeep::InfoField& field) {
     if (at == rows.size()) rows.push_back({LanguageTexts(count), LanguageTexts(count)});
-    rows[at].label[language] = label;
-    rows[at].value[language] = value;
+    rows[at].label[language] = static_cast<const char*>(field.label);
+    rows[at].value[language] = static_cast<const char*>(field.value);
     ++at;
   });
 }
@@ -88,7 +88,7 @@ ExitStatus listAsHtml(const FileNames& files, const std::string& out) {
       [&](const std::string& path) {
         overwrites = overwrites || wouldOverwrite(out, path);
         if (overwrites) return ExitStatus::failed;
-        FileRefusal refusal{ExitStatus::ok, ""};
+        FileRefusal refusal{ExitStatus::ok, "", nullptr};
         output.write(sheetSection(readPicture(path, refusal)));
         if (refusal.status != ExitStatus::ok) complainAbout(path, refusal.reason);
         return refusal.status;

@@ -17,8 +17,12 @@ void JsonWriter::text(std::string_view value) {
 }
 
 void JsonWriter::boolean(bool value) {
+  literal(value ? "true" : "false");
+}
+
+void JsonWriter::literal(std::string_view value) {
   beginValue();
-  out_ += value ? "true" : "false";
+  out_ += value;
 }
 
 void JsonWriter::open(char bracket) {

@@ -19,11 +19,15 @@ class JsonWriter {
   void key(std::string_view name);
   void text(std::string_view value);
   void boolean(bool value);
+  void null() { literal("null"); }
+  // What RFC 8259 calls a number.
+  void number(std::string_view digits) { literal(digits); }
 
  private:
   void open(char bracket);
   void close(char bracket);
   void beginValue();
+  void literal(std::string_view value);
   void newLine();
   void quoted(std::string_view text);
 

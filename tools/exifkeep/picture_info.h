@@ -1,39 +1,60 @@
 // The metadata of one picture as the library lists it, or the reason why there is none.
 #pragma once
 
-#include <exifkeep/exifkeep.h>
+#include <exifkeep/field_list.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "answers.h"
 
 namespace program {
 
+// Which fields are wanted.
+struct FieldChoice {
+  std::vector<std::string> tags;  // names in the standard, or numbers; all when empty
+  bool gps = false;
+
+  bool wants(const exifkeep::InfoField& field) const {
+    const auto is = [&field](const std::string& tag) {
+      char* end;
+      const unsigned long number = std::strtoul(tag.c_str(), &end, 0);
+      return *end == '\0' ? number == field.tag : lstrcmpiA(tag.c_str(), field.name) == 0;
+    };
+    return tags.empty() || std::any_of(tags.begin(), tags.end(), is);
+  }
+};
+
 class PictureInfo {
  public:
-  // In the language and code page selected now.
-  explicit PictureInfo(const std::string& path) : isExif_(GetExifInfo(path.c_str(), &items_) != 0) {
+  // In the language and code page selected now. REQUIRES: `choice` outlives this.
+  explicit PictureInfo(const std::string& path, const FieldChoice& choice = everything)
+      : choice_(choice) {
+    fields_.withGps = choice.gps;
+    isExif_ = GetExifInfo(path.c_str(), &fields_) != 0;
     if (!isExif_) refusal_ = explainRefusal(path);
   }
-  ~PictureInfo() { FreeInfoList(&items_); }
-  PictureInfo(const PictureInfo&) = delete;
-  PictureInfo& operator=(const PictureInfo&) = delete;
 
   bool isExif() const { return isExif_; }
   const FileRefusal& refusal() const { return refusal_; }
 
+  // Calls `visit` with each InfoField that is wanted.
   template <typename Visit>
   void forEachItem(Visit visit) const {
-    for (POSITION place = items_.GetHeadPosition(); place != nullptr;) {
-      const auto* item = static_cast<const exifkeep::InfoItem*>(items_.GetNext(place));
-      visit(static_cast<const char*>(item->label), static_cast<const char*>(item->value));
-    }
+    fields_.forEach([&](const exifkeep::InfoField& field) {
+      if (choice_.wants(field)) visit(field);
+    });
   }
 
  private:
-  exifkeep::InfoList items_;
+  inline static const FieldChoice everything;
+
+  const FieldChoice& choice_;
+  exifkeep::FieldList fields_;
   bool isExif_;
-  FileRefusal refusal_{ExitStatus::ok, ""};
+  FileRefusal refusal_{ExitStatus::ok, "", nullptr};
 };
 
 }  // namespace program
