@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <string_view>
 
@@ -89,15 +90,20 @@ HPALETTE makePalette(const PictureDescription& picture) noexcept {
   return CreatePalette(&palette.head);
 }
 
-// Runs one call: no exception leaves it, and the failure switch can end it.
+// Runs one call: no exception leaves it, and the failure switch can end it. The picture libraries
+// say nothing of memory that ran out, but errno does.
 template <typename Result, typename Body>
 Result guarded(Result failure, Body body) noexcept {
   if (failsNow(PlatformCall::codec)) return failure;
+  errno = 0;
+  Result result = failure;
   try {
-    return body();
+    result = body();
   } catch (...) {
-    return failure;
+    errno = ENOMEM;
   }
+  if (result == failure && errno == ENOMEM) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return result;
 }
 
 }  // namespace

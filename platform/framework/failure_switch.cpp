@@ -6,6 +6,7 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 
 namespace exifkeep {
 namespace {
@@ -19,6 +20,17 @@ thread_local std::array<CallState, static_cast<std::size_t>(PlatformCall::kinds)
 
 CallState& stateOf(PlatformCall kind) {
   return calls[static_cast<std::size_t>(kind)];
+}
+
+// What a call of each kind leaves in errno: 0 where it has nothing to say.
+int reasonOf(PlatformCall kind) {
+  switch (kind) {
+    case PlatformCall::open: return EMFILE;
+    case PlatformCall::write: return ENOSPC;
+    case PlatformCall::temporaryDirectory: return ENOSPC;
+    case PlatformCall::codec: return 0;
+    default: return EIO;
+  }
 }
 
 std::atomic<int> handles{0};
@@ -52,7 +64,9 @@ int livePalettes() noexcept {
 bool failsNow(PlatformCall kind) noexcept {
   CallState& state = stateOf(kind);
   ++state.made;
-  return state.untilFailure > 0 && --state.untilFailure == 0;
+  if (state.untilFailure == 0 || --state.untilFailure > 0) return false;
+  errno = reasonOf(kind);
+  return true;
 }
 
 void countHandle(int change) noexcept {

@@ -2,13 +2,17 @@
 // (sharing, attributes of new files) is accepted and not used.
 #include <failure_switch.h>
 #include <fcntl.h>
+#include <file_rights.h>
+#include <last_error.h>
 #include <open_file.h>
-#include <temporary_directory.h>
 #include <unistd.h>
 #include <windows.h>
 
+#include <cerrno>
 #include <limits>
+#include <new>
 
+using exifkeep::failed;
 using exifkeep::failsNow;
 using exifkeep::OpenFile;
 using exifkeep::PlatformCall;
@@ -16,6 +20,7 @@ using exifkeep::PlatformCall;
 namespace {
 
 OpenFile* fileOf(HANDLE handle) {
+  errno = EBADF;
   return handle == INVALID_HANDLE_VALUE ? nullptr : static_cast<OpenFile*>(handle);
 }
 
@@ -24,19 +29,27 @@ int accessFlags(DWORD access) {
   return (access & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY;
 }
 
-// In the temporary directory a new file takes the place of whatever bears its name; nobody else
-// gets to read it, and no link is followed.
-HANDLE createTemporary(LPCSTR path, int flags, DWORD disposition) {
-  if (disposition == CREATE_ALWAYS) unlink(path);
-  return OpenFile::open(path, flags | O_CREAT | O_EXCL | O_NOFOLLOW, 0600).release();
+// -1 for a way of opening that is not known here.
+int creationFlags(DWORD disposition) {
+  switch (disposition) {
+    case OPEN_EXISTING: return 0;
+    case CREATE_ALWAYS: return O_CREAT | O_TRUNC;
+    case CREATE_NEW: return O_CREAT | O_EXCL | O_NOFOLLOW;
+  }
+  return -1;
 }
 
-HANDLE openFile(LPCSTR path, int flags, DWORD disposition, mode_t mode) {
-  if (disposition == OPEN_EXISTING) return OpenFile::open(path, flags, 0).release();
-  if (disposition != CREATE_ALWAYS && disposition != CREATE_NEW) return nullptr;
-  if (exifkeep::isTemporaryPath(path)) return createTemporary(path, flags, disposition);
-  const int creation = O_CREAT | (disposition == CREATE_NEW ? O_EXCL : O_TRUNC);
-  return OpenFile::open(path, flags | creation, mode).release();
+// A new file that takes after another one is its owner's alone until it has that one's rights.
+std::unique_ptr<OpenFile> createLike(const OpenFile& pattern, LPCSTR path, int flags) {
+  std::unique_ptr<OpenFile> file = OpenFile::open(path, flags, 0600);
+  try {
+    if (file) exifkeep::copyRights(pattern.descriptor(), file->descriptor());
+    return file;
+  } catch (const std::bad_alloc&) {
+    unlink(path);
+    errno = ENOMEM;
+    return nullptr;
+  }
 }
 
 // The file of a transfer, moved to the place that the transfer names, if any; null on failure.
@@ -54,11 +67,20 @@ void store(LPDWORD target, std::size_t value) {
 }  // namespace
 
 HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD disposition,
-                   DWORD attributes, HANDLE) {
-  if ((access & (GENERIC_READ | GENERIC_WRITE)) == 0) return INVALID_HANDLE_VALUE;
-  const mode_t mode = (attributes & FILE_ATTRIBUTE_TEMPORARY) != 0 ? 0600 : 0666;
-  const HANDLE file = openFile(path, accessFlags(access), disposition, mode);
-  return file != nullptr ? file : INVALID_HANDLE_VALUE;
+                   DWORD, HANDLE pattern) {
+  const int creation = creationFlags(disposition);
+  if (creation < 0 || (access & (GENERIC_READ | GENERIC_WRITE)) == 0) {
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return INVALID_HANDLE_VALUE;
+  }
+  const int flags = accessFlags(access) | creation;
+  std::unique_ptr<OpenFile> file =
+      pattern && disposition == CREATE_NEW
+          ? createLike(*static_cast<const OpenFile*>(pattern), path, flags)
+          : OpenFile::open(path, flags, 0666);
+  if (file) return file.release();
+  failed();
+  return INVALID_HANDLE_VALUE;
 }
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read, LPOVERLAPPED place) {
@@ -66,7 +88,7 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read, LPOVERLAPPE
   OpenFile* opened = openedAt(file, place);
   const bool succeeded = opened != nullptr && opened->read(buffer, count, done);
   store(read, done);
-  return succeeded;
+  return succeeded || failed();
 }
 
 BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED place) {
@@ -74,7 +96,7 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERL
   OpenFile* opened = openedAt(file, place);
   const bool succeeded = opened != nullptr && opened->write(bytes, count, done);
   store(written, done);
-  return succeeded;
+  return succeeded || failed();
 }
 
 // Without a high half the distance is a signed 32-bit number, and the new position must fit into
@@ -105,7 +127,7 @@ BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER newPos
 }
 
 DWORD GetFileSize(HANDLE file, LPDWORD sizeHigh) {
-  LARGE_INTEGER size;
+  LARGE_INTEGER size = {};
   if (!GetFileSizeEx(file, &size)) return INVALID_FILE_SIZE;
   store(sizeHigh, static_cast<DWORD>(size.QuadPart >> 32));
   return static_cast<DWORD>(size.QuadPart);
@@ -113,22 +135,29 @@ DWORD GetFileSize(HANDLE file, LPDWORD sizeHigh) {
 
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size) {
   const OpenFile* opened = fileOf(file);
-  if (opened == nullptr || failsNow(PlatformCall::fileSize)) return FALSE;
+  if (opened == nullptr || failsNow(PlatformCall::fileSize)) return failed();
   size->QuadPart = opened->size();
   return TRUE;
 }
 
-BOOL SetEndOfFile(HANDLE file) {
+BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what, LPVOID information,
+                                DWORD size) {
   OpenFile* opened = fileOf(file);
-  return opened != nullptr && opened->truncateHere();
+  if (what != FileEndOfFileInfo || size != sizeof(FILE_END_OF_FILE_INFO))
+    errno = EINVAL;
+  else if (opened != nullptr) {
+    const auto* end = static_cast<const FILE_END_OF_FILE_INFO*>(information);
+    if (opened->truncateTo(end->EndOfFile.QuadPart)) return TRUE;
+  }
+  return failed();
 }
 
 BOOL FlushFileBuffers(HANDLE file) {
   OpenFile* opened = fileOf(file);
-  return opened != nullptr && opened->sync();
+  return (opened != nullptr && opened->sync()) || failed();
 }
 
 BOOL CloseHandle(HANDLE file) {
   const std::unique_ptr<OpenFile> opened(fileOf(file));
-  return opened != nullptr && opened->close();
+  return (opened != nullptr && opened->close()) || failed();
 }

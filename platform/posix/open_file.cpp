@@ -25,6 +25,13 @@ auto uninterrupted(Call call) {
   return result;
 }
 
+std::unique_ptr<char[]> copyOf(const char* text) {
+  const std::size_t size = std::strlen(text) + 1;
+  std::unique_ptr<char[]> copy(new (std::nothrow) char[size]);
+  if (copy) std::memcpy(copy.get(), text, size);
+  return copy;
+}
+
 ssize_t readAt(int descriptor, std::byte* target, std::size_t count, std::int64_t position) {
   return uninterrupted([=] { return pread(descriptor, target, count, position); });
 }
@@ -36,25 +43,41 @@ OpenFile::OpenFile() {
 }
 
 OpenFile::~OpenFile() {
+  const int error = errno;
   if (descriptor_ >= 0) ::close(descriptor_);
+  errno = error;
   countHandle(-1);
 }
 
 std::unique_ptr<OpenFile> OpenFile::open(const char* path, int flags, mode_t mode) {
   if (failsNow(PlatformCall::open)) return nullptr;
-  // Memory comes first: once the file is open it may already be truncated.
+  // Memory comes first: once the file is open it may already be there, or truncated.
   std::unique_ptr<OpenFile> file(new (std::nothrow) OpenFile);
-  if (!file) return nullptr;
+  const bool keepsPath = (flags & O_ACCMODE) == O_RDWR && (flags & O_CREAT) == 0;
+  if (file && keepsPath) file->path_ = copyOf(path);
+  if (!file || (keepsPath && !file->path_)) {
+    errno = ENOMEM;
+    return nullptr;
+  }
   // Without O_NONBLOCK, opening a FIFO would wait for its other end.
   const int allFlags = flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   file->descriptor_ = uninterrupted([=] { return ::open(path, allFlags, mode); });
-  struct stat status;
-  if (file->descriptor_ < 0 || fstat(file->descriptor_, &status) != 0) return nullptr;
-  if (!S_ISREG(status.st_mode)) return nullptr;
-  file->size_ = status.st_size;
+  if (file->descriptor_ < 0) return nullptr;
+  // A file made just now needs no look, and a look that fails could not unmake it.
+  if ((flags & O_EXCL) == 0 && !file->takeSize()) return nullptr;
   file->readable_ = (flags & O_ACCMODE) != O_WRONLY;
   file->writable_ = (flags & O_ACCMODE) != O_RDONLY;
   return file;
+}
+
+// False for what is no regular file.
+bool OpenFile::takeSize() {
+  struct stat status;
+  if (fstat(descriptor_, &status) != 0) return false;
+  size_ = status.st_size;
+  if (S_ISREG(status.st_mode)) return true;
+  errno = EACCES;
+  return false;
 }
 
 bool OpenFile::readOn(std::byte* target, std::size_t count, std::size_t& done) {
@@ -91,11 +114,13 @@ bool OpenFile::fillWindow() {
 
 bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
   done = 0;
+  if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::write)) return false;
   while (done < count) {
     const std::byte* source = static_cast<const std::byte*>(bytes) + done;
     const ssize_t step =
         uninterrupted([&, this] { return pwrite(descriptor_, source, count - done, position_); });
+    if (step == 0) errno = ENOSPC;
     if (step <= 0) return false;
     for (Window& window : windows_) updateWindow(window, source, step);
     position_ += step;
@@ -120,10 +145,11 @@ bool OpenFile::seek(std::int64_t distance, DWORD origin) {
   return distance <= INT64_MAX - base && moveTo(base + distance);
 }
 
-bool OpenFile::truncateHere() {
+bool OpenFile::truncateTo(std::int64_t size) {
+  if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::write)) return false;
-  if (uninterrupted([this] { return ftruncate(descriptor_, position_); }) != 0) return false;
-  size_ = position_;
+  if (uninterrupted([=, this] { return ftruncate(descriptor_, size); }) != 0) return false;
+  size_ = size;
   for (Window& window : windows_) {
     const std::int64_t kept = std::max<std::int64_t>(size_ - window.start, 0);
     window.length = std::min<std::int64_t>(window.length, kept);
@@ -132,8 +158,11 @@ bool OpenFile::truncateHere() {
 }
 
 bool OpenFile::sync() {
+  if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::sync)) return false;
-  return uninterrupted([this] { return fsync(descriptor_); }) == 0;
+  if (uninterrupted([this] { return fsync(descriptor_); }) == 0) return true;
+  // Not every file system can: it writes when it sees fit, as it does with everybody's files.
+  return errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
 }
 
 bool OpenFile::close() {

@@ -1,7 +1,8 @@
 // One open regular file: descriptor, 64-bit position, size and two read windows, so that reading
 // value by value costs memory copies instead of system calls, also where the values lie at two
 // places in turn. Everything behind a file HANDLE.
-// Relies on pread and pwrite; the size is that of the opening and of this object's own writes.
+// Relies on pread and pwrite; the size is that of the opening and of this object's own writes. What
+// fails leaves its reason in errno.
 #pragma once
 
 #include <failure_switch.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -28,6 +30,7 @@ class OpenFile {
   // `done` is what was transferred, also on failure. Reading past the end delivers less.
   bool read(void* buffer, std::size_t count, std::size_t& done) {
     done = 0;
+    if (!readable_) errno = EBADF;
     if (!readable_ || failsNow(PlatformCall::read)) return false;
     done = takeFromWindow(static_cast<std::byte*>(buffer), count);
     return done == count || readOn(static_cast<std::byte*>(buffer), count, done);
@@ -38,11 +41,13 @@ class OpenFile {
   bool seek(std::int64_t distance, DWORD origin);
   // False, and nothing moved, for a position that no file can have.
   bool moveTo(std::int64_t position) {
-    if (failsNow(PlatformCall::seek) || position < 0) return false;
+    if (position < 0) errno = EINVAL;
+    if (position < 0 || failsNow(PlatformCall::seek)) return false;
     position_ = position;
     return true;
   }
-  bool truncateHere();
+  bool truncateTo(std::int64_t size);
+  // On disk, as far as the file system knows how to tell.
   bool sync();
   // False when the system reports a late failure; closed it is in any case.
   bool close();
@@ -50,6 +55,8 @@ class OpenFile {
   std::int64_t position() const { return position_; }
   std::int64_t size() const { return size_; }
   int descriptor() const { return descriptor_; }
+  // The path that it was opened by; null unless it existed and may be written.
+  const char* path() const { return path_.get(); }
 
  private:
   OpenFile();
@@ -72,6 +79,7 @@ class OpenFile {
     position_ += static_cast<std::int64_t>(taken);
     return taken;
   }
+  bool takeSize();
   // Goes on reading where the window ended.
   bool readOn(std::byte* target, std::size_t count, std::size_t& done);
   ssize_t readStep(std::byte* target, std::size_t count);
@@ -81,6 +89,7 @@ class OpenFile {
   static constexpr std::int64_t pageSize = 4096;
 
   int descriptor_ = -1;
+  std::unique_ptr<char[]> path_;
   bool readable_ = false;
   bool writable_ = false;
   std::int64_t position_ = 0;

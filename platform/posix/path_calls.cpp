@@ -1,7 +1,8 @@
-// The kernel's calls on file names. Renaming is atomic (rename(2)); with MOVEFILE_WRITE_THROUGH the
-// new name is on disk when the call returns.
+// The kernel's calls on names of files and folders. Renaming is atomic (rename(2)); with
+// MOVEFILE_WRITE_THROUGH the new name is on disk when the call returns.
 #include <failure_switch.h>
 #include <fcntl.h>
+#include <last_error.h>
 #include <open_file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,11 +11,13 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string>
 #include <string_view>
 
+using exifkeep::failed;
 using exifkeep::failsNow;
 using exifkeep::OpenFile;
 using exifkeep::PlatformCall;
@@ -41,16 +44,37 @@ void syncDirectoryOf(std::string_view path) {
   close(descriptor);
 }
 
+// As Windows has it: the length stored, or the size that the buffer should have.
+DWORD store(const char* text, LPSTR buffer, DWORD size) {
+  const auto length = static_cast<DWORD>(std::strlen(text));
+  if (length >= size) return length + 1;
+  std::memcpy(buffer, text, length + 1);
+  return length;
+}
+
+bool isWritableFolder(const char* path) {
+  struct stat status;
+  return stat(path, &status) == 0 && S_ISDIR(status.st_mode) && access(path, W_OK | X_OK) == 0;
+}
+
 }  // namespace
 
 BOOL DeleteFileA(LPCSTR path) {
-  return !failsNow(PlatformCall::remove) && unlink(path) == 0;
+  return (!failsNow(PlatformCall::remove) && unlink(path) == 0) || failed();
+}
+
+BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES) {
+  return (!failsNow(PlatformCall::temporaryDirectory) && mkdir(path, 0700) == 0) || failed();
+}
+
+BOOL RemoveDirectoryA(LPCSTR path) {
+  return (!failsNow(PlatformCall::remove) && rmdir(path) == 0) || failed();
 }
 
 BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
-  if (failsNow(PlatformCall::rename)) return FALSE;
+  if (failsNow(PlatformCall::rename)) return failed();
   const bool replace = (flags & MOVEFILE_REPLACE_EXISTING) != 0;
-  if (!(replace ? rename(from, to) == 0 : renameToNew(from, to))) return FALSE;
+  if (!(replace ? rename(from, to) == 0 : renameToNew(from, to))) return failed();
   if ((flags & MOVEFILE_WRITE_THROUGH) == 0) return TRUE;
   try {
     syncDirectoryOf(to);
@@ -61,39 +85,46 @@ BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
 }
 
 BOOL ReplaceFileA(LPCSTR replaced, LPCSTR replacement, LPCSTR, DWORD flags, LPVOID, LPVOID) {
-  struct stat status;
-  if (stat(replaced, &status) != 0) return FALSE;
-  // Only root may give files away; for anyone else the owner is the same already, mostly. The owner
-  // comes first, since a change of owner may clear mode bits.
-  [[maybe_unused]] const int ignored = chown(replacement, status.st_uid, status.st_gid);
-  if (chmod(replacement, status.st_mode & 0777) != 0) return FALSE;
   const DWORD through = (flags & REPLACEFILE_WRITE_THROUGH) != 0 ? MOVEFILE_WRITE_THROUGH : 0;
   return MoveFileExA(replacement, replaced, MOVEFILE_REPLACE_EXISTING | through);
 }
 
+// The links of the path that the file was opened by are followed anew; what they lead to has to be
+// the file still.
 DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
-  if (file == INVALID_HANDLE_VALUE) return 0;
-  char link[32];
-  std::snprintf(link, sizeof link, "/proc/self/fd/%d",
-                static_cast<const OpenFile*>(file)->descriptor());
+  const auto* opened = static_cast<const OpenFile*>(file);
   char path[PATH_MAX];
-  const ssize_t length = readlink(link, path, sizeof path);
-  // A path that long, and one that no longer leads to the file, are not known.
-  struct stat named, opened;
-  if (length <= 0 || length >= PATH_MAX) return 0;
-  path[length] = '\0';
-  if (stat(path, &named) != 0 || stat(link, &opened) != 0) return 0;
-  if (named.st_dev != opened.st_dev || named.st_ino != opened.st_ino) return 0;
-  const auto needed = static_cast<DWORD>(length) + 1;
-  if (size < needed) return needed;
-  std::memcpy(buffer, path, needed);
-  return needed - 1;
+  struct stat named, own;
+  errno = EBADF;
+  if (file == INVALID_HANDLE_VALUE || opened->path() == nullptr ||
+      realpath(opened->path(), path) == nullptr || stat(path, &named) != 0 ||
+      fstat(opened->descriptor(), &own) != 0)
+    return failed();
+  errno = ENOENT;
+  if (named.st_dev != own.st_dev || named.st_ino != own.st_ino) return failed();
+  return store(path, buffer, size);
+}
+
+// A relative TMPDIR would lead elsewhere once the working directory changes; behind a longer one
+// the paths of files would not fit into the buffers of 256 bytes that callers use.
+DWORD GetTempPathA(DWORD size, LPSTR buffer) {
+  constexpr std::size_t longest = 200;
+  if (failsNow(PlatformCall::temporaryDirectory)) return failed();
+  const char* chosen = std::getenv("TMPDIR");
+  const bool isGood = chosen != nullptr && chosen[0] == '/' && std::strlen(chosen) < longest &&
+                      isWritableFolder(chosen);
+  char path[longest + 1];
+  std::strcpy(path, isGood ? chosen : "/tmp");
+  return store(std::strcat(path, "/"), buffer, size);
 }
 
 // The attributes of a link are its own, so a link that leads nowhere still takes its name.
 DWORD GetFileAttributesA(LPCSTR path) {
   struct stat status;
-  if (lstat(path, &status) != 0) return INVALID_FILE_ATTRIBUTES;
+  if (lstat(path, &status) != 0) {
+    failed();
+    return INVALID_FILE_ATTRIBUTES;
+  }
   DWORD attributes = 0;
   if (S_ISLNK(status.st_mode)) {
     attributes |= FILE_ATTRIBUTE_REPARSE_POINT;

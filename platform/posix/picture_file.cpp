@@ -1,8 +1,10 @@
 // Picture files over POSIX descriptors. Opening never waits: O_NONBLOCK matters for a FIFO or
-// device under a picture's name only, and those are turned down.
+// device under a picture's name only, and those are turned down. What the system refuses,
+// GetLastError tells.
 #include "picture_file.h"
 
 #include <fcntl.h>
+#include <last_error.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,12 +19,12 @@ PictureFile::~PictureFile() {
 }
 
 bool PictureFile::open(const char* path, Purpose purpose) noexcept {
-  if (failsNow(PlatformCall::open)) return false;
+  if (failsNow(PlatformCall::open)) return failed();
   const int flags = purpose == Purpose::writing ? O_RDWR | O_CREAT : O_RDONLY;
   do {
     file_ = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
   } while (file_ < 0 && errno == EINTR);
-  if (file_ < 0) return false;
+  if (file_ < 0) return failed();
   struct stat status;
   if (::fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) {
     size_ = static_cast<std::uint64_t>(status.st_size);
@@ -75,7 +77,7 @@ bool PictureWriting::write(const void* bytes, std::size_t count) noexcept {
     position_ += static_cast<std::uint64_t>(put);
   }
   if (position_ > size_) size_ = position_;
-  return !failed_;
+  return !failed_ || failed();
 }
 
 bool PictureWriting::finish() noexcept {
@@ -83,6 +85,7 @@ bool PictureWriting::finish() noexcept {
   file_ = -1;
   const bool closed = !failsNow(PlatformCall::close);
   if (::close(file) == 0 && closed && !failed_) return true;
+  failed();
   ::unlink(path_);
   return false;
 }

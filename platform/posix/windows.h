@@ -86,6 +86,11 @@ union LARGE_INTEGER {
 };
 using PLARGE_INTEGER = LARGE_INTEGER*;
 
+enum FILE_INFO_BY_HANDLE_CLASS { FileEndOfFileInfo = 6 };
+struct FILE_END_OF_FILE_INFO {
+  LARGE_INTEGER EndOfFile;
+};
+
 struct SYSTEMTIME {
   WORD wYear;
   WORD wMonth;
@@ -103,7 +108,8 @@ inline constexpr int MAX_PATH = 260;
 // ---- Files -------------------------------------------------------------------------------------
 // Only regular files open; a directory, FIFO, socket or device cannot be opened, and at once so.
 // Sharing modes are accepted and not enforced. A handle sees the file's size as of its opening and
-// its own writes since, and is for one thread at a time.
+// its own writes since, and is for one thread at a time. A file made by CREATE_NEW after a pattern,
+// the handle of another file, has that file's rights and attributes.
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
 
@@ -118,7 +124,6 @@ inline constexpr DWORD OPEN_EXISTING = 3;
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
-inline constexpr DWORD FILE_ATTRIBUTE_TEMPORARY = 0x100;  // of a new file: its owner's alone
 inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
 inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
 inline constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
@@ -142,24 +147,24 @@ BOOL WINAPI SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER
                              DWORD method);
 DWORD WINAPI GetFileSize(HANDLE file, LPDWORD sizeHigh);
 BOOL WINAPI GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
-BOOL WINAPI SetEndOfFile(HANDLE file);
+BOOL WINAPI SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what,
+                                       LPVOID information, DWORD size);
 BOOL WINAPI FlushFileBuffers(HANDLE file);
 BOOL WINAPI CloseHandle(HANDLE file);
 
 BOOL WINAPI DeleteFileA(LPCSTR path);
 BOOL WINAPI MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
-// No backup is kept. The file keeps the permissions of the one it replaces, and its owner where the
-// caller may give files away.
+// No backup is kept, and the replacement keeps its own rights: a pattern may have given it those of
+// the other.
 BOOL WINAPI ReplaceFileA(LPCSTR replaced, LPCSTR replacement, LPCSTR backup, DWORD flags,
                          LPVOID exclude, LPVOID reserved);
-// The path of an open file behind all links.
+// The path behind all links of a file that was opened for reading and writing.
 DWORD WINAPI GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD flags);
 DWORD WINAPI GetFileAttributesA(LPCSTR path);
 
-// ---- Temporary files ---------------------------------------------------------------------------
-// The temporary directory belongs to the calling thread alone (mode 0700) and is removed with what
-// it holds when the thread ends. Files made in it replace a name and never follow a link.
-
+// Folders are made for their owner alone (mode 0700). The temporary one is $TMPDIR, or /tmp.
+BOOL WINAPI CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);
+BOOL WINAPI RemoveDirectoryA(LPCSTR path);
 DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer);
 UINT WINAPI GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer);
 
@@ -265,9 +270,32 @@ inline constexpr int IDOK = 1;
 
 /// @cond
 inline constexpr int ERROR_SUCCESS = 0;
+inline constexpr int ERROR_FILE_NOT_FOUND = 2;
+inline constexpr int ERROR_PATH_NOT_FOUND = 3;
+inline constexpr int ERROR_TOO_MANY_OPEN_FILES = 4;
+inline constexpr int ERROR_ACCESS_DENIED = 5;
+inline constexpr int ERROR_INVALID_HANDLE = 6;
+inline constexpr int ERROR_NOT_ENOUGH_MEMORY = 8;
+inline constexpr int ERROR_NOT_SAME_DEVICE = 17;
+inline constexpr int ERROR_WRITE_PROTECT = 19;
 inline constexpr int ERROR_WRITE_FAULT = 29;
+inline constexpr int ERROR_GEN_FAILURE = 31;
+inline constexpr int ERROR_SHARING_VIOLATION = 32;
+inline constexpr int ERROR_HANDLE_EOF = 38;
+inline constexpr int ERROR_NOT_SUPPORTED = 50;
+inline constexpr int ERROR_FILE_EXISTS = 80;
 inline constexpr int ERROR_INVALID_PARAMETER = 87;
+inline constexpr int ERROR_DISK_FULL = 112;
+inline constexpr int ERROR_DIR_NOT_EMPTY = 145;
+inline constexpr int ERROR_BUSY = 170;
+inline constexpr int ERROR_FILENAME_EXCED_RANGE = 206;
+inline constexpr int ERROR_IO_DEVICE = 1117;
 inline constexpr int ERROR_CANCELLED = 1223;
+inline constexpr int ERROR_CANT_RESOLVE_FILENAME = 1921;
+
+// Why the last call on this thread failed.
+DWORD WINAPI GetLastError();
+void WINAPI SetLastError(DWORD error);
 /// @endcond
 
 #pragma GCC visibility pop

@@ -1,4 +1,4 @@
-// The decision of SaveFile and SaveProcessFile: which metadata goes along.
+// SaveFile and SaveProcessFile: which metadata goes along, and into which kind of file.
 #pragma once
 
 #include <praster.h>

@@ -5,10 +5,8 @@
 #include "audio/copy_recording.h"
 #include "audio/sound_names.h"
 #include "imageio/image_codec_bridge.h"
-#include "probe/exif_reader.h"
-#include "read/read_metadata.h"
+#include "read/read_source.h"
 #include "system/path.h"
-#include "system/pending_file.h"
 #include "tiff/save_tiff.h"
 #include "write/save_jpeg.h"
 
@@ -36,48 +34,31 @@ void annotate(const Annotation& annotation, ExifMetadata& metadata) {
   metadata.primary.hasSoftware = 1;
 }
 
-// The name alone decides how a picture is written, here and below: a TIFF file named .jpg becomes a
-// JPEG file, a JPEG file named .tif a TIFF file. Intended: hosts go by the name as well.
-bool rewriteExifPicture(ExifReader& reader, const char* path, const Annotation& annotation,
-                        PRaster* image, PRaster* thumbnail) {
-  ExifMetadata metadata = {};
-  if (!readExifMetadata(reader, path, metadata)) return false;
-  annotate(annotation, metadata);
-  PendingFile file(path);
-  const bool isSaved =
-      isTiffName(path) ? saveTiffWithRecords(reader, file.path(), image, thumbnail, metadata)
-                       : saveJpegWithRecords(reader, file.path(), true, image, thumbnail, metadata);
-  return isSaved && file.commit();
-}
-
 // REQUIRES: a '.' in the file name, and room for three bytes behind it.
 void makeJpegName(char* path) {
   const std::size_t extensionSize = extensionOf(path).size();
   std::strcpy(path + std::strlen(path) - extensionSize, "jpg");
 }
 
-bool writeNewExifPicture(ExifReader& reader, char* path, const Annotation& annotation,
-                         PRaster* image, PRaster* thumbnail) {
-  ExifMetadata metadata = {};
-  resetExifIfdRecord(reader, metadata.exif);
-  resetImageIfdRecord(reader, metadata.primary);
-  annotate(annotation, metadata);
-  // What cannot be converted is not refused here; the codec writes images of any depth.
-  image->ConvertTo24bit(nullptr, 0, 100);
-  const bool isTiff = isTiffName(path);
-  if (!isTiff) makeJpegName(path);
-  PendingFile file(path);
-  const bool isSaved = isTiff ? saveNewExifTiff(reader, file.path(), image, thumbnail,
-                                                metadata.exif, metadata.primary)
-                              : saveJpegWithNewExif(reader, file.path(), true, image, thumbnail,
-                                                    metadata.exif, metadata.primary);
-  return isSaved && file.commit();
-}
-
+// The name alone decides how a picture is written: a TIFF file named .jpg becomes a JPEG file, a
+// JPEG file named .tif a TIFF file. Intended: hosts go by the name as well.
 bool rewritePicture(char* path, const Annotation& annotation, PRaster* image, PRaster* thumbnail) {
   ExifReader reader;
-  if (reader.probeFile(path)) return rewriteExifPicture(reader, path, annotation, image, thumbnail);
-  return writeNewExifPicture(reader, path, annotation, image, thumbnail);
+  ExifMetadata metadata;
+  const Source found = readSource(reader, path, metadata);
+  if (found == Source::unreadable) return false;
+  annotate(annotation, metadata);
+  const bool isTiff = isTiffName(path);
+  if (found == Source::exif)
+    return isTiff ? saveTiffWithRecords(reader, path, image, thumbnail, metadata)
+                  : saveJpegWithRecords(reader, path, image, thumbnail, metadata);
+
+  // What cannot be converted is not refused here; the codec writes images of any depth.
+  image->ConvertTo24bit(nullptr, 0, 100);
+  if (!isTiff) makeJpegName(path);
+  return isTiff
+             ? saveNewExifTiff(reader, path, image, thumbnail, metadata.exif, metadata.primary)
+             : saveJpegWithNewExif(reader, path, image, thumbnail, metadata.exif, metadata.primary);
 }
 
 // A name without a '.', be it "jpg" itself, is refused as a save would refuse it, but before the

@@ -100,6 +100,7 @@ bool ImageCodecBridge::saveImageFile(const char* path, PRaster& image) const {
   image.EnableBlock(0, 256);
   tagLmmInfo info;
   image.GetLmmInfo(info);
+  SetLastError(ERROR_SUCCESS);
   return AllSaveDIBImg(path, &info, image.GetLmmOffset(), codecProgress) != 0;
 }
 

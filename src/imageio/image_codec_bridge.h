@@ -38,7 +38,8 @@ class ImageCodecBridge : public CObject {
   std::unique_ptr<PRasterBlock> loadImageFile(const char* path) const;
 
   // Encodes a picture that is not empty. A name that the codec cannot write shows the framework's
-  // message box once and writes nothing.
+  // message box once and writes nothing. When the system is what failed, GetLastError says how,
+  // else ERROR_SUCCESS.
   bool saveImageFile(const char* path, PRaster& image) const;
 
   // That message box: a picture cannot be saved under its name.

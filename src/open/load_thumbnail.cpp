@@ -98,7 +98,7 @@ bool copyToNewFile(ExifFile& file, uint64_t position, uint32_t length, const cha
   const GlobalBlock block(held);
   const BlockLock lock(block);
   if (!lock.bytes()) return false;
-  DiskFile target = DiskFile::create(path);
+  DiskFile target = DiskFile::createNew(path);
   if (!target.isOpen()) return false;
   file.readAt(position, lock.bytes(), held);
   return target.writeAt(0, lock.bytes(), held) && target.close();

@@ -17,6 +17,8 @@ class ExifFile {
   explicit ExifFile(DiskFile file) : file_(std::move(file)) {}
 
   bool isOpen() const { return file_.isOpen(); }
+  // Why it is not open, or what the system first failed to read; the end of the file is no error.
+  DWORD error() const { return file_.error(); }
   uint64_t size() const { return file_.size(); }
 
   // Where the TIFF header lies and the byte order it names.

@@ -107,6 +107,13 @@ void readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) 
   while (walk.next()) decodeGpsEntry(walk, record);
 }
 
+// IFD1's pointers may have moved the position; those of IFD0, where they are, have the last word.
+void readLocatedGpsDirectory(ExifReader& reader, ExifFile& file, ExifMetadata& metadata) {
+  if (reader.gpsIfdOffset < 1) return;
+  updateGpsPosition(reader, metadata.primary);
+  readGpsDirectory(reader, file, metadata.gps);
+}
+
 void readExifDirectory(ExifReader& reader, ExifFile& file, ExifIfdRecord& record) {
   resetExifIfdRecord(reader, record);
   DeferredEntries deferred;
@@ -125,7 +132,7 @@ bool readListedMetadata(ExifReader& reader, ExifFile& file, ExifMetadata& metada
   if (!reader.probeFile(file)) return false;
   readExifDirectory(reader, file, metadata.exif);
   readPrimaryDirectory(reader, file, metadata.primary);
-  return true;
+  return file.error() == ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -140,7 +147,7 @@ bool readExifDirectory(ExifReader& reader, const char* path, ExifIfdRecord& reco
   ExifFile file(path);
   if (!reader.probeFile(file)) return false;
   readExifDirectory(reader, file, record);
-  return true;
+  return file.error() == ERROR_SUCCESS;
 }
 
 int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file) {
@@ -161,14 +168,14 @@ bool readListedMetadata(ExifReader& reader, const char* path, ExifMetadata& meta
 bool readExifMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata) {
   if (!hasExifExtension(path)) return false;
   ExifFile file(path);
-  if (!file.isOpen()) return false;
+  return file.isOpen() && readExifMetadata(reader, file, metadata);
+}
+
+bool readExifMetadata(ExifReader& reader, ExifFile& file, ExifMetadata& metadata) {
   const bool isExif = readListedMetadata(reader, file, metadata);
   readThumbnailDirectory(reader, file, metadata.thumbnail);
-  if (!isExif || reader.gpsIfdOffset < 1) return isExif;
-  // IFD1's pointers may have moved the position; those of IFD0, where they are, have the last word.
-  updateGpsPosition(reader, metadata.primary);
-  readGpsDirectory(reader, file, metadata.gps);
-  return true;
+  if (isExif) readLocatedGpsDirectory(reader, file, metadata);
+  return isExif && file.error() == ERROR_SUCCESS;
 }
 
 }  // namespace exifkeep

@@ -1,5 +1,5 @@
 // Reads a file's directories into their records. What is there is decoded: a short read or an odd
-// entry is no failure. A call opens its file once.
+// entry is no failure. A read that the system fails is one. A call opens its file once.
 #pragma once
 
 #include "probe/exif_reader.h"
@@ -25,5 +25,8 @@ bool readListedMetadata(ExifReader& reader, const char* path, ExifMetadata& meta
 // Reads these and then IFD1 and the GPS directory, where the file has them. Without IFD1 its record
 // is reset; without a GPS directory that record stays as it was.
 bool readExifMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata);
+
+// The same from a file that is open; the name has been looked at.
+bool readExifMetadata(ExifReader& reader, ExifFile& file, ExifMetadata& metadata);
 
 }  // namespace exifkeep

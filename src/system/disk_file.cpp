@@ -10,9 +10,8 @@ namespace {
 constexpr DWORD readWrite = GENERIC_READ | GENERIC_WRITE;
 constexpr uint64_t largestTransfer = 0x40000000;  // a DWORD counts the bytes of one call
 
-HANDLE openShared(const char* path, DWORD access) {
-  return CreateFileA(path, access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                     FILE_ATTRIBUTE_NORMAL, nullptr);
+HANDLE openExisting(const char* path, DWORD access, DWORD share) {
+  return CreateFileA(path, access, share, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 // Where a transfer begins; a file that was not opened for overlapped work is still read in turn.
@@ -26,35 +25,60 @@ OVERLAPPED placeAt(uint64_t at) {
 }  // namespace
 
 DiskFile::DiskFile(HANDLE handle) : handle_(handle) {
-  LARGE_INTEGER size;
-  if (isOpen() && GetFileSizeEx(handle_, &size)) size_ = static_cast<uint64_t>(size.QuadPart);
+  check(isOpen());
+}
+
+void DiskFile::takeSize() {
+  LARGE_INTEGER size = {};
+  if (!check(isOpen() && GetFileSizeEx(handle_, &size))) close();
+  size_ = static_cast<uint64_t>(size.QuadPart);
+}
+
+bool DiskFile::check(bool succeeded) {
+  if (!succeeded && error_ == ERROR_SUCCESS) error_ = GetLastError();
+  return succeeded;
 }
 
 DiskFile DiskFile::openForReading(const char* path) {
-  const HANDLE handle = openShared(path, readWrite);
-  return DiskFile(handle != INVALID_HANDLE_VALUE ? handle : openShared(path, GENERIC_READ));
+  DiskFile file(openExisting(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
+  file.takeSize();
+  return file;
 }
 
+// Shared for deletion as well, so that a new file can take the place of one that is open.
 DiskFile DiskFile::openForWriting(const char* path) {
-  return DiskFile(openShared(path, readWrite));
+  DiskFile file(
+      openExisting(path, readWrite, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE));
+  file.takeSize();
+  return file;
 }
 
-DiskFile DiskFile::create(const char* path) {
-  return DiskFile(
-      CreateFileA(path, readWrite, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+// Its size is 0, and nothing has to be asked that could fail once the file is there.
+DiskFile DiskFile::createNew(const char* path, const DiskFile* pattern) {
+  return DiskFile(CreateFileA(path, readWrite, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                              pattern ? pattern->handle_ : nullptr));
 }
 
 DiskFile::DiskFile(DiskFile&& other) noexcept
-    : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)), size_(other.size_) {}
+    : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)),
+      error_(other.error_),
+      size_(other.size_) {}
 
 DiskFile& DiskFile::operator=(DiskFile&& other) noexcept {
   std::swap(handle_, other.handle_);
+  std::swap(error_, other.error_);
   std::swap(size_, other.size_);
   return *this;
 }
 
 DiskFile::~DiskFile() {
   close();
+}
+
+std::string DiskFile::finalPath() const {
+  char path[4096];
+  const DWORD length = GetFinalPathNameByHandleA(handle_, path, sizeof path, FILE_NAME_NORMALIZED);
+  return std::string(path, length < sizeof path ? length : 0);
 }
 
 size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
@@ -65,7 +89,10 @@ size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
     const auto step = static_cast<DWORD>(std::min<uint64_t>(wanted - done, largestTransfer));
     OVERLAPPED place = placeAt(at + done);
     delivered = 0;
-    if (!ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, &place)) break;
+    const bool isRead =
+        ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, &place);
+    if (!isRead && GetLastError() != ERROR_HANDLE_EOF) check(false);
+    if (!isRead) break;
   }
   return done;
 }
@@ -76,20 +103,30 @@ bool DiskFile::writeAt(uint64_t at, const void* bytes, size_t length) {
     const auto step = static_cast<DWORD>(std::min<uint64_t>(length - done, largestTransfer));
     OVERLAPPED place = placeAt(at + done);
     DWORD written = 0;
-    if (!WriteFile(handle_, static_cast<const char*>(bytes) + done, step, &written, &place) ||
-        written != step)
+    if (!check(WriteFile(handle_, static_cast<const char*>(bytes) + done, step, &written, &place) &&
+               written == step))
       return false;
     done += written;
+    size_ = std::max(size_, at + done);
   }
   return true;
 }
 
+bool DiskFile::setSize(uint64_t size) {
+  FILE_END_OF_FILE_INFO end;
+  end.EndOfFile.QuadPart = static_cast<LONGLONG>(size);
+  if (!check(isOpen() && SetFileInformationByHandle(handle_, FileEndOfFileInfo, &end, sizeof end)))
+    return false;
+  size_ = size;
+  return true;
+}
+
 bool DiskFile::flush() {
-  return isOpen() && FlushFileBuffers(handle_);
+  return check(isOpen() && FlushFileBuffers(handle_));
 }
 
 bool DiskFile::close() {
-  return isOpen() && CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+  return check(isOpen() && CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE)));
 }
 
 }  // namespace exifkeep

@@ -36,14 +36,16 @@ class BlockLock {
   explicit BlockLock(const GlobalBlock& block)
       : handle_(block.handle()),
         bytes_(handle_ ? static_cast<uint8_t*>(GlobalLock(handle_)) : nullptr) {}
-  ~BlockLock() {
-    if (bytes_) GlobalUnlock(handle_);
-  }
+  ~BlockLock() { unlock(); }
   BlockLock(const BlockLock&) = delete;
   BlockLock& operator=(const BlockLock&) = delete;
 
   // Null when the block is empty or cannot be locked.
   uint8_t* bytes() const { return bytes_; }
+  // Before its time; bytes() is null then.
+  void unlock() {
+    if (std::exchange(bytes_, nullptr)) GlobalUnlock(handle_);
+  }
 
  private:
   HGLOBAL handle_;

@@ -2,22 +2,33 @@
 
 #include <windows.h>
 
+#include <initializer_list>
+
 #include "system/path.h"
+#include "system/random_name.h"
 
 namespace exifkeep {
 
-TemporaryPicture::TemporaryPicture(const char* fileName) {
+TemporaryPicture::TemporaryPicture(std::string_view fileName) {
   char directory[256];
   const DWORD length = GetTempPathA(sizeof directory, directory);
   if (length == 0 || length >= sizeof directory) return;
-  path_ = directory;
-  if (path_.back() != pathSeparator) path_ += pathSeparator;
-  path_ += fileName;
-  DeleteFileA(path_.c_str());
+  folder_ = directory + randomName("exifkeep-");
+  std::string path = folder_ + pathSeparator;
+  path += fileName;
+  if (CreateDirectoryA(folder_.c_str(), nullptr)) path_.swap(path);
 }
 
 TemporaryPicture::~TemporaryPicture() {
-  if (!path_.empty()) DeleteFileA(path_.c_str());
+  if (path_.empty() || isKept_) return;
+  DeleteFileA(path_.c_str());
+  RemoveDirectoryA(folder_.c_str());
+}
+
+// A move to the own name changes nothing, and waits until the name is on disk.
+void TemporaryPicture::settle() const {
+  for (const char* name : {path_.c_str(), folder_.c_str()})
+    MoveFileExA(name, name, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
 }  // namespace exifkeep

@@ -1,25 +1,32 @@
-// A picture file in the system's temporary directory, deleted with its object. The name is fixed;
-// the directory is the calling thread's own, so calls on other threads do not meet it.
+// A picture file in a private folder of its own below the system's temporary folder. Both go with
+// the object, so that calls on other threads and in other processes do not meet it, and nothing
+// stays behind.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace exifkeep {
 
 class TemporaryPicture {
  public:
-  // Deletes what an earlier call may have left under the name, so that a picture that cannot be
-  // written is missing, never stale.
-  explicit TemporaryPicture(const char* fileName);
+  // Makes the folder, not the file.
+  explicit TemporaryPicture(std::string_view fileName);
   ~TemporaryPicture();
   TemporaryPicture(const TemporaryPicture&) = delete;
   TemporaryPicture& operator=(const TemporaryPicture&) = delete;
 
-  // Empty when there is no temporary directory.
+  // Empty when the folder could not be made; GetLastError then says why.
   const std::string& path() const { return path_; }
+  // Brings the names of folder and file on disk, as flushing the file does with its bytes.
+  void settle() const;
+  // Leaves the file where it is.
+  void keep() { isKept_ = true; }
 
  private:
+  std::string folder_;
   std::string path_;
+  bool isKept_ = false;
 };
 
 inline constexpr const char* temporaryJpegName = "~orvalletemp.jpg";

@@ -1,67 +1,35 @@
 #include "tiff/save_tiff.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstring>
 
 #include "imageio/praster_block.h"
-#include "system/disk_file.h"
+#include "system/delivery.h"
 #include "tiff/codec_tiff.h"
 #include "tiff/tiff_block.h"
 #include "tiff/true_records.h"
+#include "write/encoded_picture.h"
 
 namespace exifkeep {
 
 namespace {
 
-// Moves bytes within a file, a piece at a time. The piece farthest along the way goes first, so
-// that no byte is overwritten before it was read.
-bool moveBytes(DiskFile& file, uint64_t from, uint64_t to, uint64_t size) {
-  constexpr uint64_t largestPiece = 1 << 22;
-  if (from == to) return true;
-  const GlobalBlock buffer(static_cast<size_t>(std::min(size, largestPiece)));
-  const BlockLock lock(buffer);
-  if (!lock.bytes()) return false;
-  for (uint64_t moved = 0; moved < size;) {
-    const uint64_t piece = std::min(size - moved, largestPiece);
-    const uint64_t at = to > from ? size - moved - piece : moved;
-    const auto length = static_cast<size_t>(piece);
-    if (file.readAt(from + at, lock.bytes(), length) != length) return false;
-    if (!file.writeAt(to + at, lock.bytes(), length)) return false;
-    moved += piece;
-  }
-  return true;
-}
-
-// Moves the strip behind the front part and writes the front part. The file is not truncated:
-// intended, what the codec's file held further on stays at its end.
-bool replaceFront(const char* path, const FrontPart& front, uint64_t strip, uint64_t size) {
-  DiskFile file = DiskFile::openForWriting(path);
+// Delivers the front part with the strip of the codec's file behind it, and with what the codec's
+// file has beyond the length that this makes: intended, saved files have always ended so.
+bool deliverBehind(const FrontPart& front, const char* destination, const char* encoded,
+                   uint64_t strip, uint64_t stripSize) {
+  DiskFile file = DiskFile::openForReading(encoded);
   const BlockLock lock(front.block);
-  return lock.bytes() && moveBytes(file, strip, front.size, size) &&
-         file.writeAt(0, lock.bytes(), front.size) && file.close();
+  if (!lock.bytes() || !file.isOpen()) return false;
+  const uint64_t length = std::min(front.size + stripSize, file.size());
+  const Piece pieces[] = {Piece({lock.bytes(), front.size}),
+                          {file, strip, stripSize},
+                          {file, length, file.size() - length}};
+  return deliver(destination, pieces);
 }
 
-// Puts the front part that `buildFront` makes into the codec's file. `buildFront` is given the file
-// and the position where its strip ends.
-template <class BuildFront>
-bool rewrite(const char* path, const PRaster& picture, BuildFront buildFront) {
-  const uint64_t size = stripSize(picture.GetImageWidth(), picture.GetImageHeight());
-  ExifFile saved(path);
-  const auto strip = locateStrip(saved, size);
-  if (!strip) return false;
-  const FrontPart front = buildFront(saved, *strip + size);
-  return front && replaceFront(path, front, *strip, size);
-}
-
-template <class BuildFront>
-bool saveTiff(ExifReader& reader, const char* destination, PRaster* picture,
-              BuildFront buildFront) {
-  if (isMissing(picture) || !reader.codec->saveImageFile(destination, *picture)) return false;
-  if (rewrite(destination, *picture, buildFront)) return true;
-  DeleteFileA(destination);
-  return false;
+uint64_t stripSizeOf(const PRaster& picture) {
+  return stripSize(picture.GetImageWidth(), picture.GetImageHeight());
 }
 
 // The caller's Software, empty or not, always goes along; all else is the codec's. False when the
@@ -87,20 +55,28 @@ bool saveTiffWithRecords(ExifReader& reader, const char* destination, PRaster* p
 
 bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture, PRaster* thumbnail,
                   ExifMetadata& metadata) {
-  return saveTiff(reader, destination, picture, [&](ExifFile& saved, uint64_t stripEnd) {
-    // What is kept are the file's last bytes.
-    if (saved.size() != stripEnd) return FrontPart();
-    return buildTiffBlockFromRecords(reader, *picture, thumbnail, &metadata.exif, &metadata.primary,
-                                     &metadata.thumbnail, &metadata.gps);
-  });
+  if (isMissing(picture)) return false;
+  const FrontPart front = buildTiffBlockFromRecords(reader, *picture, thumbnail, metadata);
+  if (!front) return false;
+  const EncodedPicture encoded(*reader.codec, *picture, destination);
+  ExifFile saved(encoded.path());
+  const uint64_t size = stripSizeOf(*picture);
+  const auto strip = locateStrip(saved, size);
+  // What is kept are the file's last bytes.
+  if (!strip || saved.size() != *strip + size) return false;
+  return deliverBehind(front, destination, encoded.path(), *strip, size);
 }
 
 bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
                      PRaster* thumbnail, ExifIfdRecord& exif, ImageIfdRecord& primary) {
-  return saveTiff(reader, destination, picture, [&](ExifFile& saved, uint64_t) {
-    if (!takeCodecFields(reader, saved, primary)) return FrontPart();
-    return buildNewTiffBlock(reader, *picture, thumbnail, exif, primary);
-  });
+  if (isMissing(picture)) return false;
+  const EncodedPicture encoded(*reader.codec, *picture, destination);
+  ExifFile saved(encoded.path());
+  const uint64_t size = stripSizeOf(*picture);
+  const auto strip = locateStrip(saved, size);
+  if (!strip || !takeCodecFields(reader, saved, primary)) return false;
+  const FrontPart front = buildNewTiffBlock(reader, *picture, thumbnail, exif, primary);
+  return front && deliverBehind(front, destination, encoded.path(), *strip, size);
 }
 
 }  // namespace exifkeep

@@ -9,8 +9,10 @@
 
 namespace exifkeep {
 
+// All put the whole file together in the temporary folder before they touch the destination. False
+// when the picture is missing or empty or anything fails: the destination is then what it was.
+
 // With the metadata of the picture's source, made to describe what is saved: what the exports call.
-// False when the picture is missing or empty or anything fails; what was saved is deleted then.
 bool saveTiffWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, ExifMetadata& metadata);
 

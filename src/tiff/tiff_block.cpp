@@ -14,7 +14,7 @@ constexpr uint8_t fileStart[] = {'I', 'I', 42, 0, 8, 0, 0, 0};
 constexpr BlockHead fileHead{fileStart, 0};
 
 // Puts the strip of the thumbnail file behind the directories.
-bool embedThumbnail(MetadataWriter& front, const ThumbnailFile& thumbnail) {
+bool embedThumbnail(MetadataBlock& front, const ThumbnailFile& thumbnail) {
   ExifFile file(thumbnail.path());
   const auto strip = locateStrip(file, stripSize(thumbnail.width(), thumbnail.height()));
   if (!strip || file.size() - *strip > DirectoryWriter::blockSize) return false;
@@ -27,18 +27,13 @@ bool embedThumbnail(MetadataWriter& front, const ThumbnailFile& thumbnail) {
 }
 
 // The picture's strip follows the block.
-template <class Directories>
-FrontPart buildFrontPart(const ExifIfdRecord& exif, const ThumbnailFile& thumbnail,
-                         Directories directories) {
-  FrontPart part;
-  part.block =
-      buildMetadataBlock(fileHead, exif, directories, [&](MetadataWriter& front, uint8_t*) {
-        if (thumbnail.isWritten() && !embedThumbnail(front, thumbnail)) return false;
-        part.size = front.length();
-        front.setPrimary(tag::stripOffsets, part.size);
-        return true;
-      });
-  return part;
+FrontPart buildFrontPart(const BlockContents& contents, const ThumbnailFile& thumbnail) {
+  MetadataBlock front;
+  if (!front.write(fileHead, contents)) return {};
+  if (thumbnail.isWritten() && !embedThumbnail(front, thumbnail)) return {};
+  const uint32_t size = front.length();
+  front.setPrimary(tag::stripOffsets, size);
+  return {front.release(), size};
 }
 
 void setPictureSize(ImageIfdRecord& primary, const PRaster& picture) {
@@ -56,32 +51,35 @@ RowContext ofStrip(RowContext context, unsigned samples, unsigned width, unsigne
 }  // namespace
 
 FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& picture,
-                                    PRaster* hostThumbnail, const ExifIfdRecord* exif,
-                                    ImageIfdRecord* primary, const ImageIfdRecord* thumbnail,
-                                    const GpsIfdRecord* gps) {
-  if (!exif || !primary) return {};
+                                    PRaster* hostThumbnail, ExifMetadata& metadata) {
+  ImageIfdRecord& primary = metadata.primary;
   ThumbnailFile file(temporaryTiffName);
   // Not looked for (-1) does not count as none.
-  if (thumbnail && reader.thumbnailIfdOffset != 0)
-    file.write(*reader.codec, picture, hostThumbnail);
-  setPictureSize(*primary, picture);
+  if (reader.thumbnailIfdOffset != 0 && !file.write(*reader.codec, picture, hostThumbnail))
+    return {};
+  setPictureSize(primary, picture);
   const RowContext context = contextOf(picture);
   // The record's samples: intended, the byte counts agree with the entry beside them.
-  const unsigned samples = primary->samplesPerPixel;
-  const RowContext ofPicture = ofStrip(context, samples, primary->imageWidth, primary->imageLength);
+  const unsigned samples = primary.samplesPerPixel;
+  const RowContext ofPicture = ofStrip(context, samples, primary.imageWidth, primary.imageLength);
   const RowContext ofThumbnail = ofStrip(context, samples, file.width(), file.height());
-  return buildFrontPart(*exif, file, [&](MetadataWriter& front, const ExifIfdRecord& fitting) {
-    front.writePrimary(tiffPrimaryRows, *primary, ofPicture);
-    front.writeExif(tiffExifRows, fitting, context, fitting.isR98Interoperability);
-    if (primary->hasGpsIfdPointer && gps) front.writeGps(*gps, context);
-    if (file.isWritten()) front.writeThumbnail(tiffThumbnailRows, thumbnail, ofThumbnail);
-  });
+  return buildFrontPart({.primaryRows = tiffPrimaryRows,
+                         .primary = primary,
+                         .exifRows = tiffExifRows,
+                         .exif = metadata.exif,
+                         .hasInteroperability = metadata.exif.isR98Interoperability != 0,
+                         .gps = primary.hasGpsIfdPointer ? &metadata.gps : nullptr,
+                         .thumbnailRows = file.isWritten() ? tiffThumbnailRows : OutputRows(),
+                         .thumbnail = &metadata.thumbnail,
+                         .context = ofPicture,
+                         .ofThumbnail = ofThumbnail},
+                        file);
 }
 
 FrontPart buildNewTiffBlock(ExifReader& reader, const PRaster& picture, PRaster* hostThumbnail,
                             const ExifIfdRecord& exif, ImageIfdRecord& primary) {
   ThumbnailFile file(temporaryTiffName);
-  file.write(*reader.codec, picture, hostThumbnail);
+  if (!file.write(*reader.codec, picture, hostThumbnail)) return {};
   setPictureSize(primary, picture);
   ImageIfdRecord thumbnail;
   resetImageIfdRecord(reader, thumbnail);
@@ -92,11 +90,17 @@ FrontPart buildNewTiffBlock(ExifReader& reader, const PRaster& picture, PRaster*
   const RowContext context = contextOf(picture);
   const RowContext ofPicture = ofStrip(context, 3, primary.imageWidth, primary.imageLength);
   const RowContext ofThumbnail = ofStrip(context, 3, file.width(), file.height());
-  return buildFrontPart(exif, file, [&](MetadataWriter& front, const ExifIfdRecord& fitting) {
-    front.writePrimary(newTiffPrimaryRows, primary, ofPicture);
-    front.writeExif(newTiffExifRows, fitting, context, true);
-    if (file.isWritten()) front.writeThumbnail(newTiffThumbnailRows, &thumbnail, ofThumbnail);
-  });
+  return buildFrontPart({.primaryRows = newTiffPrimaryRows,
+                         .primary = primary,
+                         .exifRows = newTiffExifRows,
+                         .exif = exif,
+                         .hasInteroperability = true,
+                         .gps = nullptr,
+                         .thumbnailRows = file.isWritten() ? newTiffThumbnailRows : OutputRows(),
+                         .thumbnail = &thumbnail,
+                         .context = ofPicture,
+                         .ofThumbnail = ofThumbnail},
+                        file);
 }
 
 }  // namespace exifkeep

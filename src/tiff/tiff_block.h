@@ -23,12 +23,10 @@ struct FrontPart {
 // thumbnail when it is given and not empty, else make one.
 
 // From the records of the picture's source: with the interoperability and GPS directories where the
-// source had them, and with IFD1 unless the reader saw that the source had none or `thumbnail` is
-// missing. None when exif or primary is missing or the front part cannot be built.
+// source had them, and with IFD1 unless the reader saw that the source had none. None when the
+// front part cannot be built.
 FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& picture,
-                                    PRaster* hostThumbnail, const ExifIfdRecord* exif,
-                                    ImageIfdRecord* primary, const ImageIfdRecord* thumbnail,
-                                    const GpsIfdRecord* gps);
+                                    PRaster* hostThumbnail, ExifMetadata& metadata);
 
 // With default fields, what is set in `exif`, and the codec's fields and Software in `primary`. The
 // reader's byte order becomes that of the codec's thumbnail file.

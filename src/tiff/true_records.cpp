@@ -20,16 +20,22 @@ void describeRgb(ImageIfdRecord& record, unsigned width, unsigned height) {
   record.imageLength = height;
 }
 
+// TIFF 6.0, section 20: what is black and what is white in the samples of RGB pixels. Those of
+// YCbCr pixels differ.
+void describeRange(ImageIfdRecord& record) {
+  constexpr uint32_t rgb = 2;
+  if (record.hasPhotometricInterpretation && record.photometricInterpretation == rgb) return;
+  for (int i = 0; i < 6; ++i) record.referenceBlackWhite[i] = {i % 2 ? 255u : 0u, 1};
+}
+
 }  // namespace
 
 void describeTruly(ExifMetadata& metadata, const PRaster& picture, const PRaster* hostThumbnail) {
   ImageIfdRecord& primary = metadata.primary;
-  // A record that describes its samples gets no entry more: intended, what it lacks it has always
-  // lacked.
-  if (!primary.hasSamplesPerPixel)
-    primary.hasSamplesPerPixel = primary.hasBitsPerSample = primary.hasCompression =
-        primary.hasImageWidth = primary.hasImageLength = 1;
   describeRgb(primary, picture.GetImageWidth(), picture.GetImageHeight());
+  describeRange(primary);
+  primary.hasSamplesPerPixel = primary.hasBitsPerSample = primary.hasCompression =
+      primary.hasImageWidth = primary.hasImageLength = 1;
 
   if (hostThumbnail && !hostThumbnail->IsEmpty())
     describeRgb(metadata.thumbnail, hostThumbnail->GetImageWidth(),

@@ -10,8 +10,8 @@
 namespace exifkeep {
 
 // Makes the fields of `primary` and `thumbnail` that describe pixels those of the strips that will
-// be saved. Adds none to a record that describes its samples; to one that does not (a JPEG file's)
-// those of `primary` that readers need. Records of a plain RGB source stay as they are.
+// be saved, and adds to `primary` those that no reader can do without. Records of a plain RGB
+// source stay as they are.
 void describeTruly(ExifMetadata& metadata, const PRaster& picture, const PRaster* hostThumbnail);
 
 }  // namespace exifkeep

@@ -1,5 +1,8 @@
 #include "write/jpeg_segment.h"
 
+#include <cstring>
+
+#include "imageio/praster_block.h"
 #include "system/disk_file.h"
 #include "write/jpeg_rows.h"
 #include "write/jpeg_stream.h"
@@ -17,79 +20,77 @@ constexpr BlockHead segmentHead{segmentStart, 10};
 constexpr uint32_t lengthField = 2;
 
 // Puts the thumbnail file, without its APP0 segment, behind the directories.
-bool embedThumbnail(MetadataWriter& segment, const char* path) {
+bool embedThumbnail(MetadataBlock& segment, const char* path) {
   constexpr size_t soiSize = 2;
-  DiskFile file = DiskFile::openForWriting(path);
+  DiskFile file = DiskFile::openForReading(path);
   // The file's whole size counts, its APP0 segment included.
-  if (!file.isOpen() || file.size() > DirectoryWriter::blockSize) return false;
+  if (file.size() <= soiSize || file.size() > DirectoryWriter::blockSize) return false;
   const auto size = static_cast<uint32_t>(file.size());
   uint8_t* to = segment.thumbnailRoom(size);
-  uint8_t head[6];
-  if (!to || file.readAt(0, head, sizeof head) != sizeof head) return false;
-  const bool hasApp0 = head[2] == 0xFF && head[3] == 0xE0;
-  const uint32_t app0Size = hasApp0 ? head[4] * 256u + head[5] + 2 : 0;
+  if (!to || file.readAt(0, to, size) != size) return false;
+  const size_t app0Size = app0SizeAt({to + soiSize, size - soiSize});
   if (app0Size > size - soiSize) return false;
-  const uint32_t length = size - app0Size;
-  copyBytes(to, head, soiSize);
-  if (file.readAt(soiSize + app0Size, to + soiSize, length - soiSize) != length - soiSize)
-    return false;
+  const auto length = static_cast<uint32_t>(size - app0Size);
+  std::memmove(to + soiSize, to + soiSize + app0Size, length - soiSize);
+  std::memset(to + length, 0, app0Size);
   segment.endThumbnail(tag::jpegInterchangeFormat, length);
   segment.setThumbnail(tag::jpegInterchangeFormatLength, length);
   return true;
 }
 
-template <class Directories>
-GlobalBlock buildSegment(const ExifIfdRecord& exif, const ThumbnailFile& thumbnail,
-                         Directories directories) {
-  return buildMetadataBlock(
-      segmentHead, exif, directories, [&](MetadataWriter& segment, uint8_t* bytes) {
-        if (thumbnail.isWritten() && !embedThumbnail(segment, thumbnail.path())) return false;
-        const uint32_t length = segment.length() - lengthField;
-        bytes[lengthField] = static_cast<uint8_t>(length >> 8);
-        bytes[lengthField + 1] = static_cast<uint8_t>(length);
-        return true;
-      });
-}
-
-void writeJpegThumbnail(ThumbnailFile& file, const ImageCodecBridge& codec, const PRaster& picture,
-                        PRaster* hostThumbnail) {
-  file.write(codec, picture, hostThumbnail);
-  if (file.isWritten()) compactJpegStream(file.path());
+GlobalBlock buildSegment(const BlockContents& contents, const ThumbnailFile& thumbnail) {
+  MetadataBlock segment;
+  if (!segment.write(segmentHead, contents)) return {};
+  if (thumbnail.isWritten() && !embedThumbnail(segment, thumbnail.path())) return {};
+  const uint32_t length = segment.length() - lengthField;
+  segment.bytes()[lengthField] = static_cast<uint8_t>(length >> 8);
+  segment.bytes()[lengthField + 1] = static_cast<uint8_t>(length);
+  return segment.release();
 }
 
 }  // namespace
 
 GlobalBlock buildSegmentFromRecords(const ImageCodecBridge& codec, const PRaster& picture,
-                                    PRaster* hostThumbnail, const ExifIfdRecord* exif,
-                                    const ImageIfdRecord* primary, const ImageIfdRecord* thumbnail,
-                                    const GpsIfdRecord* gps) {
-  if (!exif || !primary) return {};
+                                    PRaster* hostThumbnail, const ExifMetadata& metadata) {
   ThumbnailFile file(temporaryJpegName);
-  if (thumbnail) writeJpegThumbnail(file, codec, picture, hostThumbnail);
+  if (!file.write(codec, picture, hostThumbnail)) return {};
+  if (file.isWritten()) compactJpegStream(file.path());
   const RowContext context = contextOf(picture);
-  return buildSegment(*exif, file, [&](MetadataWriter& segment, const ExifIfdRecord& fitting) {
-    segment.writePrimary(primaryRows, *primary, context);
-    segment.writeExif(exifRows, fitting, context, fitting.isR98Interoperability);
-    if (primary->hasGpsIfdPointer && gps) segment.writeGps(*gps, context);
-    if (file.isWritten()) segment.writeThumbnail(thumbnailRows, thumbnail, context);
-  });
+  return buildSegment({.primaryRows = primaryRows,
+                       .primary = metadata.primary,
+                       .exifRows = exifRows,
+                       .exif = metadata.exif,
+                       .hasInteroperability = metadata.exif.isR98Interoperability != 0,
+                       .gps = metadata.primary.hasGpsIfdPointer ? &metadata.gps : nullptr,
+                       .thumbnailRows = file.isWritten() ? thumbnailRows : OutputRows(),
+                       .thumbnail = &metadata.thumbnail,
+                       .context = context,
+                       .ofThumbnail = context},
+                      file);
 }
 
 GlobalBlock buildSegmentWithDefaults(const ImageCodecBridge& codec, const PRaster& picture,
                                      PRaster* hostThumbnail, const ExifIfdRecord& exif,
                                      const ImageIfdRecord& primary) {
   ThumbnailFile file(temporaryJpegName);
-  writeJpegThumbnail(file, codec, picture, hostThumbnail);
+  if (!file.write(codec, picture, hostThumbnail)) return {};
+  if (file.isWritten()) compactJpegStream(file.path());
   const RowContext context = contextOf(picture);
   RowContext ofThumbnail = context;
-  const bool isHosts = hostThumbnail && !hostThumbnail->IsEmpty();
+  const bool isHosts = !isMissing(hostThumbnail);
   ofThumbnail.xResolution = isHosts ? resolutionDefault(hostThumbnail->GetDpmX()) : Rational{72, 1};
   ofThumbnail.yResolution = isHosts ? resolutionDefault(hostThumbnail->GetDpmY()) : Rational{72, 1};
-  return buildSegment(exif, file, [&](MetadataWriter& segment, const ExifIfdRecord& fitting) {
-    segment.writePrimary(newPrimaryRows, primary, context);
-    segment.writeExif(newExifRows, fitting, context, true);
-    if (file.isWritten()) segment.writeThumbnail(newThumbnailRows, nullptr, ofThumbnail);
-  });
+  return buildSegment({.primaryRows = newPrimaryRows,
+                       .primary = primary,
+                       .exifRows = newExifRows,
+                       .exif = exif,
+                       .hasInteroperability = true,
+                       .gps = nullptr,
+                       .thumbnailRows = file.isWritten() ? newThumbnailRows : OutputRows(),
+                       .thumbnail = nullptr,
+                       .context = context,
+                       .ofThumbnail = ofThumbnail},
+                      file);
 }
 
 uint32_t segmentSize(const uint8_t* segment) {

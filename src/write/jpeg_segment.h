@@ -13,14 +13,13 @@
 
 namespace exifkeep {
 
+// Both take the host's thumbnail when it is given and not empty, else make one. None when the
+// segment cannot be built.
+
 // The segment with IFD0, the Exif directory, the interoperability and GPS directories where the
-// source had them, IFD1 and a new thumbnail (the host's when it is given and not empty). None when
-// exif or primary is missing or the segment cannot be built. Without `thumbnail` there is no IFD1,
-// without `gps` no GPS directory.
+// source had them, and IFD1.
 GlobalBlock buildSegmentFromRecords(const ImageCodecBridge& codec, const PRaster& picture,
-                                    PRaster* hostThumbnail, const ExifIfdRecord* exif,
-                                    const ImageIfdRecord* primary, const ImageIfdRecord* thumbnail,
-                                    const GpsIfdRecord* gps);
+                                    PRaster* hostThumbnail, const ExifMetadata& metadata);
 
 // The segment with default fields, what is set in `exif`, and the Software of `primary`.
 GlobalBlock buildSegmentWithDefaults(const ImageCodecBridge& codec, const PRaster& picture,

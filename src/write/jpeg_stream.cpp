@@ -39,21 +39,12 @@ constexpr size_t growth = sizeof oneQuantSegment + 3 * quantTable + frameHeader 
                           sizeof oneHuffmanSegment + 2 * (dcTable + acTable) + scanHeader -
                           codecHeadersSize;
 
-// Bytes that an APP0 segment at the start of `bytes` claims; 0 when there is none.
-size_t app0SizeAt(JpegStream::Bytes bytes) {
+}  // namespace
+
+size_t app0SizeAt(Bytes bytes) {
   if (bytes.size() < segmentHead || bytes[0] != 0xFF || bytes[1] != 0xE0) return 0;
   return bytes[2] * 256u + bytes[3] + markerSize;
 }
-
-bool writePieces(DiskFile& file, uint64_t at, std::span<const JpegStream::Bytes> pieces) {
-  for (const JpegStream::Bytes piece : pieces) {
-    if (!file.writeAt(at, piece.data(), piece.size())) return false;
-    at += piece.size();
-  }
-  return true;
-}
-
-}  // namespace
 
 JpegStream::JpegStream(DiskFile& file)
     : block_(file.isOpen() && file.size() <= largestFile
@@ -63,7 +54,7 @@ JpegStream::JpegStream(DiskFile& file)
   const auto size = static_cast<size_t>(file.size());
   if (!lock_.bytes() || size < markerSize || file.readAt(0, lock_.bytes(), size) != size) return;
   bytes_ = {lock_.bytes(), size};
-  add(bytes_.subspan(markerSize));
+  pieces_ = {Piece(bytes_.first(markerSize)), Piece(bytes_.subspan(markerSize))};
 }
 
 bool JpegStream::hasCodecLayout(Bytes headers) const {
@@ -86,7 +77,8 @@ bool JpegStream::compact() {
     rest = rest.subspan(size);
     return taken;
   };
-  pieceCount_ = 0;
+  const auto add = [this](Bytes piece) { pieces_.emplace_back(piece); };
+  pieces_.pop_back();
   add(oneQuantSegment);
   take(segmentHead);
   add(take(quantTable));
@@ -108,24 +100,20 @@ bool JpegStream::compact() {
   return true;
 }
 
-bool JpegStream::writeTo(DiskFile& file) const {
-  return file.writeAt(0, bytes_.data(), markerSize) && writePieces(file, markerSize, pieces());
-}
-
-bool JpegStream::writeWithSegment(DiskFile& file, Bytes segment) const {
-  std::array<Bytes, maxPieces> rest = pieces_;
-  const size_t app0Size = app0SizeAt(rest[0]) & 0xFFFF;  // modulo 65536: intended
-  rest[0] = rest[0].subspan(std::min(app0Size, rest[0].size()));
-  const Bytes head[] = {bytes_.first(markerSize), segment};
-  return writePieces(file, 0, head) &&
-         writePieces(file, markerSize + segment.size(), {rest.data(), pieceCount_});
+void JpegStream::insert(Bytes segment) {
+  Piece& rest = pieces_[1];
+  const uint64_t app0Size = app0SizeAt({rest.bytes, static_cast<size_t>(rest.size)}) & 0xFFFF;
+  const uint64_t dropped = std::min(app0Size, rest.size);  // modulo 65536: intended
+  rest.bytes += dropped;
+  rest.size -= dropped;
+  pieces_.insert(pieces_.begin() + 1, Piece(segment));
 }
 
 bool compactJpegStream(const char* path) {
   {
     DiskFile file = DiskFile::openForWriting(path);
     JpegStream stream(file);
-    if (!stream.compact() || (stream.writeTo(file) && file.close())) return true;
+    if (!stream.compact() || (writePieces(file, stream.pieces()) && file.close())) return true;
   }
   DeleteFileA(path);
   return false;

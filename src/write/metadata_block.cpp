@@ -1,36 +1,49 @@
 #include "write/metadata_block.h"
 
+#include <cstring>
+#include <utility>
+
 #include "write/jpeg_rows.h"
 
 namespace exifkeep {
 
-void MetadataWriter::writePrimary(OutputRows rows, const ImageIfdRecord& primary,
-                                  const RowContext& context) {
-  primary_ = writer_.writeDirectory(rows, &primary, context);
+bool MetadataBlock::write(const BlockHead& head, const BlockContents& contents) {
+  if (!bytes()) return false;
+  ShrinkingRecord exif(contents.exif);
+  do {
+    std::memset(bytes(), 0, length());
+    writer_ = DirectoryWriter(bytes(), head.tiffHeader);
+    writer_.append(head.bytes.data(), static_cast<uint32_t>(head.bytes.size()));
+    writeDirectories(contents, exif.record());
+    if (!writer_.hasFailed()) return true;
+  } while (exif.shrink());
+  return false;
 }
 
-void MetadataWriter::writeExif(OutputRows rows, const ExifIfdRecord& exif,
-                               const RowContext& context, bool hasInteroperability) {
-  const uint32_t directory = writer_.writeDirectory(rows, &exif, context);
-  point(primary_, tag::exifIfdPointer, directory);
-  if (!hasInteroperability) return;
-  point(directory, tag::interoperabilityIfdPointer,
-        writer_.writeDirectory(interoperabilityRows, nullptr, context));
-}
-
-void MetadataWriter::writeGps(const GpsIfdRecord& gps, const RowContext& context) {
-  point(primary_, tag::gpsIfdPointer, writer_.writeDirectory(gpsRows, &gps, context));
-}
-
-void MetadataWriter::writeThumbnail(OutputRows rows, const ImageIfdRecord* record,
-                                    const RowContext& context) {
-  thumbnail_ = writer_.writeDirectory(rows, record, context);
+void MetadataBlock::writeDirectories(const BlockContents& contents, const ExifIfdRecord& exif) {
+  const RowContext& context = contents.context;
+  primary_ = writer_.writeDirectory(contents.primaryRows, &contents.primary, context);
+  const uint32_t exifDirectory = writer_.writeDirectory(contents.exifRows, &exif, context);
+  point(primary_, tag::exifIfdPointer, exifDirectory);
+  if (contents.hasInteroperability)
+    point(exifDirectory, tag::interoperabilityIfdPointer,
+          writer_.writeDirectory(interoperabilityRows, nullptr, context));
+  if (contents.gps)
+    point(primary_, tag::gpsIfdPointer, writer_.writeDirectory(gpsRows, contents.gps, context));
+  if (contents.thumbnailRows.empty()) return;
+  thumbnail_ =
+      writer_.writeDirectory(contents.thumbnailRows, contents.thumbnail, contents.ofThumbnail);
   writer_.setNextDirectory(primary_, thumbnail_);
 }
 
-void MetadataWriter::endThumbnail(uint16_t positionTag, uint32_t length) {
+void MetadataBlock::endThumbnail(uint16_t positionTag, uint32_t length) {
   point(thumbnail_, positionTag, writer_.length());
   writer_.advance(length);
+}
+
+GlobalBlock MetadataBlock::release() {
+  lock_.unlock();
+  return std::move(block_);
 }
 
 }  // namespace exifkeep

@@ -19,22 +19,32 @@ struct BlockHead {
   uint32_t tiffHeader;
 };
 
-// The directories of one block. Their entries with positions are filled in here.
-class MetadataWriter {
+// What the directories of a block are to hold: by which rows and from which record.
+struct BlockContents {
+  OutputRows primaryRows;
+  const ImageIfdRecord& primary;
+  OutputRows exifRows;
+  const ExifIfdRecord& exif;
+  bool hasInteroperability;
+  const GpsIfdRecord* gps;          // null: no GPS directory
+  OutputRows thumbnailRows;         // empty: no IFD1
+  const ImageIfdRecord* thumbnail;  // null where the rows need none
+  const RowContext& context;        // of all directories but IFD1
+  const RowContext& ofThumbnail;    // of IFD1
+};
+
+class MetadataBlock {
  public:
-  MetadataWriter(uint8_t* block, const BlockHead& head) : writer_(block, head.tiffHeader) {
-    writer_.append(head.bytes.data(), static_cast<uint32_t>(head.bytes.size()));
-  }
+  MetadataBlock() : block_(DirectoryWriter::blockSize), lock_(block_) {}
 
-  void writePrimary(OutputRows rows, const ImageIfdRecord& primary, const RowContext& context);
-  // The Exif directory and, with `hasInteroperability`, the interoperability directory behind it.
-  void writeExif(OutputRows rows, const ExifIfdRecord& exif, const RowContext& context,
-                 bool hasInteroperability);
-  void writeGps(const GpsIfdRecord& gps, const RowContext& context);
-  // IFD1; its thumbnail has to follow.
-  void writeThumbnail(OutputRows rows, const ImageIfdRecord* record, const RowContext& context);
+  // Writes the head and all directories; where they do not fit, without the maker note and then
+  // without the user comment. IFD1's thumbnail has to follow. False when there is no memory or even
+  // that does not fit.
+  bool write(const BlockHead& head, const BlockContents& contents);
 
-  bool directoriesFit() const { return !writer_.hasFailed(); }
+  uint8_t* bytes() const { return lock_.bytes(); }
+  // Bytes in use.
+  uint32_t length() const { return writer_.length(); }
 
   // Where `length` bytes of thumbnail are to be put; null when they do not fit.
   uint8_t* thumbnailRoom(uint32_t length) { return writer_.room(length); }
@@ -45,37 +55,20 @@ class MetadataWriter {
   void setPrimary(uint16_t tag, uint32_t value) { writer_.setValue(primary_, tag, value); }
   void setThumbnail(uint16_t tag, uint32_t value) { writer_.setValue(thumbnail_, tag, value); }
 
-  // Bytes of the block in use.
-  uint32_t length() const { return writer_.length(); }
+  // Hands the block over; this object is done with.
+  GlobalBlock release();
 
  private:
+  void writeDirectories(const BlockContents& contents, const ExifIfdRecord& exif);
   void point(uint32_t directory, uint16_t tag, uint32_t target) {
     writer_.setValue(directory, tag, writer_.tiffOffset(target));
   }
 
-  DirectoryWriter writer_;
+  GlobalBlock block_;
+  BlockLock lock_;
+  DirectoryWriter writer_{nullptr, 0};
   uint32_t primary_ = 0;
   uint32_t thumbnail_ = 0;
 };
-
-// Builds a block: `directories(writer, exif)` writes the directories, then `finish(writer, bytes)`
-// the rest; false from the latter gives no block. Where the directories alone do not fit, they are
-// tried without the maker note and then without the user comment.
-template <class Directories, class Finish>
-GlobalBlock buildMetadataBlock(const BlockHead& head, const ExifIfdRecord& exif,
-                               Directories directories, Finish finish) {
-  ShrinkingRecord shrinking(exif);
-  do {
-    GlobalBlock block(DirectoryWriter::blockSize);
-    const BlockLock lock(block);
-    if (!lock.bytes()) return {};
-    MetadataWriter writer(lock.bytes(), head);
-    directories(writer, shrinking.record());
-    if (!writer.directoriesFit()) continue;
-    if (!finish(writer, lock.bytes())) return {};
-    return block;
-  } while (shrinking.shrink());
-  return {};
-}
 
 }  // namespace exifkeep

@@ -1,5 +1,7 @@
 #include "write/thumbnail.h"
 
+#include <windows.h>
+
 #include <algorithm>
 
 #include "imageio/praster_block.h"
@@ -80,21 +82,24 @@ void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour) {
                       source.GetPixel(static_cast<int>(x), static_cast<int>(y), nullptr));
 }
 
-void ThumbnailFile::write(const ImageCodecBridge& codec, const PRaster& picture,
+bool ThumbnailFile::write(const ImageCodecBridge& codec, const PRaster& picture,
                           PRaster* hostThumbnail) {
   if (!isMissing(hostThumbnail)) {
     save(codec, *hostThumbnail);
     isWritten_ = true;
-    return;
+    return true;
   }
   PRasterBlock made;
-  isWritten_ = makeThumbnail(&picture, &made, 0) && save(codec, made);
+  if (!makeThumbnail(&picture, &made, 0)) return false;
+  isWritten_ = save(codec, made);
+  return isWritten_ || GetLastError() == ERROR_SUCCESS;
 }
 
 bool ThumbnailFile::save(const ImageCodecBridge& codec, PRaster& image) {
   width_ = image.GetImageWidth();
   height_ = image.GetImageHeight();
-  return !file_.path().empty() && codec.saveImageFile(path(), image);
+  file_.emplace(name_);
+  return !file_->path().empty() && codec.saveImageFile(path(), image);
 }
 
 }  // namespace exifkeep

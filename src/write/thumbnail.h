@@ -5,6 +5,7 @@
 #include <praster.h>
 
 #include <cstdint>
+#include <optional>
 
 #include "imageio/image_codec_bridge.h"
 #include "system/temporary_picture.h"
@@ -30,23 +31,26 @@ void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour);
 class ThumbnailFile {
  public:
   // The name's extension selects the format.
-  explicit ThumbnailFile(const char* fileName) : file_(fileName) {}
+  explicit ThumbnailFile(const char* name) : name_(name) {}
 
   // Saves the host's thumbnail, when there is one and it is not empty, at its own size; else one
-  // made of the picture.
-  void write(const ImageCodecBridge& codec, const PRaster& picture, PRaster* hostThumbnail);
+  // made of the picture. False when memory or room for the file ran out: the metadata has to fail
+  // then, or a picture would lose its thumbnail for want of something that passes.
+  bool write(const ImageCodecBridge& codec, const PRaster& picture, PRaster* hostThumbnail);
 
   // Whether the picture gets a thumbnail directory. A host's thumbnail counts as written whatever
   // its save reported: intended, the missing file then fails the whole metadata.
   bool isWritten() const { return isWritten_; }
-  const char* path() const { return file_.path().c_str(); }
+  // REQUIRES: write was called.
+  const char* path() const { return file_->path().c_str(); }
   unsigned width() const { return width_; }
   unsigned height() const { return height_; }
 
  private:
   bool save(const ImageCodecBridge& codec, PRaster& image);
 
-  TemporaryPicture file_;
+  const char* name_;
+  std::optional<TemporaryPicture> file_;
   bool isWritten_ = false;
   unsigned width_ = 0;
   unsigned height_ = 0;

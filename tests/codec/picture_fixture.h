@@ -11,13 +11,35 @@
 #include "platform/scratch.h"
 
 using Bytes = std::vector<unsigned char>;
-using CodecTest = exifkeep::test::ScratchTest;
 
-// Where this thread keeps what it saves for a moment.
-inline std::filesystem::path temporaryDirectory() {
-  char directory[MAX_PATH];
-  return {directory, directory + GetTempPathA(sizeof directory, directory)};
-}
+#if defined(_WIN32)
+inline constexpr const char* temporaryVariable = "TMP";
+#else
+inline constexpr const char* temporaryVariable = "TMPDIR";
+#endif
+
+// A test whose temporary files are in a folder of its own, where nothing may stay.
+class CodecTest : public exifkeep::test::ScratchTest {
+ protected:
+  CodecTest() {
+    if (const char* before = std::getenv(temporaryVariable)) before_ = before;
+    std::filesystem::create_directory(temporary_);
+    exifkeep::test::setVariable(temporaryVariable, temporary_.string());
+  }
+  ~CodecTest() override {
+    EXPECT_TRUE(std::filesystem::is_empty(temporary_)) << "something stays in the temporary folder";
+    std::filesystem::remove_all(temporary_);
+    if (before_.empty())
+      exifkeep::test::unsetVariable(temporaryVariable);
+    else
+      exifkeep::test::setVariable(temporaryVariable, before_);
+  }
+
+ private:
+  const std::filesystem::path temporary_ =
+      std::filesystem::path(path("x")).parent_path().string() + "-temporary";
+  std::string before_;
+};
 
 // A smooth pattern that differs in every channel and corner; palette images get colours.
 inline PRaster patterned(int bits, unsigned width, unsigned height, bool coloured = false) {

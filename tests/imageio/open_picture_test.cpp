@@ -60,8 +60,6 @@ std::vector<unsigned> pixelsOf(const PRaster& image) {
 
 class OpenPicture : public CodecTest {
  protected:
-  ~OpenPicture() override { EXPECT_TRUE(std::filesystem::is_empty(temporaryDirectory())); }
-
   std::string jpegStream(const std::string& name, unsigned width, unsigned height) {
     PRaster picture = patterned(24, width, height);
     save(path(name), picture);

@@ -1,9 +1,7 @@
-// Names: moving, attributes, and the thread's temporary directory.
+// Names: moving, attributes, the path behind links, and the temporary folder.
 #include <platform/scratch.h>
 #include <unistd.h>
 #include <windows.h>
-
-#include <thread>
 
 namespace exifkeep::test {
 namespace {
@@ -38,48 +36,45 @@ TEST_F(PathTest, AttributesTellWhatLiesThere) {
     EXPECT_EQ(GetFileAttributesA(path(name).c_str()), expected) << name;
 }
 
-TEST_F(PathTest, TheTemporaryDirectoryIsTheThreadsOwnAndMadeAgainWhenGone) {
-  const std::string mine = temporaryPath();
-  EXPECT_EQ(std::filesystem::status(mine).permissions(), std::filesystem::perms{0700});
-  char buffer[2] = "#";
-  EXPECT_EQ(GetTempPathA(2, buffer), mine.size() + 1);
-  EXPECT_STREQ(buffer, "#");
-  setenv("TMPDIR", path("").c_str(), 1);
-  std::thread([&] {
-    std::filesystem::remove(temporaryPath());
-    writeFile(temporaryPath() + "left", "behind");
-    EXPECT_EQ(names().size(), 1u);
-  }).join();
-  EXPECT_TRUE(names().empty());
-  // The path of one in here would not fit into the buffers that callers have.
-  const std::string deep = path(std::string(230, 'd'));
-  std::filesystem::create_directory(deep);
-  setenv("TMPDIR", deep.c_str(), 1);
-  std::thread([] { EXPECT_TRUE(temporaryPath().starts_with("/tmp/")); }).join();
-  setenv("TMPDIR", "/tmp", 1);
-  EXPECT_EQ(temporaryPath(), mine);
-}
-
-TEST_F(PathTest, AChildProcessLeavesItsParentsTemporaryDirectoryAlone) {
-  const std::string mine = temporaryPath();
-  writeFile(mine + "kept", "");
-  EXPECT_EXIT(std::exit(temporaryPath() != mine ? 7 : 8), ::testing::ExitedWithCode(7), "");
-  EXPECT_TRUE(std::filesystem::exists(mine + "kept"));
-}
-
-TEST_F(PathTest, TemporaryFilesArePrivateAndFollowNoLink) {
-  const std::string file = temporaryPath() + "fixed-name.jpg";
-  writeFile(path("victim"), "content");
-  ASSERT_EQ(symlink(path("victim").c_str(), file.c_str()), 0);
-  for (const DWORD disposition : {CREATE_NEW, CREATE_ALWAYS}) {
-    const HANDLE made =
-        CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, disposition, 0, nullptr);
-    EXPECT_EQ(made != INVALID_HANDLE_VALUE, disposition == CREATE_ALWAYS);
-    CloseHandle(made);
+TEST_F(PathTest, ThePathOfAnOpenFileIsBehindAllLinks) {
+  std::filesystem::create_directory(path("folder"));
+  writeFile(path("folder/file"), "");
+  ASSERT_EQ(symlink("folder", path("link").c_str()), 0);
+  ASSERT_EQ(symlink("link/file", path("other").c_str()), 0);
+  char found[4096];
+  for (const bool isGone : {false, true}) {
+    const HANDLE file = CreateFileA(path("other").c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    if (isGone) DeleteFileA(path("folder/file").c_str());
+    const DWORD length = GetFinalPathNameByHandleA(file, found, sizeof found, FILE_NAME_NORMALIZED);
+    EXPECT_EQ(std::string(found, length),
+              isGone ? "" : std::filesystem::canonical(path("folder/file")).string());
+    CloseHandle(file);
   }
-  EXPECT_EQ(std::filesystem::symlink_status(file).permissions(), std::filesystem::perms{0600});
-  EXPECT_EQ(readFile(path("victim")), "content");
-  DeleteFileA(file.c_str());
+  EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(PathTest, TheTemporaryFolderIsOneThatCanBeUsed) {
+  const std::string deep = path(std::string(200, 'd'));
+  std::filesystem::create_directory(deep);
+  writeFile(path("file"), "");
+  const std::string before = getenv("TMPDIR") ? getenv("TMPDIR") : "/tmp";
+  for (const std::string& bad : {deep, path("file"), path("missing"), std::string("relative")}) {
+    setenv("TMPDIR", bad.c_str(), 1);
+    EXPECT_EQ(temporaryPath(), "/tmp/") << bad;
+  }
+  setenv("TMPDIR", path("").c_str(), 1);
+  EXPECT_EQ(temporaryPath(), path("") + "/");
+  char buffer[2] = "#";
+  EXPECT_EQ(GetTempPathA(2, buffer), path("").size() + 2);
+  EXPECT_STREQ(buffer, "#");
+  setenv("TMPDIR", before.c_str(), 1);
+
+  EXPECT_TRUE(CreateDirectoryA(path("own").c_str(), nullptr));
+  EXPECT_FALSE(CreateDirectoryA(path("own").c_str(), nullptr));
+  EXPECT_EQ(GetLastError(), ERROR_FILE_EXISTS);
+  EXPECT_EQ(std::filesystem::status(path("own")).permissions(), std::filesystem::perms{0700});
+  EXPECT_TRUE(RemoveDirectoryA(path("own").c_str()));
 }
 
 }  // namespace

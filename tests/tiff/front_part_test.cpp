@@ -19,9 +19,7 @@ class FrontPartTest : public CodecTest {
     metadata.primary.samplesPerPixel = 3;
   }
   std::string build() {
-    const FrontPart part =
-        buildTiffBlockFromRecords(reader, picture, nullptr, &metadata.exif, &metadata.primary,
-                                  &metadata.thumbnail, &metadata.gps);
+    const FrontPart part = buildTiffBlockFromRecords(reader, picture, nullptr, metadata);
     const BlockLock lock(part.block);
     return lock.bytes() ? std::string(lock.bytes(), lock.bytes() + part.size) : std::string();
   }
@@ -58,9 +56,9 @@ TEST_F(FrontPartTest, MakerNotes) {
     metadata.exif.hasMakerNote = 1;
     reader.thumbnailIfdOffset = thumbnailIfd;
     EXPECT_EQ(build().size(), size);
+    std::filesystem::remove(path("a.tif"));
     EXPECT_EQ(saveExifTiff(reader, path("a.tif").c_str(), &picture, nullptr, metadata), size > 0);
     EXPECT_EQ(std::filesystem::exists(path("a.tif")), size > 0);
-    EXPECT_TRUE(std::filesystem::is_empty(temporaryDirectory()));
     const Reading saved(path("a.tif"));
     EXPECT_EQ(saved.succeeded, size > 0);
     EXPECT_EQ(saved.exif.makerNoteLength, lengthRead);

@@ -64,6 +64,7 @@ TEST_F(SavedFileTest, EveryKindOfSource) {
       {"fax", {grey, shorts(0x0102, {1}), shorts(0x0115, {1}), shorts(0x0103, {4})}},
       {"CMYK", {cmyk, shorts(0x0102, {8, 8, 8, 8}), shorts(0x0115, {4})}},
       {"no samples", {rgb}},
+      {"samples of no size", {rgb, three}},
       {"no thumbnail", {rgb, colours, three, shorts(0x0103, {1})}, Order::ii, false},
   };
   PRaster image = patterned(24, 48, 32);
@@ -76,7 +77,6 @@ TEST_F(SavedFileTest, EveryKindOfSource) {
     for (PRaster* given : {static_cast<PRaster*>(nullptr), &host}) {
       ASSERT_EQ(SaveFile(path("a.tif").c_str(), path("b.TIFF").c_str(), &image, given), 1);
       EXPECT_TRUE(showsPixels(path("b.TIFF"), image));
-      EXPECT_TRUE(std::filesystem::is_empty(temporaryDirectory()));
       ASSERT_EQ(OpenExifFile(path("b.TIFF").c_str(), nullptr, &thumbnail), 1);
       EXPECT_EQ(thumbnail.width(), !hasThumbnail ? 0u : given ? 20u : 160u);
     }

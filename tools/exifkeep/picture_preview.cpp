@@ -1,5 +1,4 @@
-// The codec writes files only, so the preview takes the way through the thread's temporary
-// directory.
+// The codec writes files only, so the preview goes through the temporary folder.
 #include "picture_preview.h"
 
 #include <exifkeep/exifkeep.h>
@@ -8,6 +7,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <random>
 
 #include "image_files.h"
 
@@ -17,23 +17,30 @@ namespace {
 // Twice the size at which pages show it, for screens of fine resolution.
 constexpr unsigned longestSide = 320;
 
+// A file in a new folder of its own below the temporary one.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const char* name) {
     char directory[4096];
     const DWORD length = GetTempPathA(sizeof directory, directory);
-    if (length > 0 && length < sizeof directory) path_ = std::string(directory, length) + name;
+    if (length == 0 || length >= sizeof directory) return;
+    std::random_device random;
+    folder_ = directory + ("exifkeep-" + std::to_string(random()));
+    if (CreateDirectoryA(folder_.c_str(), nullptr)) path_ = folder_ + "/" + name;
   }
   ~TemporaryFile() {
-    if (!path_.empty()) DeleteFileA(path_.c_str());
+    if (path_.empty()) return;
+    DeleteFileA(path_.c_str());
+    RemoveDirectoryA(folder_.c_str());
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  // Empty without a temporary directory: the name alone would be a file of the user's.
+  // Empty when the folder could not be made: the name alone would be a file of the user's.
   const std::string& path() const { return path_; }
 
  private:
+  std::string folder_;
   std::string path_;
 };
 

@@ -1,0 +1,178 @@
+#include "system/delivery.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "system/global_block.h"
+#include "system/path.h"
+#include "system/random_name.h"
+#include "system/temporary_picture.h"
+
+namespace exifkeep {
+
+namespace {
+
+// Brings bytes from file to file. All memory is taken beforehand: once the first byte is on its
+// way, nothing but the files can fail.
+class Copier {
+ public:
+  bool isReady() const { return lock_.bytes() != nullptr; }
+
+  // From and to the same position.
+  bool copy(DiskFile& from, DiskFile& to, uint64_t begin, uint64_t end) {
+    return copy(from, begin, to, begin, end - begin);
+  }
+  bool copy(DiskFile& from, uint64_t fromAt, DiskFile& to, uint64_t toAt, uint64_t size) {
+    for (uint64_t done = 0; done < size;) {
+      const auto step = static_cast<size_t>(std::min<uint64_t>(size - done, pieceSize));
+      if (from.readAt(fromAt + done, first(), step) != step) return false;
+      if (!to.writeAt(toAt + done, first(), step)) return false;
+      done += step;
+    }
+    return true;
+  }
+
+  // Makes `to` the same as `from`, and writes only where it differs.
+  bool restore(DiskFile& from, DiskFile& to) {
+    if (!to.setSize(from.size())) return false;
+    for (uint64_t at = 0; at < from.size();) {
+      const auto step = static_cast<size_t>(std::min<uint64_t>(from.size() - at, pieceSize));
+      if (from.readAt(at, first(), step) != step) return false;
+      const bool isSame =
+          to.readAt(at, second(), step) == step && std::memcmp(first(), second(), step) == 0;
+      if (!isSame && !to.writeAt(at, first(), step)) return false;
+      at += step;
+    }
+    return to.flush();
+  }
+
+ private:
+  static constexpr size_t pieceSize = 1 << 22;
+  uint8_t* first() { return lock_.bytes(); }
+  uint8_t* second() { return lock_.bytes() + pieceSize; }
+
+  GlobalBlock block_{2 * pieceSize};
+  BlockLock lock_{block_};
+};
+
+enum class Outcome { done, failed, refused };
+
+// What an error of creating or renaming a file means: that it will always be refused here, or that
+// it failed this time.
+Outcome outcomeOf(DWORD error) {
+  switch (error) {
+    case ERROR_ACCESS_DENIED:
+    case ERROR_WRITE_PROTECT:
+    case ERROR_BUSY:
+    case ERROR_NOT_SAME_DEVICE:
+    case ERROR_FILENAME_EXCED_RANGE: return Outcome::refused;
+    default: return Outcome::failed;
+  }
+}
+
+// The new file beside the destination. Unless it takes the destination's place it is deleted with
+// this object. It is made once and used through its handle: in a folder where others may write, the
+// name may soon be another file's.
+class Sibling {
+ public:
+  Sibling(const std::string& target, const DiskFile* old)
+      : path_(randomName(std::string(directoryOf(target)) + "~exifkeep")),
+        file_(DiskFile::createNew(path_.c_str(), old)),
+        exists_(file_.isOpen()) {}
+  ~Sibling() {
+    file_.close();
+    if (exists_) DeleteFileA(path_.c_str());
+  }
+  Sibling(const Sibling&) = delete;
+  Sibling& operator=(const Sibling&) = delete;
+
+  DiskFile& file() { return file_; }
+
+  bool replace(const std::string& target) {
+    return renamed(ReplaceFileA(target.c_str(), path_.c_str(), nullptr, REPLACEFILE_WRITE_THROUGH,
+                                nullptr, nullptr));
+  }
+  bool become(const std::string& target) {
+    return renamed(MoveFileExA(path_.c_str(), target.c_str(),
+                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+  }
+
+ private:
+  bool renamed(BOOL succeeded) {
+    exists_ = !succeeded;
+    return succeeded;
+  }
+
+  std::string path_;
+  DiskFile file_;
+  bool exists_;
+};
+
+// By a new file. `old`, if given, is what exists at `target`.
+Outcome replace(const std::string& target, const DiskFile* old, std::span<const Piece> pieces) {
+  Sibling sibling(target, old);
+  DiskFile& file = sibling.file();
+  if (!file.isOpen()) return outcomeOf(file.error());
+  if (!writePieces(file, pieces) || !file.flush() || !file.close()) return Outcome::failed;
+  const bool isDone = old ? sibling.replace(target) : sibling.become(target);
+  return isDone ? Outcome::done : outcomeOf(GetLastError());
+}
+
+// What is added to the destination goes first: a full disk refuses it while the old bytes are still
+// there.
+bool writeOver(DiskFile& destination, DiskFile& whole, Copier& copier) {
+  const uint64_t shared = std::min(destination.size(), whole.size());
+  return copier.copy(whole, destination, shared, whole.size()) && destination.flush() &&
+         copier.copy(whole, destination, 0, shared) && destination.setSize(whole.size()) &&
+         destination.flush();
+}
+
+// In place, from a whole new file and with the old bytes kept, both in the temporary folder. When
+// even putting the old bytes back fails, they stay there: it is the only place that has them.
+Outcome overwrite(DiskFile& destination, const char* name, std::span<const Piece> pieces) {
+  TemporaryPicture newPlace(fileNameOf(name)), oldPlace(fileNameOf(name));
+  DiskFile whole = DiskFile::createNew(newPlace.path().c_str());
+  DiskFile kept = DiskFile::createNew(oldPlace.path().c_str());
+  Copier copier;
+  if (!copier.isReady() || !writePieces(whole, pieces) || !whole.flush()) return Outcome::failed;
+  if (!copier.copy(destination, kept, 0, destination.size()) || !kept.flush())
+    return Outcome::failed;
+  oldPlace.settle();
+  if (writeOver(destination, whole, copier)) return Outcome::done;
+  if (!copier.restore(kept, destination)) oldPlace.keep();
+  return Outcome::failed;
+}
+
+}  // namespace
+
+bool writePieces(DiskFile& file, std::span<const Piece> pieces) {
+  uint64_t at = 0;
+  for (const Piece& piece : pieces) {
+    if (piece.file) {
+      Copier copier;
+      if (!copier.isReady() || !copier.copy(*piece.file, piece.at, file, at, piece.size))
+        return false;
+    } else if (!file.writeAt(at, piece.bytes, static_cast<size_t>(piece.size))) {
+      return false;
+    }
+    at += piece.size;
+  }
+  return true;
+}
+
+bool deliver(const char* destination, std::span<const Piece> pieces) {
+  DiskFile old = DiskFile::openForWriting(destination);
+  if (!old.isOpen()) {
+    const bool isNew = old.error() == ERROR_FILE_NOT_FOUND &&
+                       GetFileAttributesA(destination) == INVALID_FILE_ATTRIBUTES;
+    return isNew && replace(destination, nullptr, pieces) == Outcome::done;
+  }
+  const std::string target = old.finalPath();
+  if (old.error() != ERROR_SUCCESS || target.empty()) return false;
+  Outcome outcome = replace(target, &old, pieces);
+  if (outcome == Outcome::refused) outcome = overwrite(old, target.c_str(), pieces);
+  return outcome == Outcome::done;
+}
+
+}  // namespace exifkeep
