@@ -45,7 +45,7 @@ std::vector<std::string> findCameraPictures() {
 void paint(PRaster& picture) {
   unsigned noise = 1;
   for (unsigned y = 0; y < picture.height(); ++y) {
-    BYTE* pixel = picture.row(y);
+    BYTE* pixel = picture.row(y).data();
     for (unsigned x = 0; x < picture.width(); ++x, pixel += 3) {
       noise = noise * 1664525 + 1013904223;
       const unsigned grain = noise >> 28;

@@ -37,7 +37,7 @@ void encodePlainly(const PRaster& picture, const std::string& path) {
   encoder.comp_info[0].v_samp_factor = 1;
   jpeg_start_compress(&encoder, TRUE);
   while (encoder.next_scanline < encoder.image_height) {
-    auto* row = const_cast<JSAMPROW>(picture.row(encoder.next_scanline));
+    auto* row = const_cast<JSAMPROW>(picture.row(encoder.next_scanline).data());
     jpeg_write_scanlines(&encoder, &row, 1);
   }
   jpeg_finish_compress(&encoder);

@@ -6,9 +6,9 @@
 #include <exifkeep/exifkeep.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -28,16 +28,11 @@ class Properties {
   // False when the file is not an Exif picture, or cannot be opened.
   bool read(const std::string& picture) { return GetExifInfo(picture.c_str(), &list_) == 1; }
 
-  // Labels and values are in the user's language: see LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
+  // Labels and values are in the user's language: see SetThreadUILanguage.
   void print() const {
-    for (POSITION place = list_.GetHeadPosition(); place != nullptr;) {
-      // GetNext gives the element at `place` and moves `place` on, to null behind the last one.
-      const auto* item = static_cast<const exifkeep::InfoItem*>(list_.GetNext(place));
-      // A CString becomes a `const char*` where one is asked for. printf takes anything, so it has
-      // to be told.
-      std::printf("  %s: %s\n", static_cast<const char*>(item->label),
-                  static_cast<const char*>(item->value));
-    }
+    // A CString becomes a std::string_view or a const char* where one is asked for.
+    for (const exifkeep::InfoItem& item : exifkeep::items(list_))
+      std::cout << "  " << item.label << ": " << item.value << '\n';
   }
 
  private:
@@ -50,15 +45,15 @@ void printRecording(const fs::path& picture) {
   char name[15];  // an 8.3 name with its NUL; the library relies on all 15 bytes
   if (GetSoundFile(picture.string().c_str(), name) == 0) return;
   const bool isThere = fs::exists(picture.parent_path() / name);
-  std::printf("  Recording: %s%s\n", name, isThere ? "" : " (missing)");
+  std::cout << "  Recording: " << name << (isThere ? "\n" : " (missing)\n");
 }
 
 // False when the file is not an Exif picture.
 bool printPicture(const fs::path& picture) {
   Properties properties;
   if (!properties.read(picture.string())) return false;
-  std::printf("%s (Exif %.1f)\n", picture.filename().string().c_str(),
-              double{GetExifVersion(picture.string().c_str())});
+  std::cout << picture.filename().string() << " (Exif " << GetExifVersion(picture.string().c_str())
+            << ")\n";
   properties.print();
   printRecording(picture);
   return true;
@@ -78,18 +73,18 @@ std::vector<fs::path> filesIn(const fs::path& folder) {
 
 int main(int count, char** arguments) {
   if (count != 2) {
-    std::fprintf(stderr, "usage: list_folder FOLDER\n");
+    std::cerr << "usage: list_folder FOLDER\n";
     return 2;
   }
   try {
     int pictures = 0;
     for (const fs::path& file : filesIn(arguments[1]))
       if (printPicture(file)) ++pictures;
-    std::printf("%d Exif pictures\n", pictures);
+    std::cout << pictures << " Exif pictures\n";
     return 0;
   } catch (const std::exception& error) {
     // Thrown by the standard library. The ten functions throw nothing.
-    std::fprintf(stderr, "list_folder: %s\n", error.what());
+    std::cerr << "list_folder: " << error.what() << '\n';
     return 1;
   }
 }

@@ -20,10 +20,8 @@ void chooseLanguage(unsigned choice) {
 }
 
 void requireTexts(const CPtrList& list) {
-  for (POSITION at = list.GetHeadPosition(); at;) {
-    const auto* item = static_cast<const exifkeep::InfoItem*>(list.GetNext(at));
-    require(std::strlen(item->label) + std::strlen(item->value) < (1 << 20), "an endless text");
-  }
+  for (const exifkeep::InfoItem& item : exifkeep::items(list))
+    require(std::strlen(item.label) + std::strlen(item.value) < (1 << 20), "an endless text");
 }
 
 }  // namespace

@@ -18,7 +18,12 @@
 ///   with its first bytes.
 #pragma once
 
+#if !(__cplusplus >= 202002L || (defined(_MSVC_LANG) && _MSVC_LANG >= 202002L))
+#error "exifkeep needs C++20 or later: compile with -std=c++20, or set CMAKE_CXX_STANDARD to 20"
+#endif
+
 #include <afxwin.h>
+#include <load_picture.h>
 #include <praster.h>
 #include <windows.h>
 
@@ -43,6 +48,44 @@ struct InfoItem {
 
 /// The host's list of properties. Every element is an InfoItem*.
 using InfoList = CPtrList;
+
+/// The items of a list that GetExifInfo filled, as a range. Made by items().
+class InfoItems {
+ public:
+  /// @cond
+  class Iterator : public CPtrList::Iterator {
+   public:
+    using value_type = InfoItem;
+    Iterator() = default;
+    explicit Iterator(CPtrList::Iterator place) : CPtrList::Iterator(place) {}
+    const InfoItem& operator*() const {
+      return *static_cast<const InfoItem*>(CPtrList::Iterator::operator*());
+    }
+    const InfoItem* operator->() const { return &**this; }
+    Iterator& operator++() {
+      CPtrList::Iterator::operator++();
+      return *this;
+    }
+    Iterator operator++(int) { return Iterator(CPtrList::Iterator::operator++(0)); }
+  };
+  explicit InfoItems(const InfoList& list) : list_(&list) {}
+  Iterator begin() const { return Iterator(list_->begin()); }
+  Iterator end() const { return Iterator(list_->end()); }
+
+ private:
+  const InfoList* list_;
+  /// @endcond
+};
+
+/// Walks a list that GetExifInfo filled:
+///
+///     for (const exifkeep::InfoItem& item : exifkeep::items(list)) show(item.label, item.value);
+///
+/// @param list  holds nothing but the library's items
+/// @return a view of the list, which has to outlive it
+inline InfoItems items(const InfoList& list) {
+  return InfoItems(list);
+}
 
 }  // namespace exifkeep
 
@@ -77,9 +120,9 @@ EXIFKEEP_API int OpenExifFile(const char* path, PRaster* image, PRaster* thumbna
 /// Lists the metadata of a picture as display texts, one exifkeep::InfoItem a field: first those of
 /// IFD0, then those of the Exif directory (Exif 2.2, 4.6.4 and 4.6.5).
 ///
-/// GPS fields are not listed, but for a FieldList (field_list.h) that asks for them. Language and
-/// code page are taken from the environment anew in every call; a text that a language lacks is
-/// empty.
+/// GPS fields are not listed, but for a FieldList (field_list.h) that asks for them. The language is
+/// the one that SetThreadUILanguage chose for the thread; without a choice it, and always the code
+/// page, is taken from the environment anew in every call. A text that a language lacks is empty.
 ///
 /// @param path  the file
 /// @param[in,out] list  the host's list; items are added at its end. They stay the library's: give

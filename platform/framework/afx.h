@@ -64,6 +64,8 @@ class EXIFKEEP_PLATFORM_API CString {
   /// The text with its NUL, valid until the string is changed or destroyed. A function that takes
   /// any argument, such as printf, has to be given `static_cast<const char*>(text)`.
   operator LPCSTR() const { return view().data(); }
+  /// The text, valid as long; also what std::string is made of.
+  operator std::string_view() const noexcept { return view(); }
   /// In bytes, without the NUL.
   int GetLength() const { return static_cast<int>(view().size()); }
   /// Whether there is no text.

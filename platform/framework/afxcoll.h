@@ -6,6 +6,8 @@
 
 #include <afx.h>
 
+#include <cstddef>
+
 /// @cond
 struct AfxListNode;
 struct AfxListBlock;
@@ -16,8 +18,7 @@ using POSITION = AfxListNode*;
 
 /// A list of pointers. To walk it:
 ///
-///     for (POSITION place = list.GetHeadPosition(); place != nullptr;)
-///       use(list.GetNext(place));
+///     for (void* element : list) use(element);
 class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
  public:
   /// Empty.
@@ -61,6 +62,38 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
   void* GetPrev(POSITION& position) const;
   void* GetAt(POSITION position) const;
   void RemoveAt(POSITION position);
+  /// @}
+
+  /// A place that knows its list, for algorithms and range-based for.
+  class Iterator {
+   public:
+    /// @cond
+    using value_type = void*;
+    using difference_type = std::ptrdiff_t;
+    Iterator() = default;
+    Iterator(const CPtrList* list, POSITION place) : list_(list), place_(place) {}
+    void* operator*() const { return list_->GetAt(place_); }
+    Iterator& operator++() {
+      list_->GetNext(place_);
+      return *this;
+    }
+    Iterator operator++(int) {
+      const Iterator before = *this;
+      ++*this;
+      return before;
+    }
+    bool operator==(const Iterator&) const = default;
+
+   private:
+    const CPtrList* list_ = nullptr;
+    POSITION place_ = nullptr;
+    /// @endcond
+  };
+
+  /// @{
+  /// From the first element to behind the last one.
+  Iterator begin() const { return {this, head_}; }
+  Iterator end() const { return {this, nullptr}; }
   /// @}
 
  private:

@@ -95,8 +95,27 @@ LANGID matchLanguage(std::string_view name) {
   return 0;
 }
 
+// The low ten bits are the language, those above the region (or script).
+LANGID matchLanguage(LANGID language) {
+  constexpr LANGID languageBits = 0x3FF;
+  const auto isSame = [language](LANGID other) { return ((language ^ other) & languageBits) == 0; };
+  if (isSame(simplifiedChinese)) {
+    // Taiwan, Hong Kong, Macao, and the traditional script by itself.
+    for (const LANGID traditional : {0x0404, 0x0C04, 0x1404, 0x7C04})
+      if (language == traditional) return traditionalChinese;
+    return simplifiedChinese;
+  }
+  for (const LanguageVariant& variant : variants)
+    if (isSame(variant.language)) return variant.language;
+  return 0;
+}
+
 // The "C" locale asks for untranslated texts and so overrules LANGUAGE, as GNU gettext has it.
 LANGID userLanguage() {
+  if (const LANGID chosen = threadLanguage()) {
+    const LANGID language = matchLanguage(chosen);
+    return language != 0 ? language : english;
+  }
   const std::string_view locale = firstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
   if (isCLocale(locale)) return english;
   if (const auto language = firstMatch(firstSet({"LANGUAGE"}))) return *language;

@@ -1,7 +1,8 @@
 /// @file
-/// The languages that string tables are held in, and which of them the user reads. Environment
-/// variables as POSIX and GNU gettext define them (LANGUAGE, LC_ALL, LC_MESSAGES, LANG); the
-/// process locale is neither read nor set.
+/// The languages that string tables are held in, and which of them the user reads: what the host
+/// chose for the thread with SetThreadUILanguage, else environment variables as POSIX and GNU
+/// gettext define them (LANGUAGE, LC_ALL, LC_MESSAGES, LANG); the process locale is neither read
+/// nor set.
 #pragma once
 
 #include <platform_api.h>
@@ -26,7 +27,11 @@ EXIFKEEP_PLATFORM_API std::span<const LanguageVariant> languageVariants();
 /// 0 when it is none of the thirteen languages.
 EXIFKEEP_PLATFORM_API LANGID matchLanguage(std::string_view name);
 
-/// The variant that the environment asks for; English when it names none.
+/// The variant for a Windows language id of any region; 0 when it is none of the thirteen
+/// languages.
+EXIFKEEP_PLATFORM_API LANGID matchLanguage(LANGID language);
+
+/// The variant for the calling thread; English when neither host nor environment name one.
 EXIFKEEP_PLATFORM_API LANGID userLanguage();
 
 }  // namespace exifkeep

@@ -1,7 +1,11 @@
-// On POSIX the environment is all there is.
+// On POSIX the system has no setting but the environment.
 #include <system_language.h>
 
 namespace exifkeep {
+
+LANGID threadLanguage() {
+  return GetThreadUILanguage();
+}
 
 std::string systemLanguage() {
   return {};

@@ -261,6 +261,16 @@ UINT WINAPI GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETT
 /// Frees a palette. FALSE when it is none.
 BOOL WINAPI DeleteObject(HGDIOBJ object);
 
+// ---- Language ----------------------------------------------------------------------------------
+
+/// @{
+/// The language of the calling thread's texts, as a Windows language id: any of German, say, gives
+/// German texts. Counts before the environment, from the next call of the library on. 0 leaves the
+/// choice to the environment again, as it is at first. Set gives the language back.
+LANGID WINAPI SetThreadUILanguage(LANGID language);
+LANGID WINAPI GetThreadUILanguage();
+/// @}
+
 // ---- Messages and error codes ------------------------------------------------------------------
 
 /// A message box with one button, OK.

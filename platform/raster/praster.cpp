@@ -250,12 +250,14 @@ int PRaster::SetPalette(HPALETTE palette, int own) noexcept {
   return 1;
 }
 
-BYTE* PRaster::row(unsigned y) noexcept {
-  return y < height() ? image_->row(y) : nullptr;
+std::span<BYTE> PRaster::row(unsigned y) noexcept {
+  if (y >= height()) return {};
+  return {image_->row(y), image_->rowBytes()};
 }
 
-const BYTE* PRaster::row(unsigned y) const noexcept {
-  return y < height() ? image_->row(y) : nullptr;
+std::span<const BYTE> PRaster::row(unsigned y) const noexcept {
+  if (y >= height()) return {};
+  return {image_->row(y), image_->rowBytes()};
 }
 
 RGBQUAD* PRaster::palette() noexcept {

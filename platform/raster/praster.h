@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 /// Where an image's parts lie in memory, as the picture codec takes it. Valid until the image is
 /// changed, handed over or destroyed. `bits` is the bottom row; the row above it follows `stride`
@@ -146,11 +147,11 @@ class EXIFKEEP_PLATFORM_API PRaster {
   /// 1, 8 or 24; 0 for an empty object.
   unsigned bitsPerPixel() const noexcept;
   /// @{
-  /// A row's bytes, for direct access. row(0) is the top row; a row outside the image is null. A
+  /// A row's bytes, for direct access. row(0) is the top row; a row outside the image is empty. A
   /// row has ceil(width * bits / 8) bytes: blue, green, red (24 bits), one level or palette index a
   /// byte (8 bits), the leftmost pixel in the highest bit (1 bit).
-  BYTE* row(unsigned y) noexcept;
-  const BYTE* row(unsigned y) const noexcept;
+  std::span<BYTE> row(unsigned y) noexcept;
+  std::span<const BYTE> row(unsigned y) const noexcept;
   /// @}
 
   /// @{

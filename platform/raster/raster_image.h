@@ -22,6 +22,8 @@ struct PRaster::Image {
   unsigned width() const noexcept { return static_cast<unsigned>(header.biWidth); }
   unsigned height() const noexcept { return static_cast<unsigned>(header.biHeight); }
   unsigned depth() const noexcept { return header.biBitCount; }
+  // Without the padding.
+  std::size_t rowBytes() const noexcept { return (std::size_t{width()} * depth() + 7) / 8; }
   unsigned paletteSize() const noexcept { return depth() <= 8 ? 1u << depth() : 0; }
   bool contains(int x, int y) const noexcept {
     return x >= 0 && y >= 0 && x < header.biWidth && y < header.biHeight;

@@ -4,6 +4,10 @@
 
 namespace exifkeep {
 
+LANGID threadLanguage() {
+  return 0;
+}
+
 std::string systemLanguage() {
   const LCID locale = MAKELCID(GetThreadUILanguage(), SORT_DEFAULT);
   wchar_t name[LOCALE_NAME_MAX_LENGTH];

@@ -2,6 +2,7 @@
 // bytes, and loading as a caller of the codec does it.
 #pragma once
 
+#include <load_picture.h>
 #include <praster.h>
 #include <pxcodec32.h>
 
@@ -65,19 +66,12 @@ inline int save(const std::string& path, PRaster& image) {
   return AllSaveDIBImg(path.c_str(), &info, image.GetLmmOffset(), nullptr);
 }
 
+// What the image held before is gone, whether the file is read or not.
 inline std::optional<PRaster> load(const std::string& path) {
-  BITMAPINFOHEADER header = {};
-  if (!AllReadHeader(path.c_str(), &header)) return std::nullopt;
-  PRaster image;
-  if (!image.CreateImage(PRaster::GetImageType(header.biBitCount, 0), unsigned(header.biWidth),
-                         unsigned(header.biHeight), 0, header.biClrUsed,
-                         unsigned(header.biXPelsPerMeter), unsigned(header.biYPelsPerMeter)))
-    return std::nullopt;
-  if (HPALETTE palette = AllReadPalette(path.c_str())) image.SetPalette(palette, 1);
-  tagLmmInfo info;
-  image.GetLmmInfo(info);
-  if (!AllReadDIBImg(path.c_str(), &info, image.GetLmmOffset(), nullptr)) return std::nullopt;
-  return image;
+  PRaster image = patterned(1, 1, 1);
+  if (exifkeep::loadPicture(path.c_str(), image)) return image;
+  EXPECT_TRUE(image.IsEmpty());
+  return std::nullopt;
 }
 
 inline Bytes bytesOf(const std::string& path) {

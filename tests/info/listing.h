@@ -15,10 +15,7 @@ using Items = std::vector<std::pair<std::string, std::string>>;
 
 inline Items itemsIn(const CPtrList& list) {
   Items items;
-  for (POSITION at = list.GetHeadPosition(); at;) {
-    const auto* item = static_cast<const InfoItem*>(list.GetNext(at));
-    items.emplace_back(item->label, item->value);
-  }
+  for (const InfoItem& item : exifkeep::items(list)) items.emplace_back(item.label, item.value);
   return items;
 }
 

@@ -50,7 +50,8 @@ TEST_F(Installed, HoldsThePublicHeadersAndRuns) {
       run("cd prefix/include/exifkeep && find . -name '*.h' | sort | xargs").out,
       "./exifkeep.h ./field_list.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
       "./platform/afxwin.h ./platform/code_page.h ./platform/language.h "
-      "./platform/module_strings.h ./platform/platform_api.h ./platform/praster.h "
+      "./platform/load_picture.h ./platform/module_strings.h ./platform/platform_api.h "
+      "./platform/praster.h "
       "./platform/pxcodec32.h ./platform/shell_copy_handler.h ./platform/shellapi.h "
       "./platform/windows.h\n");
   EXPECT_TRUE(fs::exists(path("prefix/share/doc/exifkeep/LICENSE")));
@@ -66,8 +67,7 @@ TEST_F(Installed, ShowsWhatItsHeadersDeclareAndCallsItsOwn) {
                 "_platform.so | grep -o 'exifkeep::[A-Za-z]*' | sort -u | xargs")
                 .out,
             "exifkeep::CodePageEncoder exifkeep::ModuleStrings exifkeep::languageVariants "
-            "exifkeep::matchLanguage "
-            "exifkeep::userLanguage\n");
+            "exifkeep::loadPicture exifkeep::matchLanguage exifkeep::userLanguage\n");
   EXPECT_THAT(run(readelf + "-r " + libraries + ".so").out, Not(HasSubstr("EXIFKEEP_0")));
   EXPECT_THAT(run(readelf + "-r " + libraries + "_platform.so").out,
               AllOf(HasSubstr("jpeg_"), Not(HasSubstr("PRaster::")), Not(HasSubstr("CString::"))));

@@ -19,6 +19,12 @@ TEST(Language, Matches) {
       {0, {"", "C", "deutsch", "e", "ru_RU", "de/../x", "de__AT", "_de", "zh_TWTWTWTWTW"}}};
   for (const auto& [expected, names] : cases)
     for (const char* name : names) EXPECT_EQ(matchLanguage(name), expected) << name;
+  // Neutral languages, regions, scripts: German, Austrian, Brazilian, Hong Kong, Singapore,
+  // Russian.
+  const std::map<LANGID, LANGID> ids = {{0x07, 1031},   {0x0C07, 1031}, {0x0416, 2070},
+                                        {0x0C04, 1028}, {0x7C04, 1028}, {0x1004, 2052},
+                                        {0x04, 2052},   {0x0419, 0}};
+  for (const auto& [id, expected] : ids) EXPECT_EQ(matchLanguage(id), expected) << id;
 }
 
 TEST(Language, FollowsTheEnvironment) {

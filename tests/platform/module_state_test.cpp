@@ -1,5 +1,6 @@
 // Texts by module state, and messages by handler.
 #include <afxwin.h>
+#include <language.h>
 #include <platform/scratch.h>
 
 #include <thread>
@@ -37,6 +38,18 @@ TEST(ModuleState, NestsPerThreadAndTakesTheLanguageOncePerSwitch) {
   for (const UINT id : {0u, 2u, 3u, 0xF102u, ~0u}) EXPECT_EQ(loaded(id), "(none)") << id;
   const AFX_MAINTAIN_STATE2 nextCall(&module);
   EXPECT_EQ(loaded(1), "Maker");
+}
+
+// A choice of the host's counts before the environment, on its own thread.
+TEST(Language, IsTheThreadsOwnWhereTheHostChoseOne) {
+  setLocaleVariables({{"LANGUAGE", "it"}, {"LANG", "de_DE"}});
+  EXPECT_EQ(SetThreadUILanguage(0x0C0C), 0x0C0C);  // Canadian French
+  EXPECT_EQ(userLanguage(), 1036);
+  std::thread([] { EXPECT_EQ(userLanguage(), 1040); }).join();
+  SetThreadUILanguage(0x0419);
+  EXPECT_EQ(userLanguage(), 1033);
+  SetThreadUILanguage(0);
+  EXPECT_EQ(userLanguage(), 1040);
 }
 
 int note(void* context, const char* text, UINT) {

@@ -18,6 +18,8 @@ TEST(String, CutsFindsAndReplaces) {
   EXPECT_EQ(text.Replace('.', '/'), 2);
   text += text;
   EXPECT_EQ("<" + text + ">", "<a/b/ca/b/c>");
+  const std::string_view view = text;
+  EXPECT_EQ(std::string(text), view);
   EXPECT_TRUE(text < "b" && "A" < text && text < CString("\x80") && text.GetAt(-1) == '\0');
 }
 
@@ -63,7 +65,7 @@ TEST(PtrList, KeepsItsOrderBothWays) {
   EXPECT_TRUE(list.RemoveHead() == n && list.RemoveTail() == n + 5 && list.GetCount() == 3);
   EXPECT_EQ(CPtrList().RemoveTail(), nullptr);
   std::vector<void*> forwards, backwards;
-  for (at = list.GetHeadPosition(); at != nullptr;) forwards.push_back(list.GetNext(at));
+  for (void* element : list) forwards.push_back(element);
   for (at = list.GetTailPosition(); at != nullptr;) backwards.push_back(list.GetPrev(at));
   EXPECT_EQ(forwards, (std::vector<void*>{n + 2, n + 3, n + 4}));
   EXPECT_EQ(backwards, (std::vector<void*>{n + 4, n + 3, n + 2}));

@@ -51,12 +51,14 @@ TEST(Raster, PixelsAreSetInsideAndNowhereElse) {
 TEST(Raster, RowsAreTopFirstInABottomUpBitmap) {
   PRaster image = makeImage(PRaster::type24Bit, 3, 2);
   image.SetPixel(1, 0, 0x00030201);  // blue 3, green 2, red 1
-  const BYTE* top = image.row(0);
+  const std::span<BYTE> top = image.row(0);
+  EXPECT_EQ(top.size(), 9u);
   EXPECT_TRUE(top[3] == 3 && top[4] == 2 && top[5] == 1);
   tagLmmInfo info;
   image.GetLmmInfo(info);
-  EXPECT_TRUE(info.stride == 12 && info.bits + 12 == top && info.header == image.GetBIH());
-  EXPECT_EQ(image.row(2), nullptr);
+  EXPECT_TRUE(info.stride == 12 && info.bits + 12 == top.data() && info.header == image.GetBIH());
+  EXPECT_TRUE(image.row(2).empty());
+  EXPECT_EQ(makeImage(PRaster::type1Bit, 9, 1).row(0).size(), 2u);
 }
 
 TEST(Raster, RefusesSizesAndTypes) {

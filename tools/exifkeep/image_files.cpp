@@ -1,5 +1,5 @@
-// Reading is the codec's calls in their order: header, palette and pixels. Writing is left to the
-// library, which replaces a file whole or not at all; the codec itself would write over it.
+// Writing is left to the library, which replaces a file whole or not at all; the codec itself would
+// write over it.
 #include "image_files.h"
 
 #include <exifkeep/exifkeep.h>
@@ -15,20 +15,6 @@
 
 namespace program {
 namespace {
-
-bool decode(const char* path, PRaster& image) {
-  BITMAPINFOHEADER header{};
-  if (!AllReadHeader(path, &header)) return false;
-  const int type = PRaster::GetImageType(header.biBitCount, 0);
-  if (!image.CreateImage(type, header.biWidth, header.biHeight, 0, header.biClrUsed,
-                         header.biXPelsPerMeter, header.biYPelsPerMeter)) {
-    return false;
-  }
-  if (HPALETTE palette = AllReadPalette(path)) image.SetPalette(palette, 1);
-  tagLmmInfo memory;
-  image.GetLmmInfo(memory);
-  return AllReadDIBImg(path, &memory, image.GetLmmOffset(), nullptr) != 0;
-}
 
 struct BlockFree {
   void operator()(HGLOBAL block) const { GlobalFree(block); }
@@ -62,15 +48,9 @@ std::string whyNotItsFormat(const std::string& path) {
 
 }  // namespace
 
-bool decodeImage(const std::string& path, PRaster& image) {
-  if (decode(path.c_str(), image)) return true;
-  image.DeleteImage();
-  return false;
-}
-
 bool readImage(const std::string& path, PRaster& image) {
   if (!canBeOpened(path)) return false;
-  if (decodeImage(path, image)) return true;
+  if (exifkeep::loadPicture(path.c_str(), image)) return true;
   complainAbout(path, "not a picture that can be decoded");
   return false;
 }

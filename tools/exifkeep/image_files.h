@@ -11,9 +11,6 @@ namespace program {
 // so, when it cannot be read.
 bool readImage(const std::string& path, PRaster& image);
 
-// The same without a word.
-bool decodeImage(const std::string& path, PRaster& image);
-
 // Encodes `image` into the file `path` by its extension. False, after saying so, when it cannot be
 // written.
 bool writeImage(const std::string& path, PRaster& image);

@@ -108,7 +108,7 @@ std::string jpegBytes(PRaster& image) {
 PicturePreview makePreview(const std::string& path, std::string_view orientation) {
   PRaster image;
   OpenExifFile(path.c_str(), nullptr, &image);
-  if (image.IsEmpty() && !decodeImage(path, image)) return {};
+  if (image.IsEmpty() && !exifkeep::loadPicture(path.c_str(), image)) return {};
   // Palettes and single bits cannot be averaged.
   if (!image.ConvertTo24bit() || !shrink(image) || !turn(image, orientation)) return {};
   return {jpegBytes(image), image.width(), image.height()};

@@ -1,0 +1,17 @@
+// The language that a host chose for the thread; nothing here is shared between threads.
+#include <system_language.h>
+#include <windows.h>
+
+namespace {
+
+thread_local LANGID chosenLanguage = 0;
+
+}  // namespace
+
+LANGID SetThreadUILanguage(LANGID language) {
+  return chosenLanguage = language;
+}
+
+LANGID GetThreadUILanguage() {
+  return chosenLanguage;
+}
