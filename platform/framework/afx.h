@@ -66,6 +66,13 @@ class EXIFKEEP_PLATFORM_API CString {
   operator LPCSTR() const { return view().data(); }
   /// The text, valid as long; also what std::string is made of.
   operator std::string_view() const noexcept { return view(); }
+  /// @{
+  /// The bytes, as a container has them, which QString::fromUtf8 asks for. Valid as long.
+  const char* data() const noexcept { return view().data(); }
+  std::size_t size() const noexcept { return view().size(); }
+  const char* begin() const noexcept { return data(); }
+  const char* end() const noexcept { return data() + size(); }
+  /// @}
   /// In bytes, without the NUL.
   int GetLength() const { return static_cast<int>(view().size()); }
   /// Whether there is no text.
