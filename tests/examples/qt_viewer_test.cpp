@@ -1,0 +1,46 @@
+// The window of the example qt_viewer, without a screen: opens, shows, lists and saves.
+#include <gmock/gmock.h>
+
+#include <QApplication>
+
+#include "codec/picture_fixture.h"
+#include "picture_window.h"
+#include "program/exif_fixture.h"
+
+namespace exifkeep::test {
+namespace {
+
+using QtViewer = ScratchTest;
+
+bool showsPicture(const QLabel* label) {
+  return !label->pixmap().isNull();
+}
+
+TEST_F(QtViewer, OpensListsAndSaves) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  setLocaleVariables({{"LC_ALL", "C.UTF-8"}});
+  int count = 1;
+  char name[] = "qt_viewer", *arguments[] = {name, nullptr};
+  const QApplication application(count, arguments);
+  PRaster image = patterned(24, 64, 32);
+  ASSERT_EQ(save(path("plain.jpg"), image), 1);
+  writeFile(path("photo.jpg"), withPixels(exifJpeg("Mäker"), readFile(path("plain.jpg"))));
+
+  PictureWindow window;
+  const auto* list = window.findChild<QTableWidget*>();
+  ASSERT_TRUE(window.open(QString::fromStdString(path("photo.jpg"))));
+  ASSERT_GT(list->rowCount(), 1);
+  EXPECT_EQ(list->item(0, 1)->text(), QString("Mäker"));
+  EXPECT_TRUE(showsPicture(static_cast<QLabel*>(window.centralWidget())));
+  ASSERT_TRUE(window.saveAs(QString::fromStdString(path("saved.jpg"))));
+  ASSERT_TRUE(window.open(QString::fromStdString(path("saved.jpg"))));
+  EXPECT_EQ(list->item(0, 1)->text(), QString("Mäker"));
+  EXPECT_TRUE(std::ranges::all_of(window.findChildren<QLabel*>(), showsPicture));
+
+  EXPECT_TRUE(window.open(QString::fromStdString(path("plain.jpg"))));
+  EXPECT_EQ(list->rowCount(), 0);
+  EXPECT_FALSE(window.open(QString::fromStdString(path("gone.jpg"))));
+}
+
+}  // namespace
+}  // namespace exifkeep::test
