@@ -106,7 +106,7 @@ class BlendedScaling {
     if (source.height() > 2 * target.height())
       columns_.resize(std::size_t{source.width()} * channels);
     for (ReducedRow& row : reduced_) row.sums.resize(cells_.size());
-    innerSums_.resize(cells_.size());
+    innerSums_.assign(cells_.size(), 0);
   }
 
   void run() {

@@ -89,9 +89,19 @@ class Sibling {
 
   DiskFile& file() { return file_; }
 
+  // Windows may fail halfway, with the old file under the backup's name; without one it would be
+  // gone. POSIX makes no backup.
   bool replace(const std::string& target) {
-    return renamed(ReplaceFileA(target.c_str(), path_.c_str(), nullptr, REPLACEFILE_WRITE_THROUGH,
-                                nullptr, nullptr));
+    const std::string backup = randomName(std::string(directoryOf(target)) + "~exifkeep");
+    const BOOL isReplaced = ReplaceFileA(target.c_str(), path_.c_str(), backup.c_str(),
+                                         REPLACEFILE_WRITE_THROUGH, nullptr, nullptr);
+    const DWORD error = GetLastError();
+    if (isReplaced)
+      DeleteFileA(backup.c_str());
+    else
+      MoveFileExA(backup.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH);
+    SetLastError(error);
+    return renamed(isReplaced);
   }
   bool become(const std::string& target) {
     return renamed(MoveFileExA(path_.c_str(), target.c_str(),

@@ -78,7 +78,12 @@ TEST_F(WindowsFiles, AttributesStay) {
   EXPECT_EQ(widthOf(path("photo.jpg")), 24u);
   EXPECT_EQ((GetFileAttributesA(path("photo.jpg").c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0, isKept);
   ASSERT_TRUE(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_READONLY));
-  EXPECT_EQ(SaveFile("", path("photo.jpg").c_str(), &image, nullptr), 0);
+  // To root, Wine opens read-only files as well.
+  const HANDLE opened =
+      CreateFileA(path("photo.jpg").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (opened != INVALID_HANDLE_VALUE) CloseHandle(opened);
+  EXPECT_EQ(SaveFile("", path("photo.jpg").c_str(), &image, nullptr),
+            opened != INVALID_HANDLE_VALUE);
   EXPECT_EQ(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_NORMAL), TRUE);
   EXPECT_EQ(names(), std::set<std::string>{"photo.jpg"});
 }

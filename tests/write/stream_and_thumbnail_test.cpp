@@ -2,6 +2,7 @@
 #include <array>
 #include <cstring>
 
+#include "system/path.h"
 #include "tiff_builder.h"
 #include "write/jpeg_stream.h"
 #include "write/save_fixture.h"
@@ -72,6 +73,7 @@ TEST_F(JpegStreamTest, LeavesStreamsOfAnotherLayoutAlone) {
 }
 
 TEST_F(JpegStreamTest, DeletesAFileThatItCouldNotWriteWhole) {
+  if (pathSeparator != '/') GTEST_SKIP() << "the failing writes are those of the POSIX stand-ins";
   for (int n = 1; n <= 13; ++n) {
     write("a.jpg", jpegStart + codecHeaders() + data);
     failCall(PlatformCall::write, n);
