@@ -1,5 +1,4 @@
-// Which messages of the JPEG library end a decoding: all errors, and those warnings that say pixels
-// are lost. Others (extraneous bytes, unknown JFIF revisions, odd progressions) do no harm.
+// Errors leave the library, its warnings are dropped.
 #include "jpeg_errors.h"
 
 namespace exifkeep {
@@ -9,14 +8,7 @@ namespace {
   std::longjmp(reinterpret_cast<JpegErrors*>(codec->err)->escape, 1);
 }
 
-bool losesPixels(int warning) {
-  return warning == JWRN_HIT_MARKER || warning == JWRN_HUFF_BAD_CODE ||
-         warning == JWRN_ARITH_BAD_CODE || warning == JWRN_MUST_RESYNC;
-}
-
-void judge(j_common_ptr codec, int level) {
-  if (level < 0 && losesPixels(codec->err->msg_code)) leave(codec);
-}
+void drop(j_common_ptr, int) {}
 
 void printNothing(j_common_ptr) {}
 
@@ -25,7 +17,7 @@ void printNothing(j_common_ptr) {}
 JpegErrors::JpegErrors() noexcept {
   jpeg_std_error(&base);
   base.error_exit = leave;
-  base.emit_message = judge;
+  base.emit_message = drop;
   base.output_message = printNothing;
 }
 

@@ -4,7 +4,7 @@
 #include "jpeg_read.h"
 
 #include <algorithm>
-#include <cmath>
+#include <bitset>
 #include <cstdint>
 
 #include "jpeg_errors.h"
@@ -21,14 +21,10 @@ struct Source {
   JOCTET bytes[65536];
 };
 
-struct Watch {
-  jpeg_progress_mgr base;  // first: the library hands back its address
-};
-
 void startSource(j_decompress_ptr) {}
 
 // Behind the end of the file comes an EOI marker: it ends a picture whose scan is complete, and
-// damages any other.
+// leaves any other without the rest of its rows.
 boolean fillSource(j_decompress_ptr codec) {
   Source& source = *reinterpret_cast<Source*>(codec->src);
   std::size_t count = source.file->read(source.bytes, sizeof source.bytes);
@@ -72,15 +68,72 @@ void convertCmyk(const JSAMPLE* cmyk, BYTE* bgr, unsigned width, bool inverted) 
     }
 }
 
+bool losesPixels(int warning) {
+  return warning == JWRN_HIT_MARKER || warning == JWRN_HUFF_BAD_CODE ||
+         warning == JWRN_ARITH_BAD_CODE || warning == JWRN_MUST_RESYNC;
+}
+
+// The rows of MCUs (of the components that are sampled most, 8 to 32 pixels high) in which the data
+// of a scan is damaged or missing. A scan is read from top to bottom.
+class LostRows {
+ public:
+  // Damage was met in the row that is being read.
+  void note(const jpeg_decompress_struct& codec) {
+    if (codec.input_scan_number != scan_) {
+      scan_ = codec.input_scan_number;
+      next_ = 0;
+    }
+    const unsigned end = endOfDamage(codec);
+    for (next_ = std::max(next_, codec.input_iMCU_row); next_ < end; ++next_) {
+      rows_.set(next_);
+      if (scan_ == 1) inFirstScan_.set(next_);
+    }
+  }
+  void noteAll(unsigned all) {
+    for (unsigned row = 0; row < all; ++row) rows_.set(row);
+  }
+
+  // Whether nothing of the picture is left: later scans only add to what the first one gives.
+  bool areAll(unsigned all) const { return inFirstScan_.count() == all; }
+
+  unsigned pixelRows(const jpeg_decompress_struct& codec) const {
+    const auto rowHeight = static_cast<unsigned>(codec.max_v_samp_factor * DCTSIZE);
+    const unsigned last = codec.total_iMCU_rows - 1;
+    const auto lost = static_cast<unsigned>(rows_.count());
+    const unsigned beyond = codec.total_iMCU_rows * rowHeight - codec.image_height;
+    return lost * rowHeight - (rows_.test(last) ? beyond : 0);
+  }
+
+ private:
+  // What follows damage is lost as far as the next restart marker.
+  static unsigned endOfDamage(const jpeg_decompress_struct& codec) {
+    const std::uint64_t interval = codec.restart_interval;
+    if (interval == 0) return codec.total_iMCU_rows;
+    const bool single = codec.comps_in_scan == 1;
+    const auto down = static_cast<unsigned>(single ? codec.cur_comp_info[0]->v_samp_factor : 1);
+    const std::uint64_t units = std::max(1u, codec.MCUs_per_row * down);
+    const std::uint64_t last = (codec.input_iMCU_row + 1) * units;
+    const std::uint64_t rows = ((last + interval - 1) / interval * interval + units - 1) / units;
+    return static_cast<unsigned>(std::min<std::uint64_t>(rows, codec.total_iMCU_rows));
+  }
+
+  using Rows = std::bitset<JPEG_MAX_DIMENSION / DCTSIZE + 1>;
+  Rows rows_, inFirstScan_;
+  int scan_ = 0;
+  unsigned next_ = 0;  // rows above it are done with in this scan
+};
+
 class JpegDecoder {
  public:
   explicit JpegDecoder(PictureReading& file) noexcept {
     codec_.err = &errors_.base;
+    codec_.client_data = this;
+    errors_.base.emit_message = heed;
     source_.file = &file;
     source_.ended = false;
     source_.base = {nullptr,  0, startSource, fillSource, skipSource, jpeg_resync_to_restart,
                     endSource};
-    watch_.base.progress_monitor = limitScans;
+    watch_.progress_monitor = limitScans;
   }
   ~JpegDecoder() { jpeg_destroy_decompress(&codec_); }
   JpegDecoder(const JpegDecoder&) = delete;
@@ -91,13 +144,26 @@ class JpegDecoder {
     return attempt(&JpegDecoder::readHeader) && isAcceptable(picture, source_.file->size());
   }
 
+  // True when any row could be decoded.
   bool decode(const PictureRows& rows) {
     rows_ = &rows;
-    return attempt(&JpegDecoder::readPixels) &&
-           !(source_.ended && jpeg_has_multiple_scans(&codec_));
+    if (!attempt(&JpegDecoder::readPixels)) return false;
+    if (lost_.areAll(codec_.total_iMCU_rows)) return false;
+    // Without EOI more scans may be missing, of which every row lacks its part.
+    if (source_.ended && jpeg_has_multiple_scans(&codec_)) lost_.noteAll(codec_.total_iMCU_rows);
+    rows.reportLost(lost_.pixelRows(codec_));
+    return true;
   }
 
  private:
+  // Some warnings say that pixels are lost. Others (extraneous bytes, unknown JFIF revisions, odd
+  // progressions) do no harm.
+  static void heed(j_common_ptr common, int level) {
+    if (level >= 0 || !losesPixels(common->err->msg_code)) return;
+    JpegDecoder& decoder = *static_cast<JpegDecoder*>(common->client_data);
+    decoder.lost_.note(decoder.codec_);
+  }
+
   // The one place to which errors come back.
   bool attempt(void (JpegDecoder::*step)()) {
     if (setjmp(errors_.escape) != 0) return false;
@@ -109,7 +175,7 @@ class JpegDecoder {
     jpeg_create_decompress(&codec_);
     codec_.mem->max_memory_to_use = 1L << 30;
     codec_.src = &source_.base;
-    codec_.progress = &watch_.base;
+    codec_.progress = &watch_;
     jpeg_read_header(&codec_, TRUE);
     picture_->width = codec_.image_width;
     picture_->height = codec_.image_height;
@@ -161,7 +227,8 @@ class JpegDecoder {
   jpeg_decompress_struct codec_ = {};
   JpegErrors errors_;
   Source source_;
-  Watch watch_ = {};
+  jpeg_progress_mgr watch_ = {};
+  LostRows lost_;
   PictureDescription* picture_ = nullptr;
   const PictureRows* rows_ = nullptr;
 };

@@ -45,10 +45,11 @@ void PictureRows::expand(unsigned y, BYTE* bgr) const noexcept {
 }
 
 bool isAcceptable(const PictureDescription& picture, std::uint64_t fileSize) noexcept {
-  if (picture.width == 0 || picture.height == 0) return false;
-  const std::uint64_t pixels = std::uint64_t{picture.width} * picture.height;
-  if (pixels > PRaster::maxPixels) return false;
-  const std::uint64_t bytes = pixels * picture.bits / 8;
+  constexpr unsigned longestSide = 1 << 20;
+  const std::uint64_t width = picture.width, height = picture.height;
+  if (width == 0 || width > longestSide || height == 0 || height > longestSide) return false;
+  if (width * height > PRaster::maxPixels) return false;
+  const std::uint64_t bytes = (width * picture.bits + 31) / 32 * 4 * height;
   return bytes <= (std::uint64_t{64} << 20) || bytes / 2048 <= fileSize;
 }
 

@@ -44,6 +44,10 @@ class PictureRows {
   // Row y in 24 bits: `bgr` (3 bytes a pixel) receives it.
   void expand(unsigned y, BYTE* bgr) const noexcept;
 
+  // That so many rows could not be decoded whole.
+  void reportLost(unsigned rows) const noexcept {
+    if (image_.lostRows) *image_.lostRows = rows;
+  }
   // Tells the caller, every 64 rows, how far the work is.
   void report(unsigned y) const noexcept {
     if (progress_ && y % 64 == 0) progress_(static_cast<int>(y), 0, static_cast<int>(height()));
@@ -69,10 +73,10 @@ extern const PictureFormat pngFormat;
 // Exchanges the first and the third byte of each pixel. The two may not overlap.
 void swapRedAndBlue(const BYTE* from, BYTE* to, std::size_t pixels) noexcept;
 
-// Whether a file may hold a picture of that size: at most PRaster::maxPixels, and from 64 MiB of
-// pixels on at most 2048 bytes of pixels a byte of the file, which the formats' compression does
-// not exceed in practice (Deflate reaches 1032, LZW 1360). So a tiny file is told off before any
-// large block is allocated or filled.
+// Whether a file may hold a picture of that size: sides of at most 2^20 pixels (each row costs time
+// of its own), at most PRaster::maxPixels, and from 64 MiB of pixels on at most 2048 bytes of
+// pixels a byte of the file, which the formats' compression does not exceed in practice (Deflate
+// reaches 1032, LZW 1360). So a tiny file is refused before any large block is allocated or filled.
 bool isAcceptable(const PictureDescription& picture, std::uint64_t fileSize) noexcept;
 
 // Resolutions: what does not fit or is not positive counts as unknown, 0.

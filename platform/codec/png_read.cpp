@@ -1,20 +1,16 @@
 // Decodes straight into the image's rows, interlaced files pass by pass. A file without its IEND
-// chunk is truncated and fails.
+// chunk is truncated and fails. Memory and work are bounded: of the chunks that need not be
+// understood only transparency and resolution are, so that compressed texts and profiles are never
+// inflated, and image data behind the last row ends the decoding.
 #include "png_read.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "png_errors.h"
 
 namespace exifkeep {
 namespace {
-
-constexpr png_alloc_size_t largestChunk = 16 << 20;  // text and profiles when inflated
-
-void readBytes(png_structp png, png_bytep bytes, std::size_t count) {
-  if (static_cast<PictureReading*>(png_get_io_ptr(png))->read(bytes, count) != count)
-    png_error(png, "end of file");
-}
 
 class PngDecoder {
  public:
@@ -42,15 +38,24 @@ class PngDecoder {
     return true;
   }
 
+  static void readBytes(png_structp png, png_bytep bytes, std::size_t count) {
+    PngDecoder& decoder = *static_cast<PngDecoder*>(png_get_io_ptr(png));
+    if (count > decoder.bytesLeft_) png_error(png, "too much image data");
+    decoder.bytesLeft_ -= count;
+    if (decoder.file_.read(bytes, count) != count) png_error(png, "end of file");
+  }
+
   void readHeader() {
     png_ =
         png_create_read_struct(PNG_LIBPNG_VER_STRING, &errors_, PngErrors::leave, PngErrors::drop);
     if (!png_) std::longjmp(errors_.escape, 1);
     info_ = png_create_info_struct(png_);
     if (!info_) png_error(png_, "no memory");
-    png_set_read_fn(png_, &file_, readBytes);
+    png_set_read_fn(png_, this, readBytes);
     png_set_user_limits(png_, PRaster::maxPixels, PRaster::maxPixels);
-    png_set_chunk_malloc_max(png_, largestChunk);
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_AS_DEFAULT,
+                                reinterpret_cast<png_const_bytep>("pHYs"), 1);
     png_read_info(png_, info_);
     picture_->width = png_get_image_width(png_, info_);
     picture_->height = png_get_image_height(png_, info_);
@@ -91,6 +96,7 @@ class PngDecoder {
   }
 
   void readPixels() {
+    const std::size_t storedRow = png_get_rowbytes(png_, info_);
     setConversions();
     const int passes = png_set_interlace_handling(png_);
     png_read_update_info(png_, info_);
@@ -98,9 +104,13 @@ class PngDecoder {
     if (png_get_rowbytes(png_, info_) != rowBytes) png_error(png_, "row size");
     for (int pass = 0; pass < passes; ++pass)
       for (unsigned y = 0; y < rows_->height(); ++y) {
+        // With the last row the library inflates all image data that is left. Two rows' worth is
+        // more than a row takes, however badly it was compressed.
+        if (pass + 1 == passes && y + 1 == rows_->height()) bytesLeft_ = 2 * storedRow + 65536;
         png_read_row(png_, rows_->row(y), nullptr);
         rows_->report(y);
       }
+    bytesLeft_ = unlimited;
     png_read_end(png_, nullptr);
   }
 
@@ -120,7 +130,10 @@ class PngDecoder {
     png_set_bgr(png_);
   }
 
+  static constexpr std::uint64_t unlimited = UINT64_MAX;
+
   PictureReading& file_;
+  std::uint64_t bytesLeft_ = unlimited;  // that may be read
   PngErrors errors_;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;

@@ -149,6 +149,7 @@ HPALETTE AllReadPalette(const char* path) {
 int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProgress progress) {
   return guarded(0, [&] {
     const PictureRows rows(*image, progress);
+    rows.reportLost(0);
     return rows.areValid() && decode(path, rows) ? 1 : 0;
   });
 }

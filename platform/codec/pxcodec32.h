@@ -5,9 +5,13 @@
 ///
 /// Reading goes by the first bytes of a file, writing by the extension of its name. Formats: JPEG
 /// (jpg, jpeg, jpe), TIFF (tif, tiff), PNG (png). Orientation tags are ignored: pixels come as they
-/// are stored. A picture has at most PRaster::maxPixels pixels. Truncated or damaged pixel data is
-/// a failure, as is a file that claims more than 64 MiB of pixels and is over 2048 times smaller
-/// than that. Transparency becomes a white background.
+/// are stored. A picture has at most PRaster::maxPixels pixels, 2^20 on a side. Transparency
+/// becomes a white background.
+///
+/// A JPEG picture whose data is damaged or cut short is delivered as far as it can be decoded, and
+/// PRaster::lostRows (tagLmmInfo::lostRows) tells how many rows that leaves out; one of which
+/// nothing can be decoded is a failure. A TIFF or PNG picture that is damaged or cut short is a
+/// failure, as is any file that claims more than 64 MiB of pixels and is over 2048 times smaller.
 ///
 /// Written are: JPEG, baseline 4:2:2 of quality 90, always three components; TIFF, one uncompressed
 /// 8-bit RGB strip at the end of the file; PNG, the image's own depth.
@@ -45,8 +49,8 @@ EXIFKEEP_PLATFORM_API int AllReadHeader(const char* path, BITMAPINFOHEADER* head
 EXIFKEEP_PLATFORM_API HPALETTE AllReadPalette(const char* path);
 
 /// Decodes the picture at `path` into the image that `image` describes, whose size and depth must
-/// be those of AllReadHeader. Returns 1, or 0 with undefined pixels. `offset` is that of the
-/// image's GetLmmOffset.
+/// be those of AllReadHeader. Returns 1, or 0 with undefined pixels; where 1, `image->lostRows`
+/// says how many rows are not whole. `offset` is that of the image's GetLmmOffset.
 EXIFKEEP_PLATFORM_API int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                         CodecProgress progress);
 

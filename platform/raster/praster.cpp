@@ -129,6 +129,10 @@ unsigned PRaster::bitsPerPixel() const noexcept {
   return image_ ? image_->depth() : 0;
 }
 
+unsigned PRaster::lostRows() const noexcept {
+  return image_ ? image_->lostRows : 0;
+}
+
 unsigned PRaster::GetDpmX() const noexcept {
   return image_ ? static_cast<unsigned>(image_->header.biXPelsPerMeter) : 0;
 }
@@ -206,6 +210,7 @@ int PRaster::ConvertTo24bit(Progress, int, int) noexcept {
   for (unsigned y = 0; y < height(); ++y) expandRow(*image_, image_->row(y), converted->row(y));
   converted->header.biXPelsPerMeter = image_->header.biXPelsPerMeter;
   converted->header.biYPelsPerMeter = image_->header.biYPelsPerMeter;
+  converted->lostRows = image_->lostRows;
   image_ = std::move(converted);
   return 1;
 }
@@ -215,6 +220,7 @@ int PRaster::CopyImage(const PRaster& source) noexcept {
   if (&source == this) return 1;
   std::memcpy(image_->bits.get(), source.image_->bits.get(), image_->stride * height());
   image_->colours = source.image_->colours;
+  image_->lostRows = source.image_->lostRows;
   return 1;
 }
 
@@ -229,7 +235,7 @@ void PRaster::Attach(Data image) noexcept {
 void PRaster::GetLmmInfo(tagLmmInfo& info) noexcept {
   info = {};
   if (!image_) return;
-  info = {&image_->header, palette(), image_->bits.get(), image_->stride};
+  info = {&image_->header, palette(), image_->bits.get(), image_->stride, &image_->lostRows};
 }
 
 unsigned PRaster::GetLmmOffset() const noexcept {

@@ -24,6 +24,7 @@ struct tagLmmInfo {
   RGBQUAD* palette = nullptr;          ///< The colours of a palette image.
   BYTE* bits = nullptr;                ///< The bottom row.
   std::size_t stride = 0;              ///< Bytes from a row to the one above it.
+  unsigned* lostRows = nullptr;        ///< Set by the codec when it decodes: see PRaster::lostRows.
 };
 
 /// A picture in memory, or nothing (empty).
@@ -161,6 +162,11 @@ class EXIFKEEP_PLATFORM_API PRaster {
   /// @}
   /// Whether every entry of the palette is the grey of its own level (0 to white).
   bool hasGreyPalette() const noexcept;
+
+  /// Rows of which pixels are missing or wrong because the file that was decoded is damaged or cut
+  /// short; 0 for a whole picture. The other rows are as stored. Copies of the image, and one
+  /// turned into 24 bits, keep the number; scaled ones do not.
+  unsigned lostRows() const noexcept;
 
   /// Sets the resolution in dots per metre, 0 for unknown. Does nothing when the object is empty.
   void setResolution(unsigned dpmX, unsigned dpmY) noexcept;

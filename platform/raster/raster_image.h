@@ -17,6 +17,7 @@ struct PRaster::Image {
   BITMAPINFOHEADER header = {};
   std::array<RGBQUAD, 256> colours = {};
   std::size_t stride = 0;
+  unsigned lostRows = 0;
   std::unique_ptr<BYTE[], FreeBlock> bits;
 
   unsigned width() const noexcept { return static_cast<unsigned>(header.biWidth); }

@@ -256,6 +256,17 @@ TEST_F(DecodedKinds, Jpeg) {
     writeJpeg(path("a.jpg"), kind);
     expectPicture(load(path("a.jpg")), kind, 8, 6);
   }
+
+  // Data missing before the first restart marker: of the three rows of blocks the first is lost.
+  writeJpeg(path("a.jpg"), kinds[1]);
+  Bytes damaged = bytesOf(path("a.jpg"));
+  const Bytes marker = {0xFF, 0xD0};
+  const auto at = std::ranges::search(damaged, marker).begin();
+  damaged.erase(at - 20, at);
+  writeBytes(path("a.jpg"), damaged);
+  const std::optional<PRaster> picture = load(path("a.jpg"));
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->lostRows(), 8u);
 }
 
 }  // namespace
