@@ -1,8 +1,7 @@
-// The TIFF library's view of a picture file: reading, writing and seeking through PictureFile.
+// The TIFF library's view of a picture file: reading, writing and seeking.
 #include "tiff_handle.h"
 
 #include <cstdarg>
-#include <cstdlib>
 
 namespace exifkeep {
 namespace {
@@ -49,23 +48,6 @@ int keepOpen(thandle_t) {
   return 0;
 }
 
-// A copy in memory, not a mapping: a mapped file that another process cuts short would end this
-// one.
-int copyFile(thandle_t handle, void** base, toff_t* size) {
-  PictureReading& file = *static_cast<PictureReading*>(handle);
-  if (file.size() == 0 || file.size() > static_cast<toff_t>(largestAllocation)) return 0;
-  void* bytes = std::malloc(file.size());
-  if (!bytes) return 0;
-  file.moveTo(0);
-  *base = bytes;
-  *size = file.read(bytes, file.size());
-  return 1;
-}
-
-void freeCopy(thandle_t, void* base, toff_t) {
-  std::free(base);
-}
-
 // "m" in a mode keeps the library from asking for the file in memory.
 template <class File>
 TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept {
@@ -77,17 +59,13 @@ TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept 
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), swallow, nullptr);
   file.moveTo(0);
   return TiffHandle(TIFFClientOpenExt("picture", mode, &file, readFile<File>, write, seekFile<File>,
-                                      keepOpen, fileSize<File>, copyFile, freeCopy, options.get()));
+                                      keepOpen, fileSize<File>, nullptr, nullptr, options.get()));
 }
 
 }  // namespace
 
-TiffHandle openTiff(PictureReading& file) noexcept {
-  return open(file, "rm", refuseWriting);
-}
-
-TiffHandle openTiffInMemory(PictureReading& file) noexcept {
-  return open(file, "r", refuseWriting);
+TiffHandle openTiff(TiffSource& source) noexcept {
+  return open(source, "rm", refuseWriting);
 }
 
 TiffHandle createTiff(PictureWriting& file) noexcept {

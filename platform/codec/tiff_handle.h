@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "picture_file.h"
+#include "tiff_source.h"
 
 namespace exifkeep {
 
@@ -16,11 +17,9 @@ struct TiffClose {
 };
 using TiffHandle = std::unique_ptr<TIFF, TiffClose>;
 
-// The file must outlive the handle. Null when this is no readable TIFF file.
-TiffHandle openTiff(PictureReading& file) noexcept;
-// The same with the whole file, of 1 GiB at most, read into memory first.
-TiffHandle openTiffInMemory(PictureReading& file) noexcept;
-// A new little-endian file.
+// The source must outlive the handle. Null when this is no readable TIFF file.
+TiffHandle openTiff(TiffSource& source) noexcept;
+// A new little-endian file, which must outlive the handle.
 TiffHandle createTiff(PictureWriting& file) noexcept;
 
 }  // namespace exifkeep

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 #include <vector>
 
+#include "tiff_budget.h"
 #include "tiff_handle.h"
 
 namespace exifkeep {
@@ -37,6 +37,7 @@ struct Layout {
   bool isRgb() const {
     return isRows() && samples == 3 && (bits == 8 || bits == 16) && photometric == PHOTOMETRIC_RGB;
   }
+  bool isPlain() const { return isGrey() || isPalette() || isRgb(); }
 };
 
 Layout layoutOf(TIFF* tiff) {
@@ -93,7 +94,7 @@ bool describe(TIFF* tiff, std::uint64_t fileSize, PictureDescription& picture) {
   } else {
     picture.bits = 24;
   }
-  return isAcceptable(picture, fileSize);
+  return isAcceptable(picture, fileSize) && isWithinBudget(tiff, fileSize, !layout.isPlain());
 }
 
 BYTE level8(unsigned level16) {
@@ -197,23 +198,8 @@ class ColourConversion {
   bool begun_ = false;
 };
 
-// The library's conversion takes uncompressed tiles for larger than they are and then fails, except
-// on a file in memory.
-TiffHandle openForConversion(PictureReading& file, TiffHandle tiff) {
-  std::uint16_t compression = COMPRESSION_NONE;
-  TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_COMPRESSION, &compression);
-  const bool needsMemory = TIFFIsTiled(tiff.get()) && compression == COMPRESSION_NONE;
-  return needsMemory ? openTiffInMemory(file) : std::move(tiff);
-}
-
-bool decodeConverted(TIFF* tiff, const Layout& layout, const PictureRows& rows) {
-  if (!tiff) return false;
-  std::uint32_t rowsAtOnce = 0;
-  if (layout.tiled)
-    TIFFGetField(tiff, TIFFTAG_TILELENGTH, &rowsAtOnce);
-  else
-    TIFFGetFieldDefaulted(tiff, TIFFTAG_ROWSPERSTRIP, &rowsAtOnce);
-  return ColourConversion(tiff).decode(rowsAtOnce, rows);
+bool decodeConverted(TIFF* tiff, const PictureRows& rows) {
+  return ColourConversion(tiff).decode(rowsInPart(tiff), rows);
 }
 
 }  // namespace
@@ -227,19 +213,23 @@ bool isTiff(const BYTE* start, std::size_t count) {
 }
 
 bool describeTiff(PictureReading& file, PictureDescription& picture) {
-  const TiffHandle tiff = openTiff(file);
+  TiffSource source(file);
+  const TiffHandle tiff = source.hasDirectory() ? openTiff(source) : nullptr;
   return tiff && describe(tiff.get(), file.size(), picture);
 }
 
 bool decodeTiff(PictureReading& file, const PictureRows& rows) {
-  TiffHandle tiff = openTiff(file);
+  TiffSource source(file);
+  std::vector<BYTE> stored;  // outlives the handle, which reads into it
+  const TiffHandle tiff = source.hasDirectory() ? openTiff(source) : nullptr;
   PictureDescription picture;
   if (!tiff || !describe(tiff.get(), file.size(), picture) || !rows.fit(picture)) return false;
   const Layout layout = layoutOf(tiff.get());
-  if (layout.isGrey() || layout.isPalette() || layout.isRgb())
-    return decodeRows(tiff.get(), layout, rows);
-  tiff = openForConversion(file, std::move(tiff));
-  return decodeConverted(tiff.get(), layout, rows);
+  stored.resize(bytesReadAtOnce(tiff.get(), !layout.isPlain()));
+  if (!TIFFReadBufferSetup(tiff.get(), stored.data(), static_cast<tmsize_t>(stored.size())))
+    return false;
+  return layout.isPlain() ? decodeRows(tiff.get(), layout, rows)
+                          : decodeConverted(tiff.get(), rows);
 }
 
 }  // namespace exifkeep
