@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "budget.h"
 #include "input.h"
 
 using namespace exifkeep::fuzz;
@@ -58,6 +59,7 @@ int addRecording(const PictureInput& input, const ExactBuffer& picture, const Ex
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const PictureInput input(data, size);
+  const Budget budget(input.bytes().size());
   const std::string folder = scratchPath("pictures");
   std::filesystem::create_directory(folder);
   const std::string path = folder + (input.isTiff() ? "/x.tif" : "/x.jpg");
@@ -74,5 +76,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   else
     require(readFile(path) == input.bytes(), "a failed call that changed the picture");
   std::filesystem::remove_all(folder);
+  budget.check();
   return 0;
 }

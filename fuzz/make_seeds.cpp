@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "codec/hostile_pictures.h"
+#include "codec/picture_kinds.h"
 #include "input.h"
 #include "tiff_builder.h"
 
@@ -128,6 +130,21 @@ void writeSaved(const char* name, bool isTiff, unsigned choice, int calls) {
   write(name, isTiff, choice, readFile(path));
 }
 
+// Pictures without Exif data, of every kind that the codec reads.
+void writeKinds() {
+  const std::string path = scratchPath("kind");
+  const auto add = [&](const char* format, int i, bool isTiff) {
+    write(std::string("kind_") + format + std::to_string(i), isTiff, 0, readFile(path));
+  };
+  int count = 0;
+  for (const TiffKind& kind : tiffKinds()) writeTiff(path, kind), add("tiff", count++, true);
+  for (const JpegKind& kind : jpegKinds()) writeJpeg(path, kind), add("jpeg", count++, false);
+  for (const PngKind& kind : pngKinds())
+    for (const int interlace : {PNG_INTERLACE_NONE, PNG_INTERLACE_ADAM7})
+      writePng(path, kind, interlace), add("png", count++, false);
+  write("foreign_thumbnail", false, 0, withThumbnail(saved("plain.jpg"), readFile(path)));
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -135,6 +152,7 @@ int main(int count, char** arguments) {
   folder = arguments[1];
   std::filesystem::create_directories(folder);
   writeStructures();
+  writeKinds();
   writeSaved("saved_plain_jpeg", false, 0, 0);
   writeSaved("saved_plain_tiff", true, 0, 0);
   writeSaved("saved_jpeg", false, 1, 1);

@@ -1,6 +1,11 @@
-// Opening a picture: its image, its thumbnail, and both.
+// Opening a picture: its image, its thumbnail, and both. A file without Exif data is decoded by the
+// codec alone.
 #include <exifkeep/exifkeep.h>
 
+#include <pxcodec32.h>
+
+#include "budget.h"
+#include "imageio/image_codec_bridge.h"
 #include "input.h"
 
 using namespace exifkeep::fuzz;
@@ -15,20 +20,37 @@ void use(const PRaster& image) {
   require(small.RescaleImage(image) == 1, "an image that cannot be scaled");
 }
 
+// The pixels that the file claims, whether they could be decoded or not. A thumbnail that could not
+// may have claimed as many as one may have.
+uint64_t pixelsOf(const char* path, bool isExif, const PRaster& thumbnail) {
+  BITMAPINFOHEADER header = {};
+  AllReadHeader(path, &header);
+  constexpr uint64_t mostOfThumbnail = uint64_t{1} << 22;
+  const uint64_t pixels = uint64_t(header.biWidth) * uint64_t(header.biHeight);
+  if (!isExif) return pixels;
+  return pixels + (thumbnail.IsEmpty() ? mostOfThumbnail : thumbnail.width() * thumbnail.height());
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const PictureInput input(data, size);
   const char* path = input.path().c_str();
+  const Budget budget(input.bytes().size());
   const int isExif = IsExifFile(path);
   PRaster image, thumbnail;
-  if (input.choice() % 2 == 0) {
+  if (!isExif) {
+    if (const auto decoded = exifkeep::ImageCodecBridge().loadImageFile(path))
+      image.Attach(decoded->Detach());
+  } else if (input.choice() % 2 == 0) {
     require(OpenExifFile(path, &image, &thumbnail) == isExif, "opened, and no Exif file");
   } else {
     require(OpenExifFile(path, nullptr, &thumbnail) == isExif, "thumbnail of no Exif file");
     require(OpenExifFile(path, &image, nullptr) == isExif, "image of no Exif file");
   }
+  require(image.lostRows() == 0 || image.lostRows() <= image.height(), "more rows lost than all");
   use(image);
   use(thumbnail);
+  budget.check(pixelsOf(path, isExif, thumbnail));
   return 0;
 }

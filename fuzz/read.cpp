@@ -7,6 +7,7 @@
 #include <cstring>
 #include <memory>
 
+#include "budget.h"
 #include "input.h"
 
 using namespace exifkeep::fuzz;
@@ -29,6 +30,7 @@ void requireTexts(const CPtrList& list) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const PictureInput input(data, size);
   const char* path = input.path().c_str();
+  const Budget budget(input.bytes().size());
   chooseLanguage(input.choice());
   const int isExif = IsExifFile(path);
 
@@ -43,5 +45,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto name = std::make_unique<char[]>(nameSize);
   require(!GetSoundFile(path, name.get()) || std::memchr(name.get(), 0, nameSize),
           "a sound name without end");
+  budget.check();
   return 0;
 }

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "budget.h"
+
 namespace exifkeep::fuzz {
 
 namespace {
@@ -34,6 +36,7 @@ void requireReadable(const std::string& path) {
 
 void saveFromInput(const PictureInput& input, const char* extension) {
   const Choice choice(input.choice());
+  const Budget budget(input.bytes().size());
   const std::string destination =
       choice.overSource ? input.path() : scratchPath(std::string("saved.") + extension);
   if (!choice.overSource) std::filesystem::remove(destination);
@@ -43,6 +46,7 @@ void saveFromInput(const PictureInput& input, const char* extension) {
           "a source that keeps a picture from being saved");
   requireSaved(destination, width, height);
   requireReadable(destination);
+  budget.check();
 }
 
 }  // namespace exifkeep::fuzz

@@ -104,15 +104,17 @@ EXIFKEEP_API int IsExifFile(const char* path) noexcept;
 /// Decodes a picture and its thumbnail into the host's images.
 ///
 /// Pixels come as they are stored: Orientation is not applied. The thumbnail is that of IFD1, a
-/// JPEG stream or uncompressed.
+/// JPEG stream or uncompressed, of at most 4,194,304 pixels and 8 MiB of JPEG data. JPEG data that
+/// is damaged or cut short is decoded as far as it goes: PRaster::lostRows tells.
+///
+/// Memory and time are bounded by the picture and the file: see SECURITY.md.
 ///
 /// @param path  the file
 /// @param[out] image  may be null. What it held is freed; it is empty afterwards when the picture
 ///     cannot be decoded.
 /// @param[out] thumbnail  may be null. Left as it was when the file has no thumbnail of a known
 ///     kind, empty when it names one that cannot be delivered: not decoded, not in the file, or
-///     with more than 4,194,304 uncompressed pixels. What is missing of uncompressed pixels is
-///     black.
+///     larger than the limits. What is missing of uncompressed pixels is black.
 /// @return 0, with both images untouched, when the file is not an Exif file, else 1. So 1 does not
 ///     mean that the picture could be decoded: ask PRaster::IsEmpty.
 EXIFKEEP_API int OpenExifFile(const char* path, PRaster* image, PRaster* thumbnail) noexcept;

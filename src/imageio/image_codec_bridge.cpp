@@ -82,9 +82,12 @@ bool ImageCodecBridge::canWrite(std::string_view extension) const {
   return index >= 0 && formats[static_cast<std::size_t>(index)].writable != 0;
 }
 
-std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path) const {
+std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path,
+                                                              uint64_t mostPixels) const {
   BITMAPINFOHEADER header = {};
   if (!hasDot(path) || AllReadHeader(path, &header) == 0) return nullptr;
+  if (static_cast<uint64_t>(header.biWidth) * static_cast<uint64_t>(header.biHeight) > mostPixels)
+    return nullptr;
   Palette palette(AllReadPalette(path));
   auto image = std::make_unique<PRasterBlock>();
   if (!createImage(*image, header) || !readPixels(path, *image)) return nullptr;

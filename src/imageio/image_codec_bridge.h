@@ -34,8 +34,9 @@ class ImageCodecBridge : public CObject {
 
   bool canWrite(std::string_view extension) const;
 
-  // Decodes a picture; null on any failure.
-  std::unique_ptr<PRasterBlock> loadImageFile(const char* path) const;
+  // Decodes a picture of at most `mostPixels` pixels; null on any failure.
+  std::unique_ptr<PRasterBlock> loadImageFile(const char* path,
+                                              uint64_t mostPixels = PRaster::maxPixels) const;
 
   // Encodes a picture that is not empty. A name that the codec cannot write shows the framework's
   // message box once and writes nothing. When the system is what failed, GetLastError says how,

@@ -1,8 +1,9 @@
 // Reads the thumbnail directory's own nine fields, then the thumbnail. Lengths are measured against
-// the file, and sizes against a limit, before anything is allocated.
+// the file, and sizes against limits far above any camera's, before anything is allocated.
 #include "open/load_thumbnail.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "read/read_metadata.h"
 #include "read/tag_tables.h"
@@ -91,10 +92,19 @@ bool isJpegThumbnail(const ThumbnailFields& fields) {
   return fields.jpegInterchangeFormat.value != 0 && fields.jpegInterchangeFormatLength.value != 0;
 }
 
+// A thumbnail called JPEG is decoded as JPEG only: the codec, which goes by the first bytes, would
+// decode any format that it knows.
+bool isJpegStream(ExifFile& file, uint64_t position) {
+  static constexpr uint8_t start[] = {0xFF, 0xD8, 0xFF};  // SOI and a marker (ITU-T T.81, B.1.1.3)
+  uint8_t bytes[sizeof start];
+  return file.readAt(position, bytes, sizeof bytes) == sizeof bytes &&
+         std::memcmp(bytes, start, sizeof start) == 0;
+}
+
 // Copies up to `length` bytes of the file, as many as it has, into a new file. REQUIRES: the file
 // has some there.
-bool copyToNewFile(ExifFile& file, uint64_t position, uint32_t length, const char* path) {
-  const auto held = static_cast<size_t>(std::min<uint64_t>(length, file.size() - position));
+bool copyToNewFile(ExifFile& file, uint64_t position, uint64_t length, const char* path) {
+  const auto held = static_cast<size_t>(std::min(length, file.size() - position));
   const GlobalBlock block(held);
   const BlockLock lock(block);
   if (!lock.bytes()) return false;
@@ -117,14 +127,14 @@ bool loadJpegThumbnail(const ImageCodecBridge& codec, ExifFile& file, const Thum
   const uint32_t length = fields.jpegInterchangeFormatLength.value;
   if (offset == 0 || length == 0) return false;
   const uint64_t position = file.positionOf(offset);
-  if (position >= file.size()) {
+  if (!isJpegStream(file, position)) {
     makeEmpty(thumbnail);
     return false;
   }
   const TemporaryPicture copy(temporaryJpegName);
   const char* path = copy.path().c_str();
-  if (!copyToNewFile(file, position, length, path)) return false;
-  const auto decoded = codec.loadImageFile(path);
+  if (!copyToNewFile(file, position, std::min(length, mostJpegBytes), path)) return false;
+  const auto decoded = codec.loadImageFile(path, mostThumbnailPixels);
   makeEmpty(thumbnail);
   return decoded && showDecoded(*decoded, thumbnail);
 }

@@ -93,6 +93,7 @@ class OpenPicture : public CodecTest {
   }
 
   const std::string jpeg_ = jpegStream("small.jpg", 16, 8);
+  const std::string png_ = jpegStream("small.png", 16, 8);  // by its name
   const uint32_t jpegLength_ = uint32_t(jpeg_.size());
   PRaster image_, thumbnail_;
 };
@@ -158,6 +159,7 @@ TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
       {"cut in its first pixel", strip(2, 1, {colour, threeSamples}), "ab", filled},
       {"the most pixels", strip(2048, 2048, {eightBits}), "a", filled},
       {"one row more", strip(2048, 2049, {eightBits}), "a", emptied},
+      {"called JPEG, but a PNG file", jpegEntries(pixelsAt, 0xFFFF), png_, emptied},
       {"JPEG that is none", jpegEntries(pixelsAt, 4), jpegStart + jpegEnd, emptied},
       {"JPEG longer than the file", jpegEntries(pixelsAt, 0xFFFFFFFF), jpeg_, filled},
       {"JPEG with another Compression", jpegEntries(pixelsAt, jpegLength_, 1), jpeg_, emptied},
