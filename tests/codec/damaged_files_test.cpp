@@ -47,7 +47,7 @@ TEST_F(DamagedFiles, JpegPicturesComeAsFarAsTheyGo) {
     const unsigned lost = cut ? cut->lostRows() : height;
     if (losses.empty() || losses.back() != lost) losses.push_back(lost);
     for (unsigned y = 0; y < height - lost; ++y)
-      ASSERT_EQ(std::memcmp(cut->row(y), picture.row(y), 120), 0) << y;
+      ASSERT_EQ(std::memcmp(cut->row(y).data(), picture.row(y).data(), 120), 0) << y;
   }
   EXPECT_EQ(losses, (std::vector<unsigned>{60, 52, 44, 36, 28, 20, 12, 4, 0}));
 }
