@@ -60,6 +60,9 @@ size_t sequenceLength(std::string_view text) {
 
 bool isText(std::string_view text) {
   if (text.empty() || text.front() == ' ' || text.back() == ' ') return false;
+  // Wide and hard blanks, leftovers of conversions, and what printf would take for its own.
+  for (const char* unwanted : {"\u3000", "\u00A0", "\uFEFF", "\uFFFD", "%"})
+    if (text.find(unwanted) != text.npos) return false;
   while (!text.empty()) {
     const size_t length = sequenceLength(text);
     const auto lead = static_cast<uint8_t>(text.front());

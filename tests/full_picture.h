@@ -9,7 +9,7 @@ namespace exifkeep::test {
 
 struct Known {
   Entry entry;
-  std::string label = {}, shown = {};  // in English; no label: not listed
+  std::string label, shown;  // in English
 };
 
 inline std::string run(char letter, size_t length) {
@@ -22,7 +22,7 @@ inline Entry signedRational(uint16_t tag, int64_t numerator, int64_t denominator
   return entry;
 }
 
-// The listed fields are in the order of the list.
+// In the order of the list.
 inline const std::vector<Known> fullImage = {
     {text(0x10E, run('d', 300)), "Image Description", run('d', 255)},
     {text(0x13B, run('a', 300)), "Artist", run('a', 255)},
@@ -39,19 +39,17 @@ inline const std::vector<Known> fullImage = {
     {shorts(0x213, {2}), "Y and C positioning", "co-sited"},
     {longs(0x100, {70001}), "Image Width", "70001"},
     {longs(0x101, {70002}), "Image Height", "70002"},
-    {shorts(0x102, {5, 6, 7})},
-    {shorts(0x103, {9})},
-    {shorts(0x106, {10})},
-    {longs(0x111, {70003})},
-    {shorts(0x115, {4})},
-    {longs(0x116, {70004})},
-    {longs(0x117, {70005})},
-    {shorts(0x11C, {2})},
-    {rationals(0x13E, {1, 2, 3, 4})},
-    {rationals(0x13F, {11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22})},
-    {rationals(0x211, {31, 32, 33, 34, 35, 36})},
-    {rationals(0x214, {41, 42, 43, 44, 45, 46, 47, 48, 49, 50, 51, 52})},
 };
+// clang-format off
+inline const std::vector<Entry> fullImageUnlisted = {
+    shorts(0x102, {5, 6, 7}), shorts(0x103, {9}), shorts(0x106, {10}), longs(0x111, {70003}),
+    shorts(0x115, {4}), longs(0x116, {70004}), longs(0x117, {70005}), shorts(0x11C, {2}),
+    rationals(0x13E, {1, 2, 3, 4}),
+    rationals(0x13F, {11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22}),
+    rationals(0x211, {31, 32, 33, 34, 35, 36}),
+    rationals(0x214, {41, 42, 43, 44, 45, 46, 47, 48, 49, 50, 51, 52}),
+};
+// clang-format on
 
 inline const std::vector<Known> fullExif = {
     {rationals(0x829A, {1, 60}), "Exposure Time", "1/60 (seconds)"},
@@ -101,62 +99,44 @@ inline const std::vector<Known> fullExif = {
     {rationals(0xA215, {11, 2}), "Exposure index", "5.5"},
     {shorts(0xA405, {35}), "Focal length in 35 mm film", "35"},
     {text(0xA420, run('u', 40)), "Unique image ID", run('u', 34)},
-    {text(0x8824, run('v', 40))},
-    {bytes(0x8828, run('w', 300))},
-    {rationals(0x9206, {13, 2})},
-    {shorts(0x9214, {61, 62, 63, 64})},
-    {shorts(0xA214, {21, 22}).atOffset()},
-    {shorts(0xA40C, {3})},
+};
+inline const std::vector<Entry> fullExifUnlisted = {
+    text(0x8824, run('v', 40)),          bytes(0x8828, run('w', 300)),
+    rationals(0x9206, {13, 2}),          shorts(0x9214, {61, 62, 63, 64}),
+    shorts(0xA214, {21, 22}).atOffset(), shorts(0xA40C, {3}),
 };
 
-inline const std::vector<Known> fullGps = {
-    {bytes(0x00, "\2\3\4\5", typeByte)},
-    {bytes(0x01, "Na", typeAscii)},
-    {rationals(0x02, {1, 2, 3, 4, 5, 6})},
-    {bytes(0x03, "Eb", typeAscii)},
-    {rationals(0x04, {11, 12, 13, 14, 15, 16})},
-    {bytes(0x05, "\1", typeByte)},
-    {rationals(0x06, {17, 18})},
-    {rationals(0x07, {21, 22, 23, 24, 25, 26})},
-    {text(0x08, run('h', 300))},
-    {bytes(0x09, "Ac", typeAscii)},
-    {bytes(0x0A, "3d", typeAscii)},
-    {rationals(0x0B, {27, 28})},
-    {bytes(0x0C, "Ke", typeAscii)},
-    {rationals(0x0D, {29, 30})},
-    {bytes(0x0E, "Tf", typeAscii)},
-    {rationals(0x0F, {31, 32})},
-    {bytes(0x10, "Mg", typeAscii)},
-    {rationals(0x11, {33, 34})},
-    {text(0x12, run('i', 300))},
-    {bytes(0x13, "Sh", typeAscii)},
-    {rationals(0x14, {41, 42, 43, 44, 45, 46})},
-    {bytes(0x15, "Wi", typeAscii)},
-    {rationals(0x16, {51, 52, 53, 54, 55, 56})},
-    {bytes(0x17, "Mj", typeAscii)},
-    {rationals(0x18, {57, 58})},
-    {bytes(0x19, "Nk", typeAscii)},
-    {rationals(0x1A, {59, 60})},
-    {bytes(0x1B, run('j', 300))},
-    {bytes(0x1C, run('k', 300))},
-    {text(0x1D, "2005:08:17+++")},
-    {shorts(0x1E, {1})},
+// clang-format off
+inline const std::vector<Entry> fullGps = {
+    bytes(0x00, "\2\3\4\5", typeByte), bytes(0x01, "Na", typeAscii),
+    rationals(0x02, {1, 2, 3, 4, 5, 6}), bytes(0x03, "Eb", typeAscii),
+    rationals(0x04, {11, 12, 13, 14, 15, 16}), bytes(0x05, "\1", typeByte),
+    rationals(0x06, {17, 18}), rationals(0x07, {21, 22, 23, 24, 25, 26}), text(0x08, run('h', 300)),
+    bytes(0x09, "Ac", typeAscii), bytes(0x0A, "3d", typeAscii), rationals(0x0B, {27, 28}),
+    bytes(0x0C, "Ke", typeAscii), rationals(0x0D, {29, 30}), bytes(0x0E, "Tf", typeAscii),
+    rationals(0x0F, {31, 32}), bytes(0x10, "Mg", typeAscii), rationals(0x11, {33, 34}),
+    text(0x12, run('i', 300)), bytes(0x13, "Sh", typeAscii),
+    rationals(0x14, {41, 42, 43, 44, 45, 46}), bytes(0x15, "Wi", typeAscii),
+    rationals(0x16, {51, 52, 53, 54, 55, 56}), bytes(0x17, "Mj", typeAscii),
+    rationals(0x18, {57, 58}), bytes(0x19, "Nk", typeAscii), rationals(0x1A, {59, 60}),
+    bytes(0x1B, run('j', 300)), bytes(0x1C, run('k', 300)), text(0x1D, "2005:08:17+++"),
+    shorts(0x1E, {1}),
 };
+// clang-format on
 
-inline std::vector<Entry> entriesOf(const std::vector<Known>& fields) {
-  std::vector<Entry> entries;
-  for (const Known& known : fields) entries.push_back(known.entry);
+inline std::vector<Entry> entriesOf(const std::vector<Known>& listed, std::vector<Entry> entries) {
+  for (const Known& known : listed) entries.push_back(known.entry);
   return entries;
 }
 
 // IFD1 has the fields of IFD0 with other values.
 inline Picture fullPicture() {
   Picture picture{
-      .image = entriesOf(fullImage),
-      .exif = entriesOf(fullExif),
+      .image = entriesOf(fullImage, fullImageUnlisted),
+      .exif = entriesOf(fullExif, fullExifUnlisted),
       .interoperability = {bytes(1, std::string("R98\0", 4), typeAscii), bytes(2, "0100")},
-      .gps = entriesOf(fullGps),
-      .thumbnail = entriesOf(fullImage)};
+      .gps = fullGps,
+      .thumbnail = entriesOf(fullImage, fullImageUnlisted)};
   for (Entry& entry : picture.thumbnail)
     for (char& byte : entry.value) byte = byte ? byte ^ 0x40 : 0;
   picture.image.insert(picture.image.end(), {exifPointer(), gpsPointer()});

@@ -206,24 +206,5 @@ TEST_F(OpenPicture, OtherFilesTouchNothing) {
   }
 }
 
-// Real pictures of several makers, where a folder with them is at hand: the one that
-// EXIFKEEP_SAMPLES names, else ../shared/samples beside the checkout. The sizes of image and
-// thumbnail are those that djpeg and exiftool tell.
-TEST(OpenSamples, SizesAgreeWithOtherDecoders) {
-  const char* named = std::getenv("EXIFKEEP_SAMPLES");
-  const std::string folder = named ? named : EXIFKEEP_SOURCE_DIR "/../shared/samples";
-  if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "no sample pictures";
-  const std::tuple<const char*, unsigned, unsigned> samples[] = {
-      {"36-memory_error.jpg", 1600, 160}, {"Canon_40D.jpg", 100, 68},
-      {"Kodak_CX7530.jpg", 100, 78},      {"Ricoh_Caplio_RR330.jpg", 100, 0},
-      {"Olympus_C8080WZ.jpg", 100, 72},   {"sony-cybershot.jpg", 640, 160}};
-  for (const auto& [name, width, thumbnailWidth] : samples) {
-    PRaster image, thumbnail;
-    EXPECT_EQ(OpenExifFile((folder + "/" + name).c_str(), &image, &thumbnail), 1) << name;
-    EXPECT_EQ(image.width(), width) << name;
-    EXPECT_EQ(thumbnail.width(), thumbnailWidth) << name;
-  }
-}
-
 }  // namespace
 }  // namespace exifkeep::test

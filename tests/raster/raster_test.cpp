@@ -145,25 +145,4 @@ TEST(Raster, PaletteAndBilevelImagesScaleToTheNearestPixel) {
   }
 }
 
-TEST(Raster, ConvertsThroughThePalette) {
-  LOGPALETTE colours = {0x300, 1, {{10, 20, 30, 0}}};
-  PRaster image = makeImage(PRaster::type8Bit, 2, 1), copy = makeImage(PRaster::type8Bit, 2, 1);
-  EXPECT_TRUE(image.hasGreyPalette());
-  const int palettes = exifkeep::livePalettes();
-  EXPECT_EQ(image.SetPalette(CreatePalette(&colours), 1), 1);
-  EXPECT_EQ(exifkeep::livePalettes(), palettes);
-  EXPECT_FALSE(image.hasGreyPalette());
-  image.SetPixel(1, 0, 77);
-  copy.setResolution(100, 200);
-  ASSERT_EQ(copy.CopyImage(image), 1);
-  ASSERT_EQ(copy.ConvertTo24bit(nullptr, 0, 100), 1);
-  EXPECT_TRUE(copy.GetPixel(0, 0) == 0x001E140A && copy.GetPixel(1, 0) == 0x004D4D4D);
-  EXPECT_TRUE(copy.GetDpmX() == 100 && copy.GetDpmY() == 200);
-  EXPECT_EQ(copy.CopyImage(image), 0);
-  PRaster bits = makeImage(PRaster::type1Bit, 9, 1);
-  bits.SetPixel(8, 0, 255);
-  ASSERT_EQ(bits.ConvertTo24bit(), 1);
-  EXPECT_TRUE(bits.GetPixel(7, 0) == 0 && bits.GetPixel(8, 0) == 0x00FFFFFF);
-}
-
 }  // namespace

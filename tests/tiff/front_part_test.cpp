@@ -65,17 +65,5 @@ TEST_F(FrontPartTest, MakerNotes) {
   }
 }
 
-TEST_F(FrontPartTest, DefaultFields) {
-  ExifMetadata records = {};
-  std::strcpy(records.primary.software, "Test");
-  std::strcpy(records.exif.relatedSoundFile, "DSC00123.wav");
-  records.exif.hasRelatedSoundFile = 1;
-  ASSERT_TRUE(saveNewExifTiff(reader, path("a.tif").c_str(), &picture, nullptr, records.exif,
-                              records.primary));
-  const Bytes file = bytesOf(path("a.tif"));
-  ASSERT_EQ(file.size(), 784u + 160 * 120 * 3 + 40 * 30 * 3);
-  EXPECT_EQ(fingerprint({file.begin(), file.begin() + 784}), 1174505158u);
-}
-
 }  // namespace
 }  // namespace exifkeep::test

@@ -1,12 +1,11 @@
-// What the tests of saving stand on: pictures, records in which every field has a value of its own,
-// and a codec whose files a test may replace.
+// What the tests of saving stand on: pictures, full records, and a codec whose files a test
+// may replace.
 #pragma once
 
 #include <failure_switch.h>
 
 #include "codec/picture_fixture.h"
 #include "read/reading.h"
-#include "read/tag_tables.h"
 
 namespace exifkeep::test {
 
@@ -37,19 +36,12 @@ class SaveTest : public CodecTest {
 // Four quarters of different colours, 71.501 by 149.504 dots per inch: 72 by 150 when rounded.
 PRaster picture(unsigned width, unsigned height, int bits = 24);
 
-// Sets every flag, and every field to digits that tell its tag from others.
+// Those of the full picture.
 ExifMetadata fullRecords();
-
-// Every flag and every present value but those a save renews: pointers and DateTime.
-void expectSameRecords(const ExifMetadata& written, const ExifMetadata& expected);
-// What is left of records that were read and saved.
-ExifMetadata afterSave(ExifMetadata source);
 
 // The segment behind SOI.
 std::string segmentOf(const std::string& file);
 // With 'T' for every character of a time.
 std::string withoutTimes(std::string bytes);
-// FNV-1a of the bytes without times.
-uint32_t fingerprint(const std::string& bytes);
 
 }  // namespace exifkeep::test
