@@ -1,4 +1,5 @@
-// The program's help, its manual page and its bash completion name the same commands and options.
+// The program's help, its manual page and its bash completion name the same commands and options, and
+// links lead somewhere.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -82,6 +83,23 @@ TEST_F(Documents, CompletionOffersEveryLanguage) {
   EXPECT_EQ(offered.size(), 13u);
   EXPECT_EQ(completionsOf("exifkeep info --lang", "="), offered);
   EXPECT_EQ(completionsOf("exifkeep info --lang =", "d"), std::vector<std::string>{"de"});
+}
+
+// Links of the repository's own documents lead to what exists.
+TEST(Links, LeadToWhatExists) {
+  namespace fs = std::filesystem;
+  int links = 0;
+  for (const char* folder : {"", "docs", "fuzz"})
+    for (const auto& document : fs::directory_iterator(fs::path(EXIFKEEP_SOURCE_DIR) / folder)) {
+      if (document.path().extension() != ".md") continue;
+      const std::string text = readFile(document.path());
+      for (size_t at = text.find("]("); at != text.npos; at = text.find("](", at + 1), ++links) {
+        const std::string link = text.substr(at + 2, text.find(')', at) - at - 2);
+        EXPECT_TRUE(link.starts_with("http") || fs::exists(document.path().parent_path() / link))
+            << document << ": " << link;
+      }
+    }
+  EXPECT_GT(links, 8);
 }
 
 }  // namespace

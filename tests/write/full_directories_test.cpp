@@ -35,6 +35,7 @@ struct WrittenDirectory {
     if (at == 0) return;
     const uint32_t count = numberAt(tiff, at, 2);
     next = numberAt(tiff, at + 2 + 12 * count, 4);
+    size_t area = at + 2 + 12 * count + 4;  // then the values, at even places without gaps
     for (uint32_t i = 0; i < count; ++i) {
       const uint32_t entry = at + 2 + 12 * i, type = numberAt(tiff, entry + 2, 2);
       const uint32_t number = numberAt(tiff, entry + 4, 4);
@@ -42,6 +43,8 @@ struct WrittenDirectory {
       // SHORTs are kept behind the directory even where the entry could hold them.
       const bool isInEntry = size <= 4 && !(type == typeShort && number > 1);
       const size_t valueAt = isInEntry ? entry + 8 : numberAt(tiff, entry + 8, 4);
+      EXPECT_TRUE(isInEntry || valueAt == area);
+      if (!isInEntry) area += size + size % 2;
       entries.push_back({uint16_t(numberAt(tiff, entry, 2)), " baslr u  n"[type], number,
                          tiff.substr(valueAt, isInEntry ? 4 : size)});
     }
