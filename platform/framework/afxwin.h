@@ -13,8 +13,6 @@ class EXIFKEEP_PLATFORM_API CWinApp : public CObject {
  public:
   /// Does nothing.
   CWinApp() = default;
-  /// Whether the application may start.
-  virtual BOOL InitInstance() { return TRUE; }
 };
 
 /// A window that the host owns.

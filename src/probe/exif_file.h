@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "system/disk_file.h"
@@ -21,6 +22,9 @@ class ExifFile {
   DWORD error() const { return file_.error(); }
   uint64_t size() const { return file_.size(); }
 
+  // The byte order that the mark at `at` names, true for little-endian; none for no such mark (TIFF
+  // 6.0, section 2).
+  std::optional<bool> byteOrderAt(uint64_t at);
   // Where the TIFF header lies and the byte order it names.
   void setLayout(uint32_t tiffBase, bool littleEndian);
   bool littleEndian() const { return littleEndian_; }

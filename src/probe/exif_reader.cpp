@@ -22,14 +22,6 @@ bool readMarker(ExifFile& file, uint64_t at, uint16_t& value) {
   return true;
 }
 
-// The byte order mark at `at`: 1 for "II", 0 for "MM", -1 for anything else.
-int readByteOrder(ExifFile& file, uint64_t at) {
-  char mark[2];
-  if (file.readAt(at, mark, sizeof mark) != sizeof mark) return -1;
-  if (std::memcmp(mark, "II", 2) == 0) return 1;
-  return std::memcmp(mark, "MM", 2) == 0 ? 0 : -1;
-}
-
 bool findEntry(DirectoryEntries entries, uint16_t tag, IfdEntry& entry) {
   while (entries.next(entry))
     if (entry.tag == tag) return true;
@@ -69,8 +61,8 @@ bool ExifReader::probeFile(ExifFile& file) {
   exifIfdOffset = primaryIfdOffset = -1;
   app0Size = 0;
   if (!file.isOpen()) return false;
-  const int order = readByteOrder(file, 0);
-  return order >= 0 ? probeTiff(file, order == 1) : probeJpeg(file);
+  const std::optional<bool> isLittleEndian = file.byteOrderAt(0);
+  return isLittleEndian ? probeTiff(file, *isLittleEndian) : probeJpeg(file);
 }
 
 bool ExifReader::probeTiff(ExifFile& file, bool hasLittleEndianMark) {
@@ -108,12 +100,12 @@ bool ExifReader::probeJpeg(ExifFile& file) {
   if (file.readAt(identifier, text, sizeof text) != sizeof text) return false;
   if (std::memcmp(text, "Exif", sizeof text) != 0) return false;
   const uint64_t header = identifier + 6;
-  const int order = readByteOrder(file, header);
-  if (order < 0) return false;
+  const std::optional<bool> isLittleEndian = file.byteOrderAt(header);
+  if (!isLittleEndian) return false;
 
   isJpeg = 1;
-  littleEndian = order;
-  file.setLayout(tiffBase(), order == 1);
+  littleEndian = *isLittleEndian;
+  file.setLayout(tiffBase(), *isLittleEndian);
   uint32_t offset;
   if (!file.read(header + 4, offset)) return false;
   primaryIfdOffset = asDirectoryPosition(file.positionOf(offset));

@@ -1,7 +1,5 @@
 #include "tiff/codec_tiff.h"
 
-#include <cstring>
-
 #include "probe/directory_entries.h"
 #include "probe/tags.h"
 #include "read/read_metadata.h"
@@ -13,11 +11,8 @@ namespace {
 constexpr uint32_t offsetField = 4;
 constexpr uint32_t directoryPosition = 8;
 
-// TIFF 6.0, section 2: "MM" is big-endian.
 void setByteOrder(ExifFile& file) {
-  char mark[2] = {};
-  file.readAt(0, mark, sizeof mark);
-  file.setLayout(0, std::memcmp(mark, "MM", sizeof mark) != 0);
+  file.setLayout(0, file.byteOrderAt(0).value_or(true));
 }
 
 }  // namespace
