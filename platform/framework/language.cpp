@@ -31,6 +31,8 @@ constexpr std::array<LanguageVariant, 13> variants{{
     {2070, "pt", "Português"},
 }};
 
+static_assert(std::ranges::is_sorted(variants, {}, &LanguageVariant::language));
+
 // Takes the text up to the first of `separators` off the front of `list`.
 std::string_view takePart(std::string_view& list, const char* separators) {
   const std::string_view part = list.substr(0, list.find_first_of(separators));

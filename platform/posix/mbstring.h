@@ -4,7 +4,6 @@
 
 #pragma GCC visibility push(default)
 
-int _mbscmp(const unsigned char* left, const unsigned char* right);
 int _mbsicmp(const unsigned char* left, const unsigned char* right);
 
 #pragma GCC visibility pop

@@ -3,8 +3,6 @@
 #include <mbstring.h>
 #include <windows.h>
 
-#include <cstring>
-
 namespace {
 
 int folded(char letter) {
@@ -23,37 +21,8 @@ const char* chars(const unsigned char* text) {
 
 }  // namespace
 
-LPSTR lstrcpyA(LPSTR target, LPCSTR source) {
-  return std::strcpy(target, source);
-}
-
-// At most size - 1 bytes and always a NUL; a size of 0 leaves the target alone.
-LPSTR lstrcpynA(LPSTR target, LPCSTR source, int size) {
-  if (size <= 0) return target;
-  const std::size_t length = strnlen(source, size - 1);
-  std::memmove(target, source, length);
-  target[length] = '\0';
-  return target;
-}
-
-LPSTR lstrcatA(LPSTR target, LPCSTR source) {
-  return std::strcat(target, source);
-}
-
-int lstrlenA(LPCSTR text) {
-  return text != nullptr ? static_cast<int>(std::strlen(text)) : 0;
-}
-
-int lstrcmpA(LPCSTR left, LPCSTR right) {
-  return std::strcmp(left, right);
-}
-
 int lstrcmpiA(LPCSTR left, LPCSTR right) {
   return compareFolded(left, right);
-}
-
-int _mbscmp(const unsigned char* left, const unsigned char* right) {
-  return std::strcmp(chars(left), chars(right));
 }
 
 int _mbsicmp(const unsigned char* left, const unsigned char* right) {

@@ -198,11 +198,6 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 
 void WINAPI GetLocalTime(LPSYSTEMTIME time);
 
-LPSTR WINAPI lstrcpyA(LPSTR target, LPCSTR source);
-LPSTR WINAPI lstrcpynA(LPSTR target, LPCSTR source, int size);
-LPSTR WINAPI lstrcatA(LPSTR target, LPCSTR source);
-int WINAPI lstrlenA(LPCSTR text);
-int WINAPI lstrcmpA(LPCSTR left, LPCSTR right);
 int WINAPI lstrcmpiA(LPCSTR left, LPCSTR right);
 
 // ---- GDI: bitmaps and palettes -----------------------------------------------------------------
