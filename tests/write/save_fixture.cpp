@@ -1,6 +1,7 @@
 #include "write/save_fixture.h"
 
 #include <pxcodec32.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
@@ -40,7 +41,8 @@ PRaster picture(unsigned width, unsigned height, int bits) {
 
 ExifMetadata fullRecords() {
   static const std::unique_ptr<Reading> full = [] {
-    const std::string path = temporaryDirectory() / "full.jpg";
+    const std::string name = "full-" + std::to_string(getpid()) + ".jpg";
+    const std::string path = std::filesystem::temp_directory_path() / name;
     writeFile(path, tiffBytes(fullPicture(), Order::ii));
     auto reading = std::make_unique<Reading>(path);
     std::filesystem::remove(path);
