@@ -14,6 +14,7 @@ namespace {
 struct CallState {
   int made = 0;
   int untilFailure = 0;  // 0: none is set
+  bool isLasting = false;
 };
 
 thread_local std::array<CallState, static_cast<std::size_t>(PlatformCall::kinds)> calls;
@@ -39,8 +40,9 @@ std::atomic<int> palettes{0};
 
 }  // namespace
 
-void failCall(PlatformCall kind, int n) noexcept {
+void failCall(PlatformCall kind, int n, bool andAllAfter) noexcept {
   stateOf(kind).untilFailure = n;
+  stateOf(kind).isLasting = andAllAfter;
 }
 
 int callsMade(PlatformCall kind) noexcept {
@@ -66,6 +68,7 @@ bool failsNow(PlatformCall kind) noexcept {
   ++state.made;
   if (state.untilFailure == 0 || --state.untilFailure > 0) return false;
   errno = reasonOf(kind);
+  state.untilFailure = state.isLasting ? 1 : 0;
   return true;
 }
 

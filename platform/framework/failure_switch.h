@@ -26,9 +26,9 @@ enum class PlatformCall {
 
 #if defined(EXIFKEEP_FAILURE_SWITCH)
 
-// Makes the n-th call of this kind from now on fail on this thread; n counts from 1. The calls
-// before and after it work. One failure per kind can be set.
-void failCall(PlatformCall kind, int n) noexcept;
+// Makes the n-th call of this kind from now on fail on this thread, and those after it too if asked
+// for; n counts from 1. One failure per kind can be set.
+void failCall(PlatformCall kind, int n, bool andAllAfter = false) noexcept;
 
 // The calls of this kind that this thread made since its last clearFailures.
 int callsMade(PlatformCall kind) noexcept;

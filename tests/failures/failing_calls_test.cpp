@@ -1,10 +1,11 @@
-// Every export with every kind of platform call failing once, at the first call, the second, and so
-// on until the export no longer makes that many. Whatever fails, the result is one that the export
-// may give, nothing leaks, no temporary file stays, and a destination is the old file or the whole
-// new one.
+// Every export with every kind of platform call failing at the first call, the second, and so on
+// until the export no longer makes that many: once, once on a full disk, or from then on always.
+// Whatever fails, the result is one that the export may give, nothing leaks, no temporary file
+// stays, and a destination is the old file or the whole new one with all its metadata.
 #include <failure_switch.h>
 
 #include <map>
+#include <thread>
 
 #include "failures/saved_pictures.h"
 #include "info/memory_meter.h"
@@ -23,11 +24,15 @@ struct Arguments {
   PRaster image, thumbnail;
 };
 
+int save(Arguments& arguments);
+
 struct Scenario {
   std::string source, destination;  // the latter is what the call writes; empty: nothing
   int (*call)(Arguments& arguments);
   std::set<int> results = {0, 1};  // those it may give; 1 is success
   std::string sound = {};          // what it may leave besides
+
+  bool hasMetadata() const { return source.starts_with("source") || call != save; }
 };
 
 int list(Arguments& arguments) {
@@ -83,6 +88,12 @@ const Scenario scenarios[] = {
     {"source.jpg", "source.jpg", addAudioFile, {0, 1, 2}, "voice 01.wav"},
 };
 
+// How calls fail: the n-th of a kind alone; that one, and every write from the first on; the n-th
+// and all of its kind that follow.
+enum class Mode { once, onceOnFullDisk, always };
+constexpr Mode modes[] = {Mode::once, Mode::onceOnFullDisk, Mode::always};
+constexpr int newOrMalloc = static_cast<int>(PlatformCall::kinds);
+
 class EveryCallFails : public SavedPictures, public testing::WithParamInterface<size_t> {
  protected:
   EveryCallFails() {
@@ -91,22 +102,32 @@ class EveryCallFails : public SavedPictures, public testing::WithParamInterface<
     for (const char* name : {"source.jpg", "source.tif"}) saveWithMetadata(name, 20);
     for (const char* name : {"plain.jpg", "plain.tif"}) savePlain(name, 20);
     writeFile(path("voice recording.wav"), "RIFF");
+    fs::create_directory(path("tmp"));
     originals_ = files();
+    setenv("TMPDIR", path("tmp").c_str(), 1);
   }
-  ~EveryCallFails() override { AfxSetMessageBoxHandler(nullptr, nullptr); }
+  ~EveryCallFails() override {
+    AfxSetMessageBoxHandler(nullptr, nullptr);
+    unsetenv("TMPDIR");
+  }
 
+  // Folders have no bytes.
   Files files() const {
     Files all;
-    for (const std::string& name : names()) all[name] = readFile(path(name));
+    for (const auto& entry : fs::recursive_directory_iterator(path("")))
+      all[entry.path().lexically_relative(path(""))] =
+          entry.is_directory() ? "" : readFile(entry.path());
     return all;
   }
   void restore() const {
-    for (const std::string& name : names()) fs::remove(path(name));
-    for (const auto& [name, bytes] : originals_) writeFile(path(name), bytes);
+    for (const auto& [name, bytes] : files())
+      if (!originals_.contains(name)) fs::remove_all(path(name));
+    for (const auto& [name, bytes] : originals_)
+      if (name != "tmp") writeFile(path(name), bytes);
   }
 
-  // Runs the scenario with the n-th call of a kind failing; false when it made fewer calls.
-  bool run(const Scenario& scenario, int kind, int n) {
+  // Runs the scenario with calls of a kind failing; false when it made fewer than n.
+  bool run(const Scenario& scenario, Mode mode, int kind, int n) {
     restore();
     Arguments arguments{path(scenario.source),
                         path(scenario.destination),
@@ -114,54 +135,62 @@ class EveryCallFails : public SavedPictures, public testing::WithParamInterface<
                         makePicture(width),
                         {}};
     const int handles = openHandles(), blocks = liveBlocks(), palettes = livePalettes();
-    clearFailures();
-    const bool isNew = kind == static_cast<int>(PlatformCall::kinds);
-    if (!isNew) failCall(static_cast<PlatformCall>(kind), n);
-    failAllocations(isNew ? n : 0);
+    const bool always = mode == Mode::always;
+    const auto call = static_cast<PlatformCall>(kind);
+    if (mode == Mode::onceOnFullDisk) failCall(PlatformCall::write, 1, true);
+    if (kind != newOrMalloc) failCall(call, n, always);
+    failAllocations(kind == newOrMalloc ? n : 0, always);
     const int result = scenario.call(arguments);
-    const bool hasFailed =
-        isNew ? allocationsFailed() > 0 : callsMade(static_cast<PlatformCall>(kind)) >= n;
+    const int failed = kind == newOrMalloc ? allocationsFailed() : callsMade(call) - n + 1;
+    const bool isFull = mode == Mode::onceOnFullDisk && callsMade(PlatformCall::write) > 0;
     failAllocations(0);
     clearFailures();
+    failures_ += std::max(always ? failed : failed > 0, 0);
 
     EXPECT_TRUE(scenario.results.contains(result)) << "result " << result;
     EXPECT_EQ(openHandles(), handles);
     EXPECT_EQ(liveBlocks(), blocks);
     EXPECT_EQ(livePalettes(), palettes);
     checkFiles(scenario, result);
-    EXPECT_TRUE(hasFailed || result == 1) << "nothing failed";
-    return hasFailed;
+    EXPECT_TRUE(failed > 0 || isFull || result == 1) << "nothing failed";
+    return failed > 0;
   }
 
-  // A success shows in a whole new picture, a failure in the old one, or none. Metadata may be
-  // missing from the new one: a source that cannot be read counts as one without.
+  // A success shows in a whole new picture, a failure in the old one, or none.
   void checkFiles(const Scenario& scenario, int result) const {
     const bool isWritten = result == 1 && !scenario.destination.empty();
     Files found = files(), expected = originals_;
     found.erase(scenario.sound);
     if (isWritten) {
-      EXPECT_EQ(widthOf(path(scenario.destination)), width);
+      const std::string destination = path(scenario.destination);
+      EXPECT_EQ(widthOf(destination), width);
+      EXPECT_EQ(IsExifFile(destination.c_str()), scenario.hasMetadata());
       found.erase(scenario.destination);
       expected.erase(scenario.destination);
     }
-    EXPECT_TRUE(found == expected) << testing::PrintToString(names());
+    for (const auto& [name, bytes] : found) EXPECT_TRUE(expected[name] == bytes) << name;
+    EXPECT_EQ(found.size(), expected.size());
   }
 
   Files originals_;
+  int failures_ = 0;
 };
 
 TEST_P(EveryCallFails, AndTheResultIsOneOfThoseSpecified) {
   const Scenario& scenario = scenarios[GetParam()];
-  int failures = 0;
-  for (int kind = 0; kind <= static_cast<int>(PlatformCall::kinds); ++kind) {
-    for (int n = 1;; ++n) {
-      SCOPED_TRACE(scenario.source + " to " + scenario.destination + ": kind " +
-                   std::to_string(kind) + ", call " + std::to_string(n));
-      if (!run(scenario, kind, n) || HasFailure()) break;
-      ++failures;
-    }
-  }
-  EXPECT_GT(failures, 3);
+  for (const Mode mode : modes)
+    for (int kind = 0; kind <= newOrMalloc; ++kind)
+      for (int n = 1, goesOn = 1; goesOn && !HasFailure(); ++n) {
+        // A thread of its own, so that what a thread sets up once fails as well.
+        std::thread([&] {
+          SCOPED_TRACE(scenario.source + " to " + scenario.destination + ": mode " +
+                       std::to_string(static_cast<int>(mode)) + ", kind " + std::to_string(kind) +
+                       ", call " + std::to_string(n));
+          goesOn = run(scenario, mode, kind, n);
+        }).join();
+      }
+  EXPECT_GT(failures_, 10);
+  RecordProperty("failures", failures_);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllExports, EveryCallFails,

@@ -2,21 +2,43 @@
 // their own of these, which would not be counted.
 #include "info/memory_meter.h"
 
+#include <dlfcn.h>
+
 #include <cstdlib>
+#include <cstring>
 #include <new>
+
+#if defined(MALLOC_FAILS)
+extern "C" {
+void* __libc_malloc(std::size_t);
+void* __libc_calloc(std::size_t, std::size_t);
+void* __libc_realloc(void*, std::size_t);
+}
+#endif
 
 namespace {
 
+#if defined(MALLOC_FAILS)
+constexpr auto systemMalloc = __libc_malloc;
+#else
+constexpr auto systemMalloc = std::malloc;
+#endif
+
 thread_local std::size_t allocated = 0;
 thread_local int failures = 0, toFailure = 0;
+thread_local bool allFail = false;
+
+bool failsNow() noexcept {
+  if (toFailure == 0 || --toFailure > 0) return false;
+  toFailure = allFail ? 1 : 0;
+  ++failures;
+  return true;
+}
 
 void* allocate(std::size_t size) noexcept {
-  if (toFailure > 0 && --toFailure == 0) {
-    ++failures;
-    return nullptr;
-  }
+  if (failsNow()) return nullptr;
   allocated += size;
-  return std::malloc(size > 0 ? size : 1);
+  return systemMalloc(size > 0 ? size : 1);
 }
 
 void* allocateOrThrow(std::size_t size) {
@@ -29,9 +51,10 @@ void* allocateOrThrow(std::size_t size) {
 std::size_t exifkeep::test::bytesAllocated() {
   return allocated;
 }
-void exifkeep::test::failAllocations(int n) {
+void exifkeep::test::failAllocations(int n, bool andAllAfter) {
   failures = 0;
   toFailure = n;
+  allFail = andAllAfter;
 }
 int exifkeep::test::allocationsFailed() {
   return failures;
@@ -46,4 +69,21 @@ void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+#if defined(MALLOC_FAILS)
+namespace {
+// libtiff dereferences null pointers when it is short of memory: its own calls do not fail.
+bool mallocFails(void* caller) noexcept {
+  Dl_info library;
+  return toFailure > 0 &&
+         !(dladdr(caller, &library) && std::strstr(library.dli_fname, "libtiff")) && failsNow();
+}
+}  // namespace
+
+#define FAIL_FIRST(call) mallocFails(__builtin_return_address(0)) ? nullptr : call
+extern "C" {
+void* malloc(std::size_t size) { return FAIL_FIRST(__libc_malloc(size)); }
+void* calloc(std::size_t n, std::size_t size) { return FAIL_FIRST(__libc_calloc(n, size)); }
+void* realloc(void* old, std::size_t size) { return FAIL_FIRST(__libc_realloc(old, size)); }
+}
+#endif
 // clang-format on
