@@ -1,0 +1,204 @@
+// Saving over a picture where the system refuses part of what a save wants to do: nothing is lost,
+// what can be saved is, and what the old file had stays. Each case runs in a process of its own
+// with mounts of its own; one that the machine does not allow is skipped.
+#include <fcntl.h>
+#include <grp.h>
+#include <linux/fs.h>
+#include <sched.h>
+#include <sys/ioctl.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include "failures/saved_pictures.h"
+
+namespace exifkeep::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr unsigned oldWidth = 24, newWidth = 3000;
+constexpr uid_t nobody = 65534;
+constexpr gid_t club = 12345;
+
+// The picture is "here/a.jpg"; `root` ends in "/". All return false where something is not allowed.
+bool give(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
+  return chown(path.c_str(), owner, group) == 0 && chmod(path.c_str(), mode) == 0;
+}
+
+bool becomeNobody(bool isInClub) {
+  return setgroups(isInClub ? 1 : 0, &club) == 0 && setegid(nobody) == 0 && seteuid(nobody) == 0;
+}
+
+// Makes the folder a file system of its own, keeps its files, and makes more while that is
+// possible.
+bool mountFull(const std::string& folder, const char* options) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : fs::directory_iterator(folder))
+    files[entry.path().filename()] = readFile(entry.path());
+  if (mount("none", folder.c_str(), "tmpfs", 0, options) != 0) return false;
+  for (const auto& [name, bytes] : files) writeFile(folder + "/" + name, bytes);
+  for (int i = 0; i < 30; ++i)
+    writeFile(folder + "/full" + std::to_string(i), std::string(4096, 'x'));
+  return true;
+}
+
+bool setImmutable(const std::string& path, bool on) {
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  int flags = 0;
+  bool isSet = ioctl(file, FS_IOC_GETFLAGS, &flags) == 0;
+  flags = on ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+  isSet = isSet && ioctl(file, FS_IOC_SETFLAGS, &flags) == 0;
+  close(file);
+  return isSet;
+}
+
+enum class Outcome { replaced, overwritten, refused };
+
+struct Place {
+  const char* name;
+  bool (*prepare)(const std::string& root);  // the last thing it does may be to become nobody
+  Outcome expected = Outcome::replaced;
+  mode_t kept = 07777;  // of the rights
+};
+
+const Place places[] = {
+    {"Ordinary", [](auto&) { return true; }},
+    {"StickyFolderOfAnother",
+     [](auto& root) {
+       return give(root + "here", 0, 0, 01777) && give(root + "here/a.jpg", 0, 0, 0666) &&
+              becomeNobody(false);
+     },
+     Outcome::overwritten},
+    {"MountedFile",
+     [](auto& root) {
+       fs::copy(root + "here/a.jpg", root + "mounted.jpg");
+       return mount((root + "mounted.jpg").c_str(), (root + "here/a.jpg").c_str(), nullptr, MS_BIND,
+                    nullptr) == 0;
+     },
+     Outcome::overwritten},
+    {"NoInodes", [](auto& root) { return mountFull(root + "here", "nr_inodes=8"); },
+     Outcome::refused},
+    {"NoRoom", [](auto& root) { return mountFull(root + "here", "size=64k"); }, Outcome::refused},
+    {"NeitherInodesNorRoom",
+     [](auto& root) { return mountFull(root + "here", "nr_inodes=8,size=32k"); }, Outcome::refused},
+    {"NoRoomForTemporaryFiles", [](auto& root) { return mountFull(root + "tmp", "size=64k"); },
+     Outcome::refused},
+    {"NoProcAndALink",
+     [](auto& root) {
+       fs::rename(root + "here/a.jpg", root + "here/real.jpg");
+       fs::create_symlink("real.jpg", root + "here/a.jpg");
+       return mount("none", "/proc", "tmpfs", 0, nullptr) == 0;
+     }},
+    {"ImmutableFile", [](auto& root) { return setImmutable(root + "here/a.jpg", true); },
+     Outcome::refused},
+    {"AccessList",
+     [](auto& root) {
+       // Version 2; owner rw, user 1000 r, group none, mask r, others none.
+       const char list[] =
+           "\2\0\0\0\1\0\6\0\377\377\377\377\2\0\4\0\350\3\0\0\4\0\0\0\377\377\377\377"
+           "\20\0\4\0\377\377\377\377\40\0\0\0\377\377\377\377";
+       return setxattr((root + "here/a.jpg").c_str(), "system.posix_acl_access", list,
+                       sizeof list - 1, 0) == 0;
+     }},
+    {"Attribute",
+     [](auto& root) {
+       return setxattr((root + "here/a.jpg").c_str(), "user.rating", "5", 1, 0) == 0;
+     }},
+    {"GroupOfAnother",
+     [](auto& root) {
+       return give(root + "here", nobody, nobody, 0700) &&
+              give(root + "here/a.jpg", nobody, club, 0660) && becomeNobody(false);
+     },
+     Outcome::replaced, 0700},
+    {"OwnedByAnotherInMyGroup",
+     [](auto& root) {
+       return give(root + "here", nobody, nobody, 0700) &&
+              give(root + "here/a.jpg", 0, club, 0664) && becomeNobody(true);
+     }},
+};
+
+// What a picture's file is, and what it has.
+struct State {
+  explicit State(const std::string& path) : bytes(readFile(path)) {
+    stat(path.c_str(), &status);
+    for (const char* name : {"system.posix_acl_access", "user.rating"}) {
+      char value[100];
+      const ssize_t size = getxattr(path.c_str(), name, value, sizeof value);
+      attributes.emplace_back(value, static_cast<size_t>(std::max<ssize_t>(size, 0)));
+    }
+  }
+  struct stat status = {};
+  std::string bytes;
+  std::vector<std::string> attributes;
+};
+
+class RefusingPlace : public SavedPictures, public testing::WithParamInterface<Place> {
+ protected:
+  RefusingPlace() {
+    fs::permissions(path(""), fs::perms(0755));
+    for (const char* folder : {"here", "tmp"}) fs::create_directory(path(folder));
+    fs::permissions(path("tmp"), fs::perms(0777));
+    saveWithMetadata("here/a.jpg", oldWidth);
+  }
+  ~RefusingPlace() override { setImmutable(path("here/a.jpg"), false); }
+
+  std::set<fs::path> files() const {
+    std::set<fs::path> found;
+    for (const auto& entry : fs::recursive_directory_iterator(path(""))) found.insert(entry);
+    return found;
+  }
+
+  // Root of mounts of its own, or as good as.
+  static bool ownMounts() {
+    const bool isRoot = geteuid() == 0;
+    const std::string user = "0 " + std::to_string(geteuid()) + " 1";
+    if (unshare(CLONE_NEWNS | (isRoot ? 0 : CLONE_NEWUSER)) != 0) return false;
+    if (!isRoot) writeFile("/proc/self/uid_map", user);
+    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+  }
+
+  void saveAndCompare() const {
+    const auto filesBefore = files();
+    const std::string picture = path("here/a.jpg");
+    const State before(picture);
+    PRaster image = makePicture(newWidth);
+    const int result = SaveFile(picture.c_str(), picture.c_str(), &image, nullptr);
+    ASSERT_EQ(seteuid(0), 0);
+    const State after(picture);
+    EXPECT_EQ(result, GetParam().expected != Outcome::refused);
+    EXPECT_EQ(result == 0, before.bytes == after.bytes);
+    EXPECT_EQ(widthOf(picture), result ? newWidth : oldWidth);
+    EXPECT_EQ(IsExifFile(picture.c_str()), 1);
+    EXPECT_EQ(GetParam().expected != Outcome::replaced,
+              before.status.st_ino == after.status.st_ino);
+    EXPECT_EQ(after.status.st_mode & 07777, before.status.st_mode & GetParam().kept);
+    EXPECT_EQ(GetParam().kept == 07777, after.status.st_gid == before.status.st_gid);
+    EXPECT_EQ(after.attributes, before.attributes);
+    EXPECT_EQ(files(), filesBefore);
+  }
+};
+
+TEST_P(RefusingPlace, LosesNothing) {
+  constexpr int notAllowed = 77;
+  const pid_t child = fork();
+  if (child == 0) {
+    setenv("TMPDIR", path("tmp").c_str(), 1);
+    if (!ownMounts() || !GetParam().prepare(path(""))) _exit(notAllowed);
+    saveAndCompare();
+    _exit(HasFailure());
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (WIFEXITED(status) && WEXITSTATUS(status) == notAllowed)
+    GTEST_SKIP() << "not allowed on this machine";
+  EXPECT_EQ(status, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Places, RefusingPlace, testing::ValuesIn(places),
+                         [](const auto& place) { return place.param.name; });
+
+}  // namespace
+}  // namespace exifkeep::test
