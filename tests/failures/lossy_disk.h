@@ -75,26 +75,25 @@ class LossyDisk {
     if (file != numbers_.end()) changes_.push_back({Change::sync, file->second});
   }
 
-  // All that there may be after the first `count` changes. With more than ten of them not synced,
-  // these: one is lost, one is kept, all from one on are lost.
-  std::vector<Tree> statesAfter(size_t count) const {
+  // Shows `check` all that there may be after the first `count` changes. With more than ten of them
+  // not synced, these: one is lost, one is kept, all from one on are lost.
+  template <class Check>
+  void forEachStateAfter(size_t count, Check check) const {
     const std::set<std::string> paths = followedPaths();
     std::vector<size_t> loose;
     for (size_t i = 0; i < count; ++i)
       if (isLoose(i, count, paths)) loose.push_back(i);
     const size_t n = loose.size();
-    std::vector<Tree> states;
     if (n <= 10) {
       for (size_t kept = 0; kept < size_t{1} << n; ++kept)
-        states.push_back(without(loose, count, [&](size_t i) { return (kept >> i & 1) == 0; }));
-    } else {
-      for (size_t one = 0; one <= n; ++one) {
-        states.push_back(without(loose, count, [&](size_t i) { return i == one; }));
-        states.push_back(without(loose, count, [&](size_t i) { return i != one; }));
-        states.push_back(without(loose, count, [&](size_t i) { return i >= one; }));
-      }
+        check(without(loose, count, [&](size_t i) { return (kept >> i & 1) == 0; }));
+      return;
     }
-    return states;
+    for (size_t one = 0; one <= n; ++one) {
+      check(without(loose, count, [&](size_t i) { return i == one; }));
+      check(without(loose, count, [&](size_t i) { return i != one; }));
+      check(without(loose, count, [&](size_t i) { return i >= one; }));
+    }
   }
 
  private:
