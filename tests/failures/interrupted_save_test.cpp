@@ -117,8 +117,8 @@ INSTANTIATE_TEST_SUITE_P(Ways, SaveOnALossyDisk,
 TEST_F(InterruptedSave, ASignalLeavesNoFileOfTheProgram) {
   constexpr int signals[] = {SIGINT, SIGTERM, SIGHUP};
   const auto before = names();
-  for (int calls = 1;; ++calls) {
-    SCOPED_TRACE("after call " + std::to_string(calls));
+  for (int calls = 0;; ++calls) {
+    SCOPED_TRACE(std::to_string(calls) + " calls after the first file was made");
     restore();
     TracedChild child([&] {
       setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // that check cannot be traced
@@ -127,10 +127,11 @@ TEST_F(InterruptedSave, ASignalLeavesNoFileOfTheProgram) {
                    path("saved.tif").c_str(), nullptr);
     });
     if (!child.begin()) GTEST_SKIP() << "tracing is not allowed";
+    while (child.step() && names() == before && fs::is_empty(path("tmp"))) continue;
     for (int i = 0; i < calls && child.step(); ++i) continue;
     if (child.exitCode()) {
       EXPECT_EQ(child.exitCode(), 0);
-      EXPECT_GT(calls, 100);
+      EXPECT_GT(calls, 10);
       break;
     }
     const int signal = signals[calls % 3];
