@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <span>
 
 #include "read/directory_walk.h"
@@ -18,8 +17,9 @@ std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint
   const uint64_t at = file.positionOf(file.toLong(entry.value));
   const uint64_t held = entry.hasValueBytes(4) && at < file.size() ? file.size() - at : 0;
   length = static_cast<uint32_t>(std::min<uint64_t>(std::min(entry.count, longest), held));
-  std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[length]);
-  if (bytes) length = static_cast<uint32_t>(file.readAt(at, bytes.get(), length));
+  // Without memory the call fails: a save must not lose the value.
+  auto bytes = std::make_unique_for_overwrite<uint8_t[]>(length);
+  length = static_cast<uint32_t>(file.readAt(at, bytes.get(), length));
   return bytes;
 }
 

@@ -21,7 +21,8 @@ TemporaryPicture::TemporaryPicture(std::string_view fileName) {
 
 TemporaryPicture::~TemporaryPicture() {
   if (path_.empty() || isKept_) return;
-  DeleteFileA(path_.c_str());
+  // A scanner or a network file system may refuse once what it allows a moment later.
+  if (!DeleteFileA(path_.c_str())) DeleteFileA(path_.c_str());
   RemoveDirectoryA(folder_.c_str());
 }
 
