@@ -64,6 +64,7 @@ std::string attach(const AudioOptions& options, PathBuffer& path, PRaster& image
   const CopyDialogue dialogue(options.overwrite);
   if (!mayBeWritten(options.target, dialogue)) return "";
   const char* software = options.software.c_str();
+  const EndingDelay delay;
   if (options.sound.empty()) {
     char name[15] = "";
     if (AddAudio(path.data(), software, &image, thumbnail)) GetSoundFile(path.data(), name);
@@ -94,7 +95,10 @@ ExitStatus audio(const AudioOptions& options) {
   PathBuffer path(options.target);
   const std::string name = attach(options, path, image, ownThumbnail ? &thumbnail : nullptr);
   if (name.empty()) {
-    const std::string written = writtenPath(options.target), why = whyNotWritten(written, "");
+    const std::string written = writtenPath(options.target);
+    const std::string unread = whyNotReadToEnd(options.target);
+    const std::string why =
+        unread.empty() ? whyNotWritten(written, "") : options.target + " cannot be read: " + unread;
     complainAbout(written, "no recording attached" + (why.empty() ? "" : ": " + why));
     return ExitStatus::failed;
   }

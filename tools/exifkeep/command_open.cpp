@@ -32,9 +32,15 @@ std::string describe(const PRaster& image) {
   return text + ", " + inches(image.GetDpmX()) + " x " + inches(image.GetDpmY()) + " dpi";
 }
 
+// The library decodes a thumbnail by way of a temporary file.
+bool openFile(const std::string& path, PRaster* image, PRaster* thumbnail) {
+  const EndingDelay delay;
+  return OpenExifFile(path.c_str(), image, thumbnail) != 0;
+}
+
 ExitStatus showBoth(const std::string& path) {
   PRaster image, thumbnail;
-  if (!OpenExifFile(path.c_str(), &image, &thumbnail)) return answerNotExif(path);
+  if (!openFile(path, &image, &thumbnail)) return answerNotExif(path);
   TextTable table;
   table.addRow("image", image.IsEmpty() ? "cannot be decoded" : describe(image));
   table.addRow("thumbnail", describe(thumbnail));
@@ -64,8 +70,8 @@ ExitStatus writeParts(const OpenOptions& options) {
     return ExitStatus::failed;
   }
   PRaster image, thumbnail;
-  if (!OpenExifFile(options.file.c_str(), options.imageFile.empty() ? nullptr : &image,
-                    options.thumbnailFile.empty() ? nullptr : &thumbnail)) {
+  if (!openFile(options.file, options.imageFile.empty() ? nullptr : &image,
+                options.thumbnailFile.empty() ? nullptr : &thumbnail)) {
     const FileRefusal refusal = explainRefusal(options.file);
     complainAbout(options.file, refusal.reason);
     return refusal.status;

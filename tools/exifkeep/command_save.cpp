@@ -45,6 +45,7 @@ class ModificationTime {
 };
 
 int saveFile(const SaveOptions& options, PRaster& image, PRaster* thumbnail) {
+  const EndingDelay delay;
   const char* source = options.source.c_str();
   const char* destination = options.destination.c_str();
   if (!options.processCode) return SaveFile(source, destination, &image, thumbnail);
@@ -59,6 +60,11 @@ std::string outcome(const SaveOptions& options, bool sourceHadExif) {
   }
   if (!sourceHadExif) return "saved without Exif data: " + options.source + " has none";
   return "saved without Exif data, which is kept from JPEG to JPEG and from TIFF to TIFF only";
+}
+
+void complainNotSaved(const std::string& destination) {
+  const char* guess = "the thumbnail may be too large, or the disk full";
+  complainAbout(destination, "not saved: " + whyNotWritten(destination, guess));
 }
 
 ExitStatus saveOne(const SaveOptions& options) {
@@ -77,10 +83,7 @@ ExitStatus saveOne(const SaveOptions& options) {
   const bool sourceHadExif = IsExifFile(options.source.c_str()) != 0;
   const std::string lost = otherMetadata(options.source);
   if (!saveFile(options, image, ownThumbnail ? &thumbnail : nullptr)) {
-    complainAbout(
-        options.destination,
-        "not saved: " +
-            whyNotWritten(options.destination, "the thumbnail may be too large, or the disk full"));
+    if (canBeReadToEnd(options.source)) complainNotSaved(options.destination);
     return ExitStatus::failed;
   }
   noteAbout(options.destination,

@@ -7,6 +7,7 @@
 
 #include "escape.h"
 #include "standard_streams.h"
+#include "system.h"
 #include "terminal.h"
 
 namespace program {
@@ -17,6 +18,8 @@ constexpr std::uint64_t largeCopy = 32u << 20;
 
 bool askOnTerminal(const std::string& target) {
   std::cerr << escapeForTerminal(target) << " exists. Overwrite it? [y/N] " << std::flush;
+  // The library asks before it has made any file, so the program may be ended here.
+  const EndingDelay none(false);
   std::string answer;
   std::getline(std::cin, answer);
   return !answer.empty() && (answer[0] == 'y' || answer[0] == 'Y');
@@ -27,7 +30,7 @@ bool askOnTerminal(const std::string& target) {
 CopyDialogue::CopyDialogue(bool overwriteUnasked) : overwriteUnasked_(overwriteUnasked) {
   ShellCopyHandler handler;
   handler.mayOverwrite = answerOverwrite;
-  if (isCapableTerminal(Stream::error)) handler.progress = showProgress;
+  handler.progress = showProgress;
   handler.context = this;
   SetShellCopyHandler(handler);
 }
@@ -49,7 +52,8 @@ bool CopyDialogue::answerOverwrite(void* context, HWND, const char*, const char*
 }
 
 bool CopyDialogue::showProgress(void* context, HWND, std::uint64_t done, std::uint64_t total) {
-  if (total < largeCopy) return true;
+  if (endingWaits()) return false;
+  if (total < largeCopy || !isCapableTerminal(Stream::error)) return true;
   int& shown = static_cast<CopyDialogue*>(context)->shownPercent_;
   const int percent = static_cast<int>(done * 100 / total);
   if (percent != shown) drawProgress("copying " + std::to_string(percent) + " %");

@@ -51,15 +51,22 @@ std::string whyNotItsFormat(const std::string& path) {
 bool readImage(const std::string& path, PRaster& image) {
   if (!canBeOpened(path)) return false;
   if (exifkeep::loadPicture(path.c_str(), image)) return true;
-  complainAbout(path, "not a picture that can be decoded");
+  if (canBeReadToEnd(path)) complainAbout(path, "not a picture that can be decoded");
   return false;
 }
 
 bool writeImage(const std::string& path, PRaster& image) {
+  const EndingDelay delay;
   // Without a source, a save is the image alone.
   if (SaveFile("", path.c_str(), &image, nullptr)) return true;
   complainAbout(path, "not written: " + whyNotWritten(path, "the disk may be full"));
   return false;
+}
+
+bool canBeReadToEnd(const std::string& path) {
+  const std::string problem = whyNotReadToEnd(path);
+  if (!problem.empty()) complainAbout(path, "cannot be read: " + problem + "; nothing was changed");
+  return problem.empty();
 }
 
 std::string whyNotWritten(const std::string& path, const std::string& guess) {

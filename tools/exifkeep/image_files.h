@@ -15,6 +15,10 @@ bool readImage(const std::string& path, PRaster& image);
 // written.
 bool writeImage(const std::string& path, PRaster& image);
 
+// Whether all of `path` can be read, asked after a command failed that had to read it. If not, says
+// why, and that nothing was changed.
+bool canBeReadToEnd(const std::string& path);
+
 // What stands in the way of a picture at `path`, after writing it failed; `guess` when nothing is
 // to be seen.
 std::string whyNotWritten(const std::string& path, const std::string& guess);

@@ -10,6 +10,7 @@
 #include <random>
 
 #include "image_files.h"
+#include "system.h"
 
 namespace program {
 namespace {
@@ -40,6 +41,7 @@ class TemporaryFile {
   const std::string& path() const { return path_; }
 
  private:
+  const EndingDelay delay_;  // ends after the file has gone
   std::string folder_;
   std::string path_;
 };
@@ -107,7 +109,10 @@ std::string jpegBytes(PRaster& image) {
 
 PicturePreview makePreview(const std::string& path, std::string_view orientation) {
   PRaster image;
-  OpenExifFile(path.c_str(), nullptr, &image);
+  {
+    const EndingDelay delay;
+    OpenExifFile(path.c_str(), nullptr, &image);
+  }
   if (image.IsEmpty() && !exifkeep::loadPicture(path.c_str(), image)) return {};
   // Palettes and single bits cannot be averaged.
   if (!image.ConvertTo24bit() || !shrink(image) || !turn(image, orientation)) return {};

@@ -9,11 +9,33 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "system.h"
 
 namespace program {
 namespace {
+
+// The signals that end the program. Those that it was started with ignored or blocked, as nohup
+// does, are left as they are.
+sigset_t findEndingSignals() {
+  sigset_t blocked, ending;
+  ::sigemptyset(&blocked);
+  ::sigemptyset(&ending);
+  ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction action;
+    const bool ends = ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL;
+    if (ends && ::sigismember(&blocked, signal) == 0) ::sigaddset(&ending, signal);
+  }
+  return ending;
+}
+
+const sigset_t& endingSignals() {
+  static const sigset_t signals = findEndingSignals();
+  return signals;
+}
 
 // A closed descriptor is filled with one that fails for its purpose; else the next picture opened
 // for reading and writing would get its number, and be overwritten with the program's output.
@@ -57,6 +79,7 @@ bool writeAndClose(int file, std::string_view bytes) {
 
 // The bytes go to a new file beside the old one, which then takes its place in one step.
 bool replaceWhole(const std::string& path, mode_t mode, std::string_view bytes) {
+  const EndingDelay delay;
   std::string temporary = path.substr(0, path.rfind('/') + 1) + ".exifkeep-XXXXXX";
   const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (file == -1) return false;
@@ -110,6 +133,24 @@ bool writeOutput(std::string_view bytes) {
   return writeAll(STDOUT_FILENO, bytes);
 }
 
+bool delayEnding(bool delayed) {
+  static bool current = false;
+  ::pthread_sigmask(delayed ? SIG_BLOCK : SIG_UNBLOCK, &endingSignals(), nullptr);
+  return std::exchange(current, delayed);
+}
+
+bool endingWaits() {
+  sigset_t waiting;
+  ::sigemptyset(&waiting);
+  ::sigpending(&waiting);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    if (::sigismember(&waiting, signal) == 1 && ::sigismember(&endingSignals(), signal) == 1) {
+      return true;
+    }
+  }
+  return false;
+}
+
 void setEnvironment(const char* name, const std::string& value) {
   ::setenv(name, value.c_str(), 1);
 }
@@ -132,6 +173,19 @@ std::string whyNotWritable(const std::string& path) {
   }
   if (::access(path.c_str(), W_OK) == 0) return whyNotReadable(path);
   return errno == ENOENT ? "" : std::strerror(errno);
+}
+
+std::string whyNotReadToEnd(const std::string& path) {
+  if (const std::string problem = whyNotReadable(path); !problem.empty()) return problem;
+  const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (file == -1) return std::strerror(errno);
+  std::vector<char> buffer(256 * 1024);
+  off_t at = 0;
+  ssize_t count;
+  while ((count = ::pread(file, buffer.data(), buffer.size(), at)) > 0) at += count;
+  const std::string problem = count == -1 ? std::strerror(errno) : "";
+  ::close(file);
+  return problem;
 }
 
 bool isThere(const std::string& path) {

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <utility>
+#include <vector>
 
 #include "system.h"
 
@@ -150,6 +151,14 @@ bool writeOutput(std::string_view bytes) {
   return true;
 }
 
+bool delayEnding(bool) {
+  return false;
+}
+
+bool endingWaits() {
+  return false;
+}
+
 void setEnvironment(const char* name, const std::string& value) {
   _putenv_s(name, value.c_str());
 }
@@ -169,6 +178,19 @@ std::string whyNotWritable(const std::string& path) {
   if (isDirectory(path)) return std::strerror(EISDIR);
   const Opened file(path, GENERIC_READ | GENERIC_WRITE, shareAll, OPEN_EXISTING);
   return file ? "" : lastReason();
+}
+
+std::string whyNotReadToEnd(const std::string& path) {
+  if (const std::string problem = whyNotReadable(path); !problem.empty()) return problem;
+  const Opened file(path, GENERIC_READ, shareAll, OPEN_EXISTING);
+  if (!file) return lastReason();
+  std::vector<char> buffer(256 * 1024);
+  DWORD count;
+  do {
+    const auto size = static_cast<DWORD>(buffer.size());
+    if (!ReadFile(file.handle(), buffer.data(), size, &count, nullptr)) return lastReason();
+  } while (count > 0);
+  return "";
 }
 
 bool isThere(const std::string& path) {
