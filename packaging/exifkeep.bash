@@ -18,9 +18,9 @@ _exifkeep_options() {
     info) echo --lang --json --csv --html --output -o --tag --gps --recursive -r --null -0 ;;
     check | version | sound) echo --json --null -0 ;;
     languages) echo --json ;;
-    open) echo --image --thumbnail ;;
-    save) echo --picture --thumbnail --process --keep-time --yes ;;
-    audio) echo --sound --software --picture --thumbnail --yes ;;
+    open) echo --image --thumbnail --damaged ;;
+    save) echo --picture --thumbnail --process --damaged --keep-time --yes ;;
+    audio) echo --sound --software --picture --thumbnail --damaged --yes ;;
   esac
   echo --color --help -h
 }

@@ -17,6 +17,7 @@ complete -c exifkeep -n "__fish_seen_subcommand_from info check version sound la
 complete -c exifkeep -n "__fish_seen_subcommand_from info check version sound" -l null -s 0
 complete -c exifkeep -n "__fish_seen_subcommand_from open" -l image -r
 complete -c exifkeep -n "__fish_seen_subcommand_from open save audio" -l thumbnail -r
+complete -c exifkeep -n "__fish_seen_subcommand_from open save audio" -l damaged
 complete -c exifkeep -n "__fish_seen_subcommand_from save audio" -l picture -r
 complete -c exifkeep -n "__fish_seen_subcommand_from save audio" -l yes
 complete -c exifkeep -n "__fish_seen_subcommand_from save" -l process -x -a "2 3 4 5 6"

@@ -33,6 +33,21 @@ class PictureCommands : public ShellTest {
   }
 };
 
+TEST_F(PictureCommands, LostRowsAreWrittenOnRequestOnly) {
+  const std::string whole = read("exif.jpg");
+  write("cut.jpg", whole.substr(0, whole.size() - 200));
+  const std::string open = run("$E open cut.jpg", 0);
+  EXPECT_THAT(open, HasSubstr(" rows lost"));
+  for (const char* command : {"open cut.jpg --image new.png", "save cut.jpg new.jpg",
+                              "save exif.jpg new.jpg --picture cut.jpg", "audio cut.jpg"}) {
+    EXPECT_THAT(run(std::string("$E ") + command, 3), HasSubstr("of 48 rows are lost; --damaged"));
+    EXPECT_FALSE(std::filesystem::exists(path("new.jpg")));
+    EXPECT_THAT(run(std::string("$E ") + command + " --damaged", 0),
+                HasSubstr("cut.jpg: damaged: "));
+    std::filesystem::remove(path("new.jpg"));
+  }
+}
+
 TEST_F(PictureCommands, SaveTellsWhetherMetadataWentAlong) {
   EXPECT_THAT(run("$E save exif.jpg new.jpg --picture edited.png", 0),
               HasSubstr("new.jpg: saved with the Exif data of exif.jpg"));

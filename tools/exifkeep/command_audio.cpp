@@ -21,6 +21,7 @@ struct AudioOptions {
   std::string target, sound, picture, thumbnail;
   std::string software = "exifkeep";
   bool overwrite = false;
+  bool damaged = false;
 };
 
 // A path that the library may write back into, with room for another extension or name.
@@ -87,9 +88,10 @@ ExitStatus audio(const AudioOptions& options) {
   if (!options.sound.empty() && !canBeOpened(options.sound)) return ExitStatus::failed;
   PRaster image, thumbnail;
   const std::string& picture = options.picture.empty() ? options.target : options.picture;
-  if (!readImage(picture, image)) return ExitStatus::failed;
+  if (!readImage(picture, image, options.damaged)) return ExitStatus::failed;
   const bool ownThumbnail = !options.thumbnail.empty();
-  if (ownThumbnail && !readImage(options.thumbnail, thumbnail)) return ExitStatus::failed;
+  if (ownThumbnail && !readImage(options.thumbnail, thumbnail, options.damaged))
+    return ExitStatus::failed;
 
   const std::string lost = otherMetadata(options.target);
   PathBuffer path(options.target);
@@ -123,6 +125,8 @@ void addAudio(CLI::App& program, Command& chosen) {
           "Image to write, PICTURE's own by default");
   addText(command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");
+  addFlag(command, "--damaged", options->damaged,
+          "Write a damaged picture as far as it was decoded");
   addFlag(command, "--yes", options->overwrite, "Overwrite existing files without asking");
   addFooter(
       command,

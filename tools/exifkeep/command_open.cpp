@@ -16,6 +16,7 @@ namespace {
 // An empty file name is a part that is not asked for.
 struct OpenOptions {
   std::string file, imageFile, thumbnailFile;
+  bool damaged = false;
 };
 
 std::string inches(unsigned dotsPerMetre) {
@@ -28,6 +29,7 @@ std::string describe(const PRaster& image) {
                      std::to_string(image.GetImageHeight()) + " pixels, " +
                      std::to_string(image.bitsPerPixel()) +
                      (image.bitsPerPixel() == 1 ? " bit" : " bits");
+  if (image.lostRows() != 0) text += ", " + std::to_string(image.lostRows()) + " rows lost";
   if (image.GetDpmX() == 0 || image.GetDpmY() == 0) return text + ", no resolution";
   return text + ", " + inches(image.GetDpmX()) + " x " + inches(image.GetDpmY()) + " dpi";
 }
@@ -52,7 +54,8 @@ ExitStatus showBoth(const std::string& path) {
 bool writePart(const OpenOptions& options, const char* part, PRaster& opened,
                const std::string& target) {
   if (target.empty()) return true;
-  if (!opened.IsEmpty()) return writeImage(target, opened);
+  if (!opened.IsEmpty())
+    return acceptLostRows(options.file, opened, options.damaged) && writeImage(target, opened);
   complainAbout(options.file, std::string("no ") + part + " that can be decoded");
   return false;
 }
@@ -96,6 +99,8 @@ void addOpen(CLI::App& program, Command& chosen) {
           checkPictureOutput);
   addText(command, "--thumbnail", options->thumbnailFile, "OUT", "Write the thumbnail to this file",
           checkPictureOutput);
+  addFlag(command, "--damaged", options->damaged,
+          "Write a damaged picture as far as it was decoded");
   addFooter(
       command,
       "The extension of OUT names the format. Without options the size, depth and resolution of\n"

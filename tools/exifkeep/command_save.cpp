@@ -24,6 +24,7 @@ struct SaveOptions {
   std::optional<int> processCode;
   bool overwrite = false;
   bool keepTime = false;
+  bool damaged = false;
 };
 
 // When a file was last changed, as it was before it may be saved over.
@@ -76,9 +77,11 @@ ExitStatus saveOne(const SaveOptions& options) {
   const ModificationTime sourceTime(options.source);
   PRaster image, thumbnail;
   const bool ownPicture = options.picture.empty();
-  if (!readImage(ownPicture ? options.source : options.picture, image)) return ExitStatus::failed;
+  if (!readImage(ownPicture ? options.source : options.picture, image, options.damaged))
+    return ExitStatus::failed;
   const bool ownThumbnail = !options.thumbnail.empty();
-  if (ownThumbnail && !readImage(options.thumbnail, thumbnail)) return ExitStatus::failed;
+  if (ownThumbnail && !readImage(options.thumbnail, thumbnail, options.damaged))
+    return ExitStatus::failed;
 
   const bool sourceHadExif = IsExifFile(options.source.c_str()) != 0;
   const std::string lost = otherMetadata(options.source);
@@ -132,6 +135,8 @@ void addSave(CLI::App& program, Command& chosen) {
   addText(command, "--picture", options->picture, "FILE", "Image to save, SOURCE's own by default");
   addText(command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");
+  addFlag(command, "--damaged", options->damaged,
+          "Write a damaged picture as far as it was decoded");
   addNumber(command, "--process", options->processCode, 2, 6,
             "What was done to the image: 2 turned, 3 resized, 4 to 6 filtered");
   addFlag(command, "--keep-time", options->keepTime, "Keep the time when SOURCE was last changed");

@@ -48,9 +48,20 @@ std::string whyNotItsFormat(const std::string& path) {
 
 }  // namespace
 
-bool readImage(const std::string& path, PRaster& image) {
+bool acceptLostRows(const std::string& path, const PRaster& image, bool damaged) {
+  if (image.lostRows() == 0) return true;
+  const std::string lost =
+      std::to_string(image.lostRows()) + " of " + std::to_string(image.height()) + " rows are lost";
+  if (damaged)
+    noteAbout(path, "damaged: " + lost);
+  else
+    complainAbout(path, "damaged: " + lost + "; --damaged writes the picture all the same");
+  return damaged;
+}
+
+bool readImage(const std::string& path, PRaster& image, bool damaged) {
   if (!canBeOpened(path)) return false;
-  if (exifkeep::loadPicture(path.c_str(), image)) return true;
+  if (exifkeep::loadPicture(path.c_str(), image)) return acceptLostRows(path, image, damaged);
   if (canBeReadToEnd(path)) complainAbout(path, "not a picture that can be decoded");
   return false;
 }

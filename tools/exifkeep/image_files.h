@@ -9,7 +9,10 @@ namespace program {
 
 // Decodes the picture at `path` into `image`, resolution and palette included. False, after saying
 // so, when it cannot be read.
-bool readImage(const std::string& path, PRaster& image);
+bool readImage(const std::string& path, PRaster& image, bool damaged);
+// Says how many rows of an image decoded from `path` are lost. False when there are some and
+// `damaged` says that the user did not ask for such images.
+bool acceptLostRows(const std::string& path, const PRaster& image, bool damaged);
 
 // Encodes `image` into the file `path` by its extension. False, after saying so, when it cannot be
 // written.
