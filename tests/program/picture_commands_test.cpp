@@ -2,10 +2,13 @@
 // codec wrote.
 #include <gmock/gmock.h>
 
+#include <csignal>
+
 #include "codec/picture_fixture.h"
 #include "other_metadata.h"
 #include "program/exif_fixture.h"
 #include "program/shell.h"
+#include "system.h"
 
 namespace exifkeep::test {
 namespace {
@@ -132,7 +135,35 @@ TEST_F(PictureCommands, WhatFailsLeavesNothing) {
   EXPECT_THAT(run("$E open exif.jpg --image ./exif.jpg", 3), HasSubstr("itself"));
   EXPECT_THAT(run("$E open exif.jpg --image image.xyz", 3), HasSubstr("jpg, jpeg, jpe, tif"));
   run("$E open plain.jpg --image image.png", 1);
+  // A regular file whose first byte cannot be read.
+  EXPECT_THAT(run("$E save /proc/self/mem new.jpg", 3), HasSubstr("read: Input/output error; no"));
   EXPECT_EQ(names(), before);
+}
+
+void saveAndBeEnded(int signal, const std::string& file) {
+  const program::EndingDelay delay;
+  {
+    const program::EndingDelay inner;
+    std::raise(signal);
+  }
+  if (program::endingWaits()) writeFile(file, "saved");
+}
+
+TEST_F(PictureCommands, ASignalEndsTheProgramAfterTheCall) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    const std::string file = "saved" + std::to_string(signal);
+    EXPECT_EXIT(saveAndBeEnded(signal, path(file)), testing::KilledBySignal(signal), "");
+    EXPECT_EQ(read(file), "saved");
+  }
+  // As nohup starts it.
+  std::signal(SIGHUP, SIG_IGN);
+  EXPECT_EXIT(
+      {
+        saveAndBeEnded(SIGHUP, path("ignored"));
+        std::exit(0);
+      },
+      testing::ExitedWithCode(0), "");
+  std::signal(SIGHUP, SIG_DFL);
 }
 
 TEST_F(PictureCommands, AudioCopiesTheRecordingAndRecordsItsName) {
