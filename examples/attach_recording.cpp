@@ -26,7 +26,7 @@ bool mayOverwrite(void*, HWND, const char*, const char* target) {
 }
 
 // Called while the recording is copied; false would cancel the copy.
-bool showProgress(void*, HWND, std::uint64_t done, std::uint64_t total) {
+bool showProgress(void*, HWND, uint64_t done, uint64_t total) {
   std::fprintf(stderr, "\rcopied %llu of %llu bytes", static_cast<unsigned long long>(done),
                static_cast<unsigned long long>(total));
   if (done == total) std::fputc('\n', stderr);
@@ -52,8 +52,8 @@ void installHandlers() {
 // The library writes into both paths: the name that the recording got, at most 12 bytes, takes the
 // place of its path, and a picture that becomes a JPEG file gets the extension jpg.
 std::vector<char> writablePath(const char* path) {
-  constexpr std::size_t longestName = 12, longestExtension = 3;
-  const std::size_t length = std::strlen(path);
+  constexpr size_t longestName = 12, longestExtension = 3;
+  const size_t length = std::strlen(path);
   std::vector<char> buffer(std::max(length + longestExtension, longestName) + 1);
   std::copy_n(path, length, buffer.begin());
   return buffer;

@@ -19,8 +19,8 @@ constexpr int turned = 2;
 
 // Levels are colours only together with their palette. Pictures of 24 bits have none.
 void copyPalette(const PRaster& from, PRaster& to) {
-  if (from.palette() == nullptr) return;
-  std::copy_n(from.palette(), std::size_t{1} << from.bitsPerPixel(), to.palette());
+  if (!from.palette()) return;
+  std::copy_n(from.palette(), size_t{1} << from.bitsPerPixel(), to.palette());
 }
 
 // Makes `to` an image that shows `from` turned clockwise. False when there is no memory for it.

@@ -18,9 +18,9 @@ namespace exifkeep {
 /// One entry of a FieldList. What its views point to lives as long as the item.
 struct InfoField : InfoItem {
   /// Where the tag is: IFD0, the Exif directory or the GPS directory (Exif 2.2, 4.6.3).
-  enum class Directory : std::uint8_t { image, exif, gps };
+  enum class Directory : uint8_t { image, exif, gps };
   /// Which of `numbers` and `bytes` has the value, and how.
-  enum class Kind : std::uint8_t {
+  enum class Kind : uint8_t {
     text,       ///< `bytes`: text up to its first NUL, in whatever charset the file has it
     bytes,      ///< `bytes`: of a maker note or a comment, at most the first 255 and, of a comment,
                 ///< its character code of 8 bytes
@@ -28,10 +28,10 @@ struct InfoField : InfoItem {
     rationals,  ///< `numbers`: numerator and denominator in turn
   };
 
-  const char* name = "";  ///< The tag's name in the standard, such as "ExposureTime".
-  std::span<const std::int64_t> numbers;   ///< Empty for text and bytes.
-  std::string_view bytes;                  ///< Empty for numbers.
-  std::uint16_t tag = 0;                   ///< The tag's number, such as 0x829A.
+  const char* name = "";             ///< The tag's name in the standard, such as "ExposureTime".
+  std::span<const int64_t> numbers;  ///< Empty for text and bytes.
+  std::string_view bytes;            ///< Empty for numbers.
+  uint16_t tag = 0;                  ///< The tag's number, such as 0x829A.
   Directory directory = Directory::image;  ///< Where the tag is.
   Kind kind = Kind::text;                  ///< What the value is.
 };
@@ -51,7 +51,7 @@ class FieldList : public CPtrList {
   /// Calls `visit` with each item, a `const InfoField&`.
   template <class Visit>
   void forEach(Visit visit) const {
-    for (POSITION place = GetHeadPosition(); place != nullptr;)
+    for (POSITION place = GetHeadPosition(); place;)
       visit(static_cast<const InfoField&>(*static_cast<const InfoItem*>(GetNext(place))));
   }
 };

@@ -27,7 +27,7 @@ void startSource(j_decompress_ptr) {}
 // leaves any other without the rest of its rows.
 boolean fillSource(j_decompress_ptr codec) {
   Source& source = *reinterpret_cast<Source*>(codec->src);
-  std::size_t count = source.file->read(source.bytes, sizeof source.bytes);
+  size_t count = source.file->read(source.bytes, sizeof source.bytes);
   if (count == 0) {
     source.ended = true;
     source.bytes[0] = 0xFF;
@@ -42,11 +42,11 @@ boolean fillSource(j_decompress_ptr codec) {
 void skipSource(j_decompress_ptr codec, long count) {
   if (count <= 0) return;
   jpeg_source_mgr& source = *codec->src;
-  const std::size_t buffered = std::min(source.bytes_in_buffer, static_cast<std::size_t>(count));
+  const size_t buffered = std::min(source.bytes_in_buffer, static_cast<size_t>(count));
   source.next_input_byte += buffered;
   source.bytes_in_buffer -= buffered;
   PictureReading& file = *reinterpret_cast<Source*>(codec->src)->file;
-  file.moveTo(file.position() + static_cast<std::size_t>(count) - buffered);
+  file.moveTo(file.position() + static_cast<size_t>(count) - buffered);
 }
 
 void endSource(j_decompress_ptr) {}
@@ -54,9 +54,9 @@ void endSource(j_decompress_ptr) {}
 // Called for every row of blocks, of every scan.
 void limitScans(j_common_ptr common) {
   const j_decompress_ptr codec = reinterpret_cast<j_decompress_ptr>(common);
-  const std::uint64_t pixels = std::uint64_t{codec->image_width} * codec->image_height;
-  const std::uint64_t scans = static_cast<std::uint64_t>(codec->input_scan_number);
-  if (scans > 100 || scans * pixels > std::uint64_t{1} << 32) ERREXIT(codec, JERR_BAD_PROGRESSION);
+  const uint64_t pixels = uint64_t{codec->image_width} * codec->image_height;
+  const uint64_t scans = static_cast<uint64_t>(codec->input_scan_number);
+  if (scans > 100 || scans * pixels > uint64_t{1} << 32) ERREXIT(codec, JERR_BAD_PROGRESSION);
 }
 
 void convertCmyk(const JSAMPLE* cmyk, BYTE* bgr, unsigned width, bool inverted) {
@@ -107,14 +107,14 @@ class LostRows {
  private:
   // What follows damage is lost as far as the next restart marker.
   static unsigned endOfDamage(const jpeg_decompress_struct& codec) {
-    const std::uint64_t interval = codec.restart_interval;
+    const uint64_t interval = codec.restart_interval;
     if (interval == 0) return codec.total_iMCU_rows;
     const bool single = codec.comps_in_scan == 1;
     const auto down = static_cast<unsigned>(single ? codec.cur_comp_info[0]->v_samp_factor : 1);
-    const std::uint64_t units = std::max(1u, codec.MCUs_per_row * down);
-    const std::uint64_t last = (codec.input_iMCU_row + 1) * units;
-    const std::uint64_t rows = ((last + interval - 1) / interval * interval + units - 1) / units;
-    return static_cast<unsigned>(std::min<std::uint64_t>(rows, codec.total_iMCU_rows));
+    const uint64_t units = std::max(1u, codec.MCUs_per_row * down);
+    const uint64_t last = (codec.input_iMCU_row + 1) * units;
+    const uint64_t rows = ((last + interval - 1) / interval * interval + units - 1) / units;
+    return static_cast<unsigned>(std::min<uint64_t>(rows, codec.total_iMCU_rows));
   }
 
   using Rows = std::bitset<JPEG_MAX_DIMENSION / DCTSIZE + 1>;
@@ -235,7 +235,7 @@ class JpegDecoder {
 
 }  // namespace
 
-bool isJpeg(const BYTE* start, std::size_t count) {
+bool isJpeg(const BYTE* start, size_t count) {
   return count >= 3 && start[0] == 0xFF && start[1] == 0xD8 && start[2] == 0xFF;
 }
 

@@ -5,7 +5,7 @@
 
 namespace exifkeep {
 
-bool isJpeg(const BYTE* start, std::size_t count);
+bool isJpeg(const BYTE* start, size_t count);
 bool describeJpeg(PictureReading& file, PictureDescription& picture);
 // A picture whose only scan is complete is accepted without its EOI marker.
 bool decodeJpeg(PictureReading& file, const PictureRows& rows);

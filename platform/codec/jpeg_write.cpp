@@ -24,7 +24,7 @@ Destination& destinationOf(j_compress_ptr codec) {
   return *reinterpret_cast<Destination*>(codec->dest);
 }
 
-void flush(j_compress_ptr codec, std::size_t count) {
+void flush(j_compress_ptr codec, size_t count) {
   Destination& destination = destinationOf(codec);
   if (!destination.file->write(destination.bytes, count)) ERREXIT(codec, JERR_FILE_WRITE);
   destination.base.next_output_byte = destination.bytes;

@@ -15,12 +15,12 @@ class PictureFile {
   ~PictureFile();
 
   bool isOpen() const noexcept { return file_ != -1; }
-  std::uint64_t size() const noexcept { return size_; }
-  std::uint64_t position() const noexcept { return position_; }
-  void moveTo(std::uint64_t position) noexcept { position_ = position; }
+  uint64_t size() const noexcept { return size_; }
+  uint64_t position() const noexcept { return position_; }
+  void moveTo(uint64_t position) noexcept { position_ = position; }
 
   // Reads at the position; fewer bytes than asked for only at the end of the file or on an error.
-  std::size_t read(void* bytes, std::size_t count) noexcept;
+  size_t read(void* bytes, size_t count) noexcept;
   // Whether any reading or writing failed so far; the libraries pass over some errors.
   bool hasFailed() const noexcept { return failed_; }
 
@@ -29,9 +29,9 @@ class PictureFile {
   enum class Purpose { reading, writing };
   bool open(const char* path, Purpose purpose) noexcept;
 
-  std::intptr_t file_ = -1;  // a descriptor; on Windows a handle
-  std::uint64_t size_ = 0;
-  std::uint64_t position_ = 0;
+  intptr_t file_ = -1;  // a descriptor; on Windows a handle
+  uint64_t size_ = 0;
+  uint64_t position_ = 0;
   bool failed_ = false;
 };
 
@@ -49,7 +49,7 @@ class PictureWriting : public PictureFile {
   ~PictureWriting();
 
   // Writes all bytes at the position.
-  bool write(const void* bytes, std::size_t count) noexcept;
+  bool write(const void* bytes, size_t count) noexcept;
   // Closes the file; false when that, or any write before, failed.
   bool finish() noexcept;
 

@@ -32,7 +32,7 @@ bool PictureRows::isGrey() const noexcept {
 void PictureRows::expand(unsigned y, BYTE* bgr) const noexcept {
   const BYTE* from = row(y);
   if (bits() == 24) {
-    std::memcpy(bgr, from, std::size_t{width()} * 3);
+    std::memcpy(bgr, from, size_t{width()} * 3);
     return;
   }
   for (unsigned x = 0; x < width(); ++x, bgr += 3) {
@@ -44,13 +44,13 @@ void PictureRows::expand(unsigned y, BYTE* bgr) const noexcept {
   }
 }
 
-bool isAcceptable(const PictureDescription& picture, std::uint64_t fileSize) noexcept {
+bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept {
   constexpr unsigned longestSide = 1 << 20;
-  const std::uint64_t width = picture.width, height = picture.height;
+  const uint64_t width = picture.width, height = picture.height;
   if (width == 0 || width > longestSide || height == 0 || height > longestSide) return false;
   if (width * height > PRaster::maxPixels) return false;
-  const std::uint64_t bytes = (width * picture.bits + 31) / 32 * 4 * height;
-  return bytes <= (std::uint64_t{64} << 20) || bytes / 2048 <= fileSize;
+  const uint64_t bytes = (width * picture.bits + 31) / 32 * 4 * height;
+  return bytes <= (uint64_t{64} << 20) || bytes / 2048 <= fileSize;
 }
 
 unsigned perMetreFromPerInch(double dotsPerInch) noexcept {
@@ -59,7 +59,7 @@ unsigned perMetreFromPerInch(double dotsPerInch) noexcept {
 }
 
 unsigned perInchFromPerMetre(unsigned dotsPerMetre) noexcept {
-  return static_cast<unsigned>((std::uint64_t{dotsPerMetre} * 254 + 5000) / 10000);
+  return static_cast<unsigned>((uint64_t{dotsPerMetre} * 254 + 5000) / 10000);
 }
 
 }  // namespace exifkeep

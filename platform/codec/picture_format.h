@@ -59,7 +59,7 @@ class PictureRows {
 };
 
 struct PictureFormat {
-  bool (*recognizes)(const BYTE* start, std::size_t count);
+  bool (*recognizes)(const BYTE* start, size_t count);
   // Each of these gets a file that stands at its start.
   bool (*describe)(PictureReading& file, PictureDescription& picture);
   bool (*decode)(PictureReading& file, const PictureRows& rows);
@@ -71,13 +71,13 @@ extern const PictureFormat tiffFormat;
 extern const PictureFormat pngFormat;
 
 // Exchanges the first and the third byte of each pixel. The two may not overlap.
-void swapRedAndBlue(const BYTE* from, BYTE* to, std::size_t pixels) noexcept;
+void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) noexcept;
 
 // Whether a file may hold a picture of that size: sides of at most 2^20 pixels (each row costs time
 // of its own), at most PRaster::maxPixels, and from 64 MiB of pixels on at most 2048 bytes of
 // pixels a byte of the file, which the formats' compression does not exceed in practice (Deflate
 // reaches 1032, LZW 1360). So a tiny file is refused before any large block is allocated or filled.
-bool isAcceptable(const PictureDescription& picture, std::uint64_t fileSize) noexcept;
+bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept;
 
 // Resolutions: what does not fit or is not positive counts as unknown, 0.
 unsigned perMetreFromPerInch(double dotsPerInch) noexcept;

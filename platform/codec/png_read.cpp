@@ -38,7 +38,7 @@ class PngDecoder {
     return true;
   }
 
-  static void readBytes(png_structp png, png_bytep bytes, std::size_t count) {
+  static void readBytes(png_structp png, png_bytep bytes, size_t count) {
     PngDecoder& decoder = *static_cast<PngDecoder*>(png_get_io_ptr(png));
     if (count > decoder.bytesLeft_) png_error(png, "too much image data");
     decoder.bytesLeft_ -= count;
@@ -96,11 +96,11 @@ class PngDecoder {
   }
 
   void readPixels() {
-    const std::size_t storedRow = png_get_rowbytes(png_, info_);
+    const size_t storedRow = png_get_rowbytes(png_, info_);
     setConversions();
     const int passes = png_set_interlace_handling(png_);
     png_read_update_info(png_, info_);
-    const std::size_t rowBytes = (std::size_t{rows_->width()} * rows_->bits() + 7) / 8;
+    const size_t rowBytes = (size_t{rows_->width()} * rows_->bits() + 7) / 8;
     if (png_get_rowbytes(png_, info_) != rowBytes) png_error(png_, "row size");
     for (int pass = 0; pass < passes; ++pass)
       for (unsigned y = 0; y < rows_->height(); ++y) {
@@ -130,10 +130,10 @@ class PngDecoder {
     png_set_bgr(png_);
   }
 
-  static constexpr std::uint64_t unlimited = UINT64_MAX;
+  static constexpr uint64_t unlimited = UINT64_MAX;
 
   PictureReading& file_;
-  std::uint64_t bytesLeft_ = unlimited;  // that may be read
+  uint64_t bytesLeft_ = unlimited;  // that may be read
   PngErrors errors_;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
@@ -143,7 +143,7 @@ class PngDecoder {
 
 }  // namespace
 
-bool isPng(const BYTE* start, std::size_t count) {
+bool isPng(const BYTE* start, size_t count) {
   return count >= 8 && png_sig_cmp(start, 0, 8) == 0;
 }
 

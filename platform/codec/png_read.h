@@ -6,7 +6,7 @@
 
 namespace exifkeep {
 
-bool isPng(const BYTE* start, std::size_t count);
+bool isPng(const BYTE* start, size_t count);
 bool describePng(PictureReading& file, PictureDescription& picture);
 bool decodePng(PictureReading& file, const PictureRows& rows);
 

@@ -7,7 +7,7 @@
 namespace exifkeep {
 namespace {
 
-void writeBytes(png_structp png, png_bytep bytes, std::size_t count) {
+void writeBytes(png_structp png, png_bytep bytes, size_t count) {
   if (!static_cast<PictureWriting*>(png_get_io_ptr(png))->write(bytes, count))
     png_error(png, "write");
 }

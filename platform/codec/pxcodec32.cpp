@@ -27,7 +27,7 @@ constexpr NamedFormat namedFormats[] = {
 // All formats can be read and written.
 constexpr auto capabilities = [] {
   std::array<CodecCapability, std::size(namedFormats)> records = {};
-  for (std::size_t i = 0; i < records.size(); ++i) {
+  for (size_t i = 0; i < records.size(); ++i) {
     std::ranges::copy(std::string_view(namedFormats[i].extension), records[i].extension);
     records[i].readable = records[i].writable = 1;
   }
@@ -46,7 +46,7 @@ const PictureFormat* formatOfName(const char* path) noexcept {
 // For reading: by the file's first bytes. Leaves the file at its start.
 const PictureFormat* formatOfContent(PictureReading& file) noexcept {
   BYTE start[16];
-  const std::size_t count = file.read(start, sizeof start);
+  const size_t count = file.read(start, sizeof start);
   file.moveTo(0);
   for (const NamedFormat& named : namedFormats)
     if (named.format->recognizes(start, count)) return named.format;

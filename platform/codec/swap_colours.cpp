@@ -7,8 +7,8 @@
 namespace exifkeep {
 namespace {
 
-void swapPixels(const BYTE* from, BYTE* to, std::size_t pixels) noexcept {
-  for (std::size_t i = 0; i < pixels; ++i, from += 3, to += 3) {
+void swapPixels(const BYTE* from, BYTE* to, size_t pixels) noexcept {
+  for (size_t i = 0; i < pixels; ++i, from += 3, to += 3) {
     to[0] = from[2];
     to[1] = from[1];
     to[2] = from[0];
@@ -29,10 +29,9 @@ constexpr bool hasByteShuffle() noexcept {
 
 // Five pixels at a time out of 16 bytes; the 16th is rewritten by the next five. Returns how many
 // pixels are done: all but the last few.
-EXIFKEEP_BYTE_SHUFFLE std::size_t swapFives(const BYTE* from, BYTE* to,
-                                            std::size_t pixels) noexcept {
+EXIFKEEP_BYTE_SHUFFLE size_t swapFives(const BYTE* from, BYTE* to, size_t pixels) noexcept {
   using Bytes16 = unsigned char __attribute__((vector_size(16)));
-  std::size_t done = 0;
+  size_t done = 0;
   for (; done + 6 <= pixels; done += 5) {
     Bytes16 bytes;
     std::memcpy(&bytes, from + 3 * done, 16);
@@ -45,8 +44,8 @@ EXIFKEEP_BYTE_SHUFFLE std::size_t swapFives(const BYTE* from, BYTE* to,
 
 }  // namespace
 
-void swapRedAndBlue(const BYTE* from, BYTE* to, std::size_t pixels) noexcept {
-  const std::size_t done = hasByteShuffle() ? swapFives(from, to, pixels) : 0;
+void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) noexcept {
+  const size_t done = hasByteShuffle() ? swapFives(from, to, pixels) : 0;
   swapPixels(from + 3 * done, to + 3 * done, pixels - done);
 }
 

@@ -5,15 +5,14 @@
 namespace exifkeep {
 namespace {
 
-constexpr std::uint64_t mebi = 1 << 20;
-constexpr std::uint64_t largestRow = 2 * mebi;      // stored; 32 of them are read at a time
-constexpr std::uint64_t largestPixel = 128;         // bits
-constexpr std::uint64_t paddingAllowed = 4 * mebi;  // pixels of tiles outside the picture
-constexpr std::uint64_t largestWork =
-    1024 * mebi;  // bytes of a strip or row of tiles in conversion
+constexpr uint64_t mebi = 1 << 20;
+constexpr uint64_t largestRow = 2 * mebi;      // stored; 32 of them are read at a time
+constexpr uint64_t largestPixel = 128;         // bits
+constexpr uint64_t paddingAllowed = 4 * mebi;  // pixels of tiles outside the picture
+constexpr uint64_t largestWork = 1024 * mebi;  // bytes of a strip or row of tiles in conversion
 
 template <class Number>
-Number fieldOf(TIFF* tiff, std::uint32_t tag) {
+Number fieldOf(TIFF* tiff, uint32_t tag) {
   Number value = 0;
   TIFFGetFieldDefaulted(tiff, tag, &value);
   return value;
@@ -21,7 +20,7 @@ Number fieldOf(TIFF* tiff, std::uint32_t tag) {
 
 // Those of TIFF 6.0, and Deflate. The library's others (JBIG, LZMA, WebP and more) take memory and
 // time by sizes of their own, and its old-style JPEG decodes scans without end.
-bool isDecoded(std::uint16_t compression) {
+bool isDecoded(uint16_t compression) {
   switch (compression) {
     case COMPRESSION_NONE:
     case COMPRESSION_CCITTRLE:
@@ -36,81 +35,79 @@ bool isDecoded(std::uint16_t compression) {
   }
 }
 
-std::uint32_t partCount(TIFF* tiff) {
+uint32_t partCount(TIFF* tiff) {
   return TIFFIsTiled(tiff) ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
 }
 
-std::uint64_t largestPart(TIFF* tiff) {
-  std::uint64_t largest = 0;
-  for (std::uint32_t i = 0; i < partCount(tiff); ++i)
-    largest = std::max<std::uint64_t>(largest, TIFFGetStrileByteCount(tiff, i));
+uint64_t largestPart(TIFF* tiff) {
+  uint64_t largest = 0;
+  for (uint32_t i = 0; i < partCount(tiff); ++i)
+    largest = std::max<uint64_t>(largest, TIFFGetStrileByteCount(tiff, i));
   return largest;
 }
 
 // So no byte is decoded twice.
-bool partsFit(TIFF* tiff, std::uint64_t fileSize) {
-  std::uint64_t left = fileSize;
-  for (std::uint32_t i = 0; i < partCount(tiff); ++i) {
-    const std::uint64_t size = TIFFGetStrileByteCount(tiff, i);
+bool partsFit(TIFF* tiff, uint64_t fileSize) {
+  uint64_t left = fileSize;
+  for (uint32_t i = 0; i < partCount(tiff); ++i) {
+    const uint64_t size = TIFFGetStrileByteCount(tiff, i);
     if (size > left) return false;
     left -= size;
   }
   return true;
 }
 
-std::uint64_t partsNeeded(std::uint64_t length, std::uint64_t part) {
+uint64_t partsNeeded(uint64_t length, uint64_t part) {
   return (length + part - 1) / part;
 }
 
 // REQUIRES: width and height are acceptable.
 bool tilesSuit(TIFF* tiff) {
-  const std::uint64_t width = fieldOf<std::uint32_t>(tiff, TIFFTAG_IMAGEWIDTH);
-  const std::uint64_t height = fieldOf<std::uint32_t>(tiff, TIFFTAG_IMAGELENGTH);
-  const std::uint64_t tileWidth = fieldOf<std::uint32_t>(tiff, TIFFTAG_TILEWIDTH);
-  const std::uint64_t tileHeight = rowsInPart(tiff);
-  constexpr std::uint64_t longest = 2 * mebi;
+  const uint64_t width = fieldOf<uint32_t>(tiff, TIFFTAG_IMAGEWIDTH);
+  const uint64_t height = fieldOf<uint32_t>(tiff, TIFFTAG_IMAGELENGTH);
+  const uint64_t tileWidth = fieldOf<uint32_t>(tiff, TIFFTAG_TILEWIDTH);
+  const uint64_t tileHeight = rowsInPart(tiff);
+  constexpr uint64_t longest = 2 * mebi;
   if (tileWidth == 0 || tileWidth > longest || tileHeight == 0 || tileHeight > longest)
     return false;
-  const std::uint64_t across = partsNeeded(width, tileWidth) * tileWidth;
-  const std::uint64_t down = partsNeeded(height, tileHeight) * tileHeight;
+  const uint64_t across = partsNeeded(width, tileWidth) * tileWidth;
+  const uint64_t down = partsNeeded(height, tileHeight) * tileHeight;
   return across * down <= 4 * width * height + paddingAllowed;
 }
 
 // Pixels of 32 bits for the rows, one strip or tile of each plane, and its stored bytes.
 bool conversionFits(TIFF* tiff) {
-  const std::uint64_t width = fieldOf<std::uint32_t>(tiff, TIFFTAG_IMAGEWIDTH);
-  const std::uint64_t height = fieldOf<std::uint32_t>(tiff, TIFFTAG_IMAGELENGTH);
-  const std::uint64_t pixels = width * std::min<std::uint64_t>(height, rowsInPart(tiff));
-  const bool isPlanar = fieldOf<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_SEPARATE;
-  const std::uint64_t part = TIFFIsTiled(tiff) ? TIFFTileSize64(tiff) : TIFFStripSize64(tiff);
+  const uint64_t width = fieldOf<uint32_t>(tiff, TIFFTAG_IMAGEWIDTH);
+  const uint64_t height = fieldOf<uint32_t>(tiff, TIFFTAG_IMAGELENGTH);
+  const uint64_t pixels = width * std::min<uint64_t>(height, rowsInPart(tiff));
+  const bool isPlanar = fieldOf<uint16_t>(tiff, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_SEPARATE;
+  const uint64_t part = TIFFIsTiled(tiff) ? TIFFTileSize64(tiff) : TIFFStripSize64(tiff);
   if (part == 0 || part > largestWork) return false;
   return pixels * 4 + part * (isPlanar ? 4 : 1) + largestPart(tiff) <= largestWork;
 }
 
 }  // namespace
 
-bool isWithinBudget(TIFF* tiff, std::uint64_t fileSize, bool isConverted) {
-  const std::uint64_t pixelBits =
-      std::uint64_t{fieldOf<std::uint16_t>(tiff, TIFFTAG_BITSPERSAMPLE)} *
-      fieldOf<std::uint16_t>(tiff, TIFFTAG_SAMPLESPERPIXEL);
-  const std::uint64_t row = TIFFIsTiled(tiff) ? TIFFTileRowSize64(tiff) : TIFFScanlineSize64(tiff);
-  return isDecoded(fieldOf<std::uint16_t>(tiff, TIFFTAG_COMPRESSION)) &&
-         pixelBits <= largestPixel && row <= largestRow && partsFit(tiff, fileSize) &&
-         (!TIFFIsTiled(tiff) || tilesSuit(tiff)) && (!isConverted || conversionFits(tiff));
+bool isWithinBudget(TIFF* tiff, uint64_t fileSize, bool isConverted) {
+  const uint64_t pixelBits = uint64_t{fieldOf<uint16_t>(tiff, TIFFTAG_BITSPERSAMPLE)} *
+                             fieldOf<uint16_t>(tiff, TIFFTAG_SAMPLESPERPIXEL);
+  const uint64_t row = TIFFIsTiled(tiff) ? TIFFTileRowSize64(tiff) : TIFFScanlineSize64(tiff);
+  return isDecoded(fieldOf<uint16_t>(tiff, TIFFTAG_COMPRESSION)) && pixelBits <= largestPixel &&
+         row <= largestRow && partsFit(tiff, fileSize) && (!TIFFIsTiled(tiff) || tilesSuit(tiff)) &&
+         (!isConverted || conversionFits(tiff));
 }
 
-std::uint32_t rowsInPart(TIFF* tiff) {
-  return fieldOf<std::uint32_t>(tiff,
-                                TIFFIsTiled(tiff) ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP);
+uint32_t rowsInPart(TIFF* tiff) {
+  return fieldOf<uint32_t>(tiff, TIFFIsTiled(tiff) ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP);
 }
 
 // By rows, the library reads 16 of them and 5000 bytes ahead, and wants room for twice that. JPEG
 // data of several scans it reads whole in any case.
-std::size_t bytesReadAtOnce(TIFF* tiff, bool isConverted) {
-  const auto compression = fieldOf<std::uint16_t>(tiff, TIFFTAG_COMPRESSION);
+size_t bytesReadAtOnce(TIFF* tiff, bool isConverted) {
+  const auto compression = fieldOf<uint16_t>(tiff, TIFFTAG_COMPRESSION);
   if (isConverted && TIFFIsTiled(tiff) && compression == COMPRESSION_NONE)
     return TIFFTileSize64(tiff);
-  const std::uint64_t ahead = 2 * (16 * TIFFScanlineSize64(tiff) + 5000);
+  const uint64_t ahead = 2 * (16 * TIFFScanlineSize64(tiff) + 5000);
   const bool isWhole = isConverted || compression == COMPRESSION_JPEG;
   return isWhole ? std::max(ahead, largestPart(tiff)) : ahead;
 }

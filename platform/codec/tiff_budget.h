@@ -10,14 +10,14 @@ namespace exifkeep {
 
 // Whether decoding costs no more than the picture and the file justify. `isConverted`: by the
 // library's conversion, which takes a whole strip or row of tiles at a time.
-bool isWithinBudget(TIFF* tiff, std::uint64_t fileSize, bool isConverted);
+bool isWithinBudget(TIFF* tiff, uint64_t fileSize, bool isConverted);
 
 // The rows of a strip or tile.
-std::uint32_t rowsInPart(TIFF* tiff);
+uint32_t rowsInPart(TIFF* tiff);
 
 // The size of the buffer for stored bytes that the library is to be given. With one of its own it
 // allocates as it reads, by what the file claims, and 4.5.0 crashes when that fails; it also takes
 // its own for the size of an uncompressed tile, and so refuses most of these.
-std::size_t bytesReadAtOnce(TIFF* tiff, bool isConverted);
+size_t bytesReadAtOnce(TIFF* tiff, bool isConverted);
 
 }  // namespace exifkeep

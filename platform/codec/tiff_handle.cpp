@@ -25,13 +25,13 @@ toff_t seekFile(thandle_t handle, toff_t offset, int whence) {
 template <class File>
 tmsize_t readFile(thandle_t handle, void* bytes, tmsize_t count) {
   return count > 0 ? static_cast<tmsize_t>(
-                         static_cast<File*>(handle)->read(bytes, static_cast<std::size_t>(count)))
+                         static_cast<File*>(handle)->read(bytes, static_cast<size_t>(count)))
                    : 0;
 }
 
 tmsize_t writeFile(thandle_t handle, void* bytes, tmsize_t count) {
   const bool written =
-      static_cast<PictureWriting*>(handle)->write(bytes, static_cast<std::size_t>(count));
+      static_cast<PictureWriting*>(handle)->write(bytes, static_cast<size_t>(count));
   return written ? count : -1;
 }
 

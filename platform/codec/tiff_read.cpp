@@ -14,13 +14,13 @@ namespace exifkeep {
 namespace {
 
 struct Layout {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  std::uint16_t bits = 1;
-  std::uint16_t samples = 1;
-  std::uint16_t planar = PLANARCONFIG_CONTIG;
-  std::uint16_t format = SAMPLEFORMAT_UINT;
-  std::uint16_t photometric = 0xFFFF;
+  uint32_t width = 0;
+  uint32_t height = 0;
+  uint16_t bits = 1;
+  uint16_t samples = 1;
+  uint16_t planar = PLANARCONFIG_CONTIG;
+  uint16_t format = SAMPLEFORMAT_UINT;
+  uint16_t photometric = 0xFFFF;
   bool tiled = false;
 
   bool isRows() const {
@@ -53,9 +53,9 @@ Layout layoutOf(TIFF* tiff) {
   return layout;
 }
 
-unsigned dotsPerMetre(TIFF* tiff, std::uint32_t tag) {
+unsigned dotsPerMetre(TIFF* tiff, uint32_t tag) {
   float value = 0;
-  std::uint16_t unit = RESUNIT_INCH;
+  uint16_t unit = RESUNIT_INCH;
   TIFFGetFieldDefaulted(tiff, TIFFTAG_RESOLUTIONUNIT, &unit);
   if (!TIFFGetField(tiff, tag, &value) || unit == RESUNIT_NONE) return 0;
   return perMetreFromPerInch(unit == RESUNIT_CENTIMETER ? value * 2.54 : value);
@@ -63,15 +63,15 @@ unsigned dotsPerMetre(TIFF* tiff, std::uint32_t tag) {
 
 // Colour maps hold 16-bit levels; some writers store 8-bit ones, which then are all below 256.
 bool readPalette(TIFF* tiff, unsigned count, PictureDescription& picture) {
-  std::uint16_t* red;
-  std::uint16_t* green;
-  std::uint16_t* blue;
+  uint16_t* red;
+  uint16_t* green;
+  uint16_t* blue;
   if (!TIFFGetField(tiff, TIFFTAG_COLORMAP, &red, &green, &blue)) return false;
-  const auto isWide = [](std::uint16_t level) { return level >= 256; };
+  const auto isWide = [](uint16_t level) { return level >= 256; };
   const bool wide = std::any_of(red, red + count, isWide) ||
                     std::any_of(green, green + count, isWide) ||
                     std::any_of(blue, blue + count, isWide);
-  const auto level = [wide](std::uint16_t value) {
+  const auto level = [wide](uint16_t value) {
     return static_cast<BYTE>(wide ? value >> 8 : value);
   };
   for (unsigned i = 0; i < count; ++i)
@@ -80,7 +80,7 @@ bool readPalette(TIFF* tiff, unsigned count, PictureDescription& picture) {
   return true;
 }
 
-bool describe(TIFF* tiff, std::uint64_t fileSize, PictureDescription& picture) {
+bool describe(TIFF* tiff, uint64_t fileSize, PictureDescription& picture) {
   const Layout layout = layoutOf(tiff);
   picture.width = layout.width;
   picture.height = layout.height;
@@ -101,15 +101,15 @@ BYTE level8(unsigned level16) {
   return static_cast<BYTE>((level16 + 128) / 257);
 }
 
-unsigned levelAt16(const BYTE* levels, std::size_t index) {
-  std::uint16_t level;
+unsigned levelAt16(const BYTE* levels, size_t index) {
+  uint16_t level;
   std::memcpy(&level, levels + 2 * index, sizeof level);
   return level;
 }
 
 // The index or unscaled level of column x in a row of 1, 2, 4 or 8 bits a pixel.
 unsigned packedAt(const BYTE* row, unsigned x, unsigned bits) {
-  const std::size_t position = std::size_t{x} * bits;
+  const size_t position = size_t{x} * bits;
   return row[position / 8] >> (8 - bits - position % 8) & ((1u << bits) - 1);
 }
 
@@ -117,7 +117,7 @@ void convertRow(const Layout& layout, const BYTE* from, BYTE* to) {
   if (layout.isRgb() && layout.bits == 8) {
     swapRedAndBlue(from, to, layout.width);
   } else if (layout.isRgb()) {
-    for (std::size_t i = 0; i < std::size_t{layout.width} * 3; ++i)
+    for (size_t i = 0; i < size_t{layout.width} * 3; ++i)
       to[i / 3 * 3 + 2 - i % 3] = level8(levelAt16(from, i));
   } else if (layout.isPalette()) {
     for (unsigned x = 0; x < layout.width; ++x)
@@ -134,12 +134,12 @@ void convertRow(const Layout& layout, const BYTE* from, BYTE* to) {
 }
 
 void invertRow(const Layout& layout, BYTE* row) {
-  const std::size_t count = layout.bits == 1 ? (layout.width + 7) / 8 : layout.width;
-  for (std::size_t i = 0; i < count; ++i) row[i] = static_cast<BYTE>(~row[i]);
+  const size_t count = layout.bits == 1 ? (layout.width + 7) / 8 : layout.width;
+  for (size_t i = 0; i < count; ++i) row[i] = static_cast<BYTE>(~row[i]);
 }
 
 bool decodeRows(TIFF* tiff, const Layout& layout, const PictureRows& rows) {
-  const std::uint64_t needed = (std::uint64_t{layout.width} * layout.bits * layout.samples + 7) / 8;
+  const uint64_t needed = (uint64_t{layout.width} * layout.bits * layout.samples + 7) / 8;
   if (TIFFScanlineSize64(tiff) != needed) return false;
   std::vector<BYTE> scanline(needed);
   const bool inverted = layout.isGrey() && layout.photometric == PHOTOMETRIC_MINISWHITE;
@@ -153,7 +153,7 @@ bool decodeRows(TIFF* tiff, const Layout& layout, const PictureRows& rows) {
 }
 
 // Over white. Colours are premultiplied by their alpha.
-void blendRow(const std::uint32_t* from, BYTE* to, unsigned width) {
+void blendRow(const uint32_t* from, BYTE* to, unsigned width) {
   const auto onWhite = [](unsigned level, unsigned alpha) {
     return static_cast<BYTE>(std::min(255u, level + 255 - alpha));
   };
@@ -181,13 +181,13 @@ class ColourConversion {
   bool decode(unsigned rowsAtOnce, const PictureRows& rows) {
     if (!begun_ || rowsAtOnce == 0) return false;
     const unsigned most = std::min(rowsAtOnce, rows.height());
-    std::vector<std::uint32_t> pixels(std::size_t{rows.width()} * most);
+    std::vector<uint32_t> pixels(size_t{rows.width()} * most);
     for (unsigned y = 0; y < rows.height(); y += most) {
       const unsigned count = std::min(most, rows.height() - y);
       image_.row_offset = static_cast<int>(y);
       if (!TIFFRGBAImageGet(&image_, pixels.data(), rows.width(), count)) return false;
       for (unsigned i = 0; i < count; ++i)
-        blendRow(&pixels[std::size_t{i} * rows.width()], rows.row(y + i), rows.width());
+        blendRow(&pixels[size_t{i} * rows.width()], rows.row(y + i), rows.width());
       rows.report(y);
     }
     return true;
@@ -204,7 +204,7 @@ bool decodeConverted(TIFF* tiff, const PictureRows& rows) {
 
 }  // namespace
 
-bool isTiff(const BYTE* start, std::size_t count) {
+bool isTiff(const BYTE* start, size_t count) {
   if (count < 4) return false;
   const bool little = start[0] == 'I' && start[1] == 'I' && start[3] == 0;
   const bool big = start[0] == 'M' && start[1] == 'M' && start[2] == 0;

@@ -5,7 +5,7 @@
 
 namespace exifkeep {
 
-bool isTiff(const BYTE* start, std::size_t count);
+bool isTiff(const BYTE* start, size_t count);
 // The picture is the file's first directory. Strips of bilevel pixels come as 1 bit, grey and
 // palette as 8; everything else, and whatever is tiled, as 24.
 bool describeTiff(PictureReading& file, PictureDescription& picture);

@@ -10,7 +10,7 @@
 namespace exifkeep {
 namespace {
 
-constexpr std::uint16_t neededTags[] = {
+constexpr uint16_t neededTags[] = {
     TIFFTAG_IMAGEWIDTH,       TIFFTAG_IMAGELENGTH,        TIFFTAG_BITSPERSAMPLE,
     TIFFTAG_COMPRESSION,      TIFFTAG_PHOTOMETRIC,        TIFFTAG_FILLORDER,
     TIFFTAG_STRIPOFFSETS,     TIFFTAG_SAMPLESPERPIXEL,    TIFFTAG_ROWSPERSTRIP,
@@ -23,11 +23,11 @@ constexpr std::uint16_t neededTags[] = {
     TIFFTAG_JPEGTABLES,       TIFFTAG_YCBCRCOEFFICIENTS,  TIFFTAG_YCBCRSUBSAMPLING,
     TIFFTAG_YCBCRPOSITIONING, TIFFTAG_REFERENCEBLACKWHITE};
 
-constexpr std::uint64_t largestTable = 8 << 20;  // offsets or sizes of strips or tiles
-constexpr std::uint64_t largestValue = 1 << 20;  // anything else
+constexpr uint64_t largestTable = 8 << 20;  // offsets or sizes of strips or tiles
+constexpr uint64_t largestValue = 1 << 20;  // anything else
 
 // Bytes of a value of each type; 0 for types that there are not.
-constexpr std::uint8_t typeSizes[] = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4, 0, 0, 8, 8, 8};
+constexpr uint8_t typeSizes[] = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4, 0, 0, 8, 8, 8};
 
 struct Form {
   bool isBigEndian;
@@ -38,19 +38,19 @@ struct Form {
   unsigned countSize() const { return isBig ? 8 : 2; }
   unsigned entrySize() const { return isBig ? 20 : 12; }
 
-  std::uint64_t number(const std::uint8_t* bytes, unsigned width) const {
-    std::uint64_t value = 0;
+  uint64_t number(const uint8_t* bytes, unsigned width) const {
+    uint64_t value = 0;
     for (unsigned i = 0; i < width; ++i)
       value = value << 8 | bytes[isBigEndian ? i : width - 1 - i];
     return value;
   }
-  void store(std::uint64_t value, unsigned width, std::uint8_t* bytes) const {
+  void store(uint64_t value, unsigned width, uint8_t* bytes) const {
     for (unsigned i = 0; i < width; ++i)
-      bytes[isBigEndian ? width - 1 - i : i] = static_cast<std::uint8_t>(value >> 8 * i);
+      bytes[isBigEndian ? width - 1 - i : i] = static_cast<uint8_t>(value >> 8 * i);
   }
 };
 
-bool isTable(std::uint16_t tag) {
+bool isTable(uint16_t tag) {
   return tag == TIFFTAG_STRIPOFFSETS || tag == TIFFTAG_STRIPBYTECOUNTS ||
          tag == TIFFTAG_TILEOFFSETS || tag == TIFFTAG_TILEBYTECOUNTS;
 }
@@ -58,16 +58,16 @@ bool isTable(std::uint16_t tag) {
 // The needed tags of which there has been no entry yet.
 class Wanted {
  public:
-  bool take(const Form& form, const std::uint8_t* entry) {
-    const auto tag = static_cast<std::uint16_t>(form.number(entry, 2));
+  bool take(const Form& form, const uint8_t* entry) {
+    const auto tag = static_cast<uint16_t>(form.number(entry, 2));
     const auto known = std::ranges::find(neededTags, tag);
     if (known == std::end(neededTags)) return false;
     bool& taken = taken_[known - neededTags];
     if (taken) return false;
     taken = true;
-    const std::uint64_t type = form.number(entry + 2, 2);
-    const std::uint64_t count = form.number(entry + 4, form.offsetSize());
-    const std::uint64_t size = type < std::size(typeSizes) ? typeSizes[type] : 0;
+    const uint64_t type = form.number(entry + 2, 2);
+    const uint64_t count = form.number(entry + 4, form.offsetSize());
+    const uint64_t size = type < std::size(typeSizes) ? typeSizes[type] : 0;
     return size != 0 && count <= (isTable(tag) ? largestTable : largestValue) / size;
   }
 
@@ -84,7 +84,7 @@ TiffSource::TiffSource(PictureReading& file) : file_(file) {
 
 // Leaves directory_ empty when the file does not hold it.
 void TiffSource::readDirectory() {
-  std::uint8_t header[16] = {};
+  uint8_t header[16] = {};
   file_.moveTo(0);
   file_.read(header, sizeof header);
   Form form = {header[0] == 'M', false};
@@ -92,17 +92,17 @@ void TiffSource::readDirectory() {
   directoryAt_ = form.number(header + form.headerSize() - form.offsetSize(), form.offsetSize());
   if (directoryAt_ < form.headerSize()) return;  // the header itself is read unchanged
 
-  std::uint8_t countBytes[8];
+  uint8_t countBytes[8];
   file_.moveTo(directoryAt_);
   if (file_.read(countBytes, form.countSize()) != form.countSize()) return;
-  const std::uint64_t count = form.number(countBytes, form.countSize());
-  constexpr std::uint64_t mostEntries = 65535;
+  const uint64_t count = form.number(countBytes, form.countSize());
+  constexpr uint64_t mostEntries = 65535;
   if (count == 0 || count > mostEntries) return;
-  std::vector<std::uint8_t> entries(count * form.entrySize());
+  std::vector<uint8_t> entries(count * form.entrySize());
   if (file_.read(entries.data(), entries.size()) != entries.size()) return;
 
   directory_.resize(form.countSize());
-  std::uint64_t kept = 0;
+  uint64_t kept = 0;
   Wanted wanted;
   for (auto entry = entries.begin(); entry != entries.end(); entry += form.entrySize())
     if (wanted.take(form, &*entry)) {
@@ -113,13 +113,13 @@ void TiffSource::readDirectory() {
   directory_.resize(directory_.size() + form.offsetSize());  // no next directory
 }
 
-std::size_t TiffSource::read(void* bytes, std::size_t count) noexcept {
-  const std::uint64_t from = file_.position();
-  const std::size_t held = file_.read(bytes, count);
-  const std::uint64_t begin = std::max(from, directoryAt_);
-  const std::uint64_t end = std::min(from + held, directoryAt_ + directory_.size());
+size_t TiffSource::read(void* bytes, size_t count) noexcept {
+  const uint64_t from = file_.position();
+  const size_t held = file_.read(bytes, count);
+  const uint64_t begin = std::max(from, directoryAt_);
+  const uint64_t end = std::min(from + held, directoryAt_ + directory_.size());
   if (begin < end)
-    std::memcpy(static_cast<std::uint8_t*>(bytes) + (begin - from),
+    std::memcpy(static_cast<uint8_t*>(bytes) + (begin - from),
                 directory_.data() + (begin - directoryAt_), end - begin);
   return held;
 }

@@ -19,18 +19,17 @@ class TiffSource {
   // Whether the file holds its first directory whole.
   bool hasDirectory() const noexcept { return !directory_.empty(); }
 
-  std::uint64_t size() const noexcept { return file_.size(); }
-  std::uint64_t position() const noexcept { return file_.position(); }
-  void moveTo(std::uint64_t position) noexcept { file_.moveTo(position); }
-  std::size_t read(void* bytes, std::size_t count) noexcept;
+  uint64_t size() const noexcept { return file_.size(); }
+  uint64_t position() const noexcept { return file_.position(); }
+  void moveTo(uint64_t position) noexcept { file_.moveTo(position); }
+  size_t read(void* bytes, size_t count) noexcept;
 
  private:
   void readDirectory();
 
   PictureReading& file_;
-  std::uint64_t directoryAt_ = 0;
-  std::vector<std::uint8_t>
-      directory_;  // what is read there instead of the file's bytes; not longer
+  uint64_t directoryAt_ = 0;
+  std::vector<uint8_t> directory_;  // what is read there instead of the file's bytes; not longer
 };
 
 }  // namespace exifkeep

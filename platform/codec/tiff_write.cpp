@@ -13,7 +13,7 @@ namespace {
 
 // The file system takes its time by the call: 12 megapixels in pieces of 256 KiB take a fifth
 // longer.
-constexpr std::size_t bytesAtOnce = 1 << 22;
+constexpr size_t bytesAtOnce = 1 << 22;
 
 void setResolution(TIFF* tiff, const PictureRows& rows) {
   const unsigned x = perInchFromPerMetre(rows.dpmX());
@@ -44,9 +44,9 @@ bool writeDirectory(TIFF* tiff) {
 
 // Successive raw writes to one strip append to it.
 bool writeStrip(TIFF* tiff, const PictureRows& rows) {
-  const std::size_t rowBytes = std::size_t{rows.width()} * 3;
+  const size_t rowBytes = size_t{rows.width()} * 3;
   const unsigned most =
-      static_cast<unsigned>(std::clamp<std::size_t>(bytesAtOnce / rowBytes, 1, rows.height()));
+      static_cast<unsigned>(std::clamp<size_t>(bytesAtOnce / rowBytes, 1, rows.height()));
   std::vector<BYTE> piece(rowBytes * most);
   std::vector<BYTE> expanded(rows.bits() == 24 ? 0 : rowBytes);
   for (unsigned y = 0; y < rows.height(); y += most) {

@@ -39,9 +39,9 @@ class EXIFKEEP_PLATFORM_API CString {
   /// Empty.
   CString() = default;
   /// A copy of the text; empty for null.
-  CString(const char* text) : text_(text != nullptr ? text : "") {}
+  CString(const char* text) : text_(text ? text : "") {}
   /// A copy of `length` bytes. REQUIRES: no NUL among them.
-  CString(const char* text, int length) : text_(text, static_cast<std::size_t>(length)) {}
+  CString(const char* text, int length) : text_(text, static_cast<size_t>(length)) {}
   /// @{
   /// Copies and moves as a value does.
   CString(const CString& other) : text_(other.view()) {}
@@ -69,7 +69,7 @@ class EXIFKEEP_PLATFORM_API CString {
   /// @{
   /// The bytes, as a container has them, which QString::fromUtf8 asks for. Valid as long.
   const char* data() const noexcept { return view().data(); }
-  std::size_t size() const noexcept { return view().size(); }
+  size_t size() const noexcept { return view().size(); }
   const char* begin() const noexcept { return data(); }
   const char* end() const noexcept { return data() + size(); }
   /// @}

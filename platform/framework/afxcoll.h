@@ -69,7 +69,7 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
    public:
     /// @cond
     using value_type = void*;
-    using difference_type = std::ptrdiff_t;
+    using difference_type = ptrdiff_t;
     Iterator() = default;
     Iterator(const CPtrList* list, POSITION place) : list_(list), place_(place) {}
     void* operator*() const { return list_->GetAt(place_); }

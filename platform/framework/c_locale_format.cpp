@@ -11,9 +11,9 @@ std::string formatInCLocale(const char* format, va_list arguments) {
   const int length = printInCLocale(buffer, sizeof buffer, format, arguments);
   std::string text;
   if (length < static_cast<int>(sizeof buffer)) {
-    text.assign(buffer, static_cast<std::size_t>(std::max(length, 0)));
+    text.assign(buffer, static_cast<size_t>(std::max(length, 0)));
   } else {
-    text.resize(static_cast<std::size_t>(length));
+    text.resize(static_cast<size_t>(length));
     printInCLocale(text.data(), text.size() + 1, format, again);
   }
   va_end(again);

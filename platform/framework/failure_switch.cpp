@@ -17,10 +17,10 @@ struct CallState {
   bool isLasting = false;
 };
 
-thread_local std::array<CallState, static_cast<std::size_t>(PlatformCall::kinds)> calls;
+thread_local std::array<CallState, static_cast<size_t>(PlatformCall::kinds)> calls;
 
 CallState& stateOf(PlatformCall kind) {
-  return calls[static_cast<std::size_t>(kind)];
+  return calls[static_cast<size_t>(kind)];
 }
 
 // What a call of each kind leaves in errno: 0 where it has nothing to say.

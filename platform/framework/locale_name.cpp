@@ -16,7 +16,7 @@ char folded(char letter) {
 std::string_view firstSet(std::initializer_list<const char*> variables) {
   for (const char* variable : variables) {
     const char* value = std::getenv(variable);
-    if (value != nullptr && *value != '\0') return value;
+    if (value && *value != '\0') return value;
   }
   return {};
 }
@@ -27,7 +27,7 @@ std::string_view languageOf(std::string_view localeName) {
 
 std::string_view charsetOf(std::string_view localeName) {
   localeName = localeName.substr(0, localeName.find('@'));
-  const std::size_t dot = localeName.find('.');
+  const size_t dot = localeName.find('.');
   return dot == localeName.npos ? std::string_view() : localeName.substr(dot + 1);
 }
 

@@ -43,9 +43,8 @@ int AfxMessageBox(UINT id, UINT type, UINT) {
 // The handler runs outside the lock, so that it may take its time or install another one.
 int AfxMessageBox(LPCSTR text, UINT type, UINT) {
   const InstalledHandler handler = currentHandler();
-  if (handler.show != nullptr) return handler.show(handler.context, text, type);
-  return exifkeep::showSystemMessage(mainWindow != nullptr ? mainWindow->m_hWnd : nullptr, text,
-                                     type);
+  if (handler.show) return handler.show(handler.context, text, type);
+  return exifkeep::showSystemMessage(mainWindow ? mainWindow->m_hWnd : nullptr, text, type);
 }
 
 void AfxSetMessageBoxHandler(AfxMessageBoxHandler handler, void* context) {

@@ -21,7 +21,7 @@ AFX_MAINTAIN_STATE2::~AFX_MAINTAIN_STATE2() {
 }
 
 bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string_view& text, std::string& encoded) {
-  if (!languageTaken_ && module_ != nullptr && module_->strings() != nullptr) {
+  if (!languageTaken_ && module_ && module_->strings()) {
     strings_.take(*module_->strings());
     languageTaken_ = true;
   }
@@ -31,5 +31,5 @@ bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string_view& text, std::string&
 BOOL CString::LoadString(UINT id) {
   text_.clear();
   loaded_ = {};
-  return innermost != nullptr && innermost->loadText(id, loaded_, text_);
+  return innermost && innermost->loadText(id, loaded_, text_);
 }

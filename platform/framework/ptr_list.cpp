@@ -22,7 +22,7 @@ CPtrList::~CPtrList() {
 }
 
 void CPtrList::RemoveAll() {
-  while (blocks_ != nullptr) {
+  while (blocks_) {
     AfxListBlock* rest = blocks_->next;
     delete blocks_;
     blocks_ = rest;
@@ -34,7 +34,7 @@ void CPtrList::RemoveAll() {
 // May throw, and then nothing has changed. The node's fields are the caller's to set.
 AfxListNode* CPtrList::takeNode() {
   AfxListNode* node = free_;
-  if (node != nullptr) {
+  if (node) {
     free_ = node->next;
   } else {
     if (untouched_ == 0) {
@@ -50,7 +50,7 @@ AfxListNode* CPtrList::takeNode() {
 POSITION CPtrList::AddHead(void* value) {
   AfxListNode* node = takeNode();
   *node = {head_, nullptr, value};
-  (head_ != nullptr ? head_->previous : tail_) = node;
+  (head_ ? head_->previous : tail_) = node;
   head_ = node;
   return node;
 }
@@ -58,16 +58,16 @@ POSITION CPtrList::AddHead(void* value) {
 POSITION CPtrList::AddTail(void* value) {
   AfxListNode* node = takeNode();
   *node = {nullptr, tail_, value};
-  (tail_ != nullptr ? tail_->next : head_) = node;
+  (tail_ ? tail_->next : head_) = node;
   tail_ = node;
   return node;
 }
 
 void CPtrList::RemoveAt(POSITION position) {
-  if (position == nullptr) return;
+  if (!position) return;
   if (count_ == 1) return RemoveAll();
-  (position->previous != nullptr ? position->previous->next : head_) = position->next;
-  (position->next != nullptr ? position->next->previous : tail_) = position->previous;
+  (position->previous ? position->previous->next : head_) = position->next;
+  (position->next ? position->next->previous : tail_) = position->previous;
   position->next = free_;
   free_ = position;
   --count_;
@@ -93,7 +93,7 @@ void* CPtrList::GetTail() const {
 }
 
 void* CPtrList::GetAt(POSITION position) const {
-  return position != nullptr ? position->value : nullptr;
+  return position ? position->value : nullptr;
 }
 
 void* CPtrList::GetNext(POSITION& position) const {

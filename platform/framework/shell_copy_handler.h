@@ -14,7 +14,7 @@ struct ShellCopyHandler {
   /// Asked before an existing target is replaced; false cancels the copy. Null is always false.
   bool (*mayOverwrite)(void* context, HWND owner, const char* source, const char* target) = nullptr;
   /// Told the bytes copied so far and in all, first with 0; false cancels the copy. May be null.
-  bool (*progress)(void* context, HWND owner, std::uint64_t done, std::uint64_t total) = nullptr;
+  bool (*progress)(void* context, HWND owner, uint64_t done, uint64_t total) = nullptr;
   /// Handed to both functions; stays the host's.
   void* context = nullptr;
 };

@@ -8,16 +8,16 @@
 
 namespace {
 
-int positionOrNone(std::size_t found) {
+int positionOrNone(size_t found) {
   return found == std::string::npos ? -1 : static_cast<int>(found);
 }
 
-std::size_t startingAt(int start) {
-  return static_cast<std::size_t>(std::max(start, 0));
+size_t startingAt(int start) {
+  return static_cast<size_t>(std::max(start, 0));
 }
 
 const char* orEmpty(const char* text) {
-  return text != nullptr ? text : "";
+  return text ? text : "";
 }
 
 }  // namespace
@@ -44,15 +44,15 @@ CString& CString::operator+=(char tail) {
 }
 
 char CString::GetAt(int index) const {
-  return index >= 0 && index < GetLength() ? view()[static_cast<std::size_t>(index)] : '\0';
+  return index >= 0 && index < GetLength() ? view()[static_cast<size_t>(index)] : '\0';
 }
 
 void CString::SetAt(int index, char value) {
   if (index < 0 || index >= GetLength()) return;
   if (value == '\0') {
-    ownText().resize(static_cast<std::size_t>(index));
+    ownText().resize(static_cast<size_t>(index));
   } else {
-    ownText()[static_cast<std::size_t>(index)] = value;
+    ownText()[static_cast<size_t>(index)] = value;
   }
 }
 

@@ -7,7 +7,7 @@
 
 namespace exifkeep {
 
-int printInCLocale(char* target, std::size_t size, const char* format, va_list arguments) {
+int printInCLocale(char* target, size_t size, const char* format, va_list arguments) {
   static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
   const locale_t threadLocale = uselocale(cLocale);
   const int length = std::vsnprintf(target, size, format, arguments);

@@ -25,22 +25,21 @@ bool isCharsetName(std::string_view name) {
   });
 }
 
-std::size_t characterLength(std::string_view utf8) {
-  std::size_t length = 1;
+size_t characterLength(std::string_view utf8) {
+  size_t length = 1;
   while (length < utf8.size() && (utf8[length] & 0xC0) == 0x80) ++length;
   return length;
 }
 
 // Converts as much as possible and returns how many bytes that was. Grows `text` as needed.
-std::size_t convert(iconv_t converter, std::string_view utf8, std::string& text) {
+size_t convert(iconv_t converter, std::string_view utf8, std::string& text) {
   char buffer[256];
   char* from = const_cast<char*>(utf8.data());
-  std::size_t left = utf8.size();
+  size_t left = utf8.size();
   for (bool full = true; full;) {
     char* to = buffer;
-    std::size_t room = sizeof buffer;
-    full = iconv(converter, &from, &left, &to, &room) == static_cast<std::size_t>(-1) &&
-           errno == E2BIG;
+    size_t room = sizeof buffer;
+    full = iconv(converter, &from, &left, &to, &room) == static_cast<size_t>(-1) && errno == E2BIG;
     text.append(buffer, to);
   }
   return utf8.size() - left;
@@ -82,7 +81,7 @@ void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
   }
   char tail[16];
   char* to = tail;
-  std::size_t room = sizeof tail;
+  size_t room = sizeof tail;
   iconv(converter, nullptr, nullptr, &to, &room);
   text.append(tail, to);
 }

@@ -55,13 +55,13 @@ std::unique_ptr<OpenFile> createLike(const OpenFile& pattern, LPCSTR path, int f
 // The file of a transfer, moved to the place that the transfer names, if any; null on failure.
 OpenFile* openedAt(HANDLE handle, LPOVERLAPPED place) {
   OpenFile* opened = fileOf(handle);
-  if (opened == nullptr || place == nullptr) return opened;
-  const std::int64_t position = std::int64_t{place->OffsetHigh} << 32 | place->Offset;
+  if (!opened || !place) return opened;
+  const int64_t position = int64_t{place->OffsetHigh} << 32 | place->Offset;
   return opened->moveTo(position) ? opened : nullptr;
 }
 
-void store(LPDWORD target, std::size_t value) {
-  if (target != nullptr) *target = static_cast<DWORD>(value);
+void store(LPDWORD target, size_t value) {
+  if (target) *target = static_cast<DWORD>(value);
 }
 
 }  // namespace
@@ -84,17 +84,17 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWOR
 }
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read, LPOVERLAPPED place) {
-  std::size_t done = 0;
+  size_t done = 0;
   OpenFile* opened = openedAt(file, place);
-  const bool succeeded = opened != nullptr && opened->read(buffer, count, done);
+  const bool succeeded = opened && opened->read(buffer, count, done);
   store(read, done);
   return succeeded || failed();
 }
 
 BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED place) {
-  std::size_t done = 0;
+  size_t done = 0;
   OpenFile* opened = openedAt(file, place);
-  const bool succeeded = opened != nullptr && opened->write(bytes, count, done);
+  const bool succeeded = opened && opened->write(bytes, count, done);
   store(written, done);
   return succeeded || failed();
 }
@@ -103,15 +103,15 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERL
 // 32 bits without being mistaken for the failure value.
 DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method) {
   OpenFile* opened = fileOf(file);
-  if (opened == nullptr) return INVALID_SET_FILE_POINTER;
-  const std::int64_t before = opened->position();
-  std::int64_t whole = distance;
-  if (distanceHigh != nullptr) whole = *distanceHigh * (INT64_C(1) << 32) + DWORD(distance);
+  if (!opened) return INVALID_SET_FILE_POINTER;
+  const int64_t before = opened->position();
+  int64_t whole = distance;
+  if (distanceHigh) whole = *distanceHigh * (INT64_C(1) << 32) + DWORD(distance);
   if (!opened->seek(whole, method)) return INVALID_SET_FILE_POINTER;
-  const std::int64_t after = opened->position();
-  if (distanceHigh != nullptr) {
+  const int64_t after = opened->position();
+  if (distanceHigh) {
     *distanceHigh = static_cast<LONG>(after >> 32);
-  } else if (after >= std::int64_t{INVALID_SET_FILE_POINTER}) {
+  } else if (after >= int64_t{INVALID_SET_FILE_POINTER}) {
     opened->moveTo(before);
     return INVALID_SET_FILE_POINTER;
   }
@@ -121,8 +121,8 @@ DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD metho
 BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER newPosition,
                       DWORD method) {
   OpenFile* opened = fileOf(file);
-  if (opened == nullptr || !opened->seek(distance.QuadPart, method)) return FALSE;
-  if (newPosition != nullptr) newPosition->QuadPart = opened->position();
+  if (!opened || !opened->seek(distance.QuadPart, method)) return FALSE;
+  if (newPosition) newPosition->QuadPart = opened->position();
   return TRUE;
 }
 
@@ -135,7 +135,7 @@ DWORD GetFileSize(HANDLE file, LPDWORD sizeHigh) {
 
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size) {
   const OpenFile* opened = fileOf(file);
-  if (opened == nullptr || failsNow(PlatformCall::fileSize)) return failed();
+  if (!opened || failsNow(PlatformCall::fileSize)) return failed();
   size->QuadPart = opened->size();
   return TRUE;
 }
@@ -145,7 +145,7 @@ BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what, LPV
   OpenFile* opened = fileOf(file);
   if (what != FileEndOfFileInfo || size != sizeof(FILE_END_OF_FILE_INFO))
     errno = EINVAL;
-  else if (opened != nullptr) {
+  else if (opened) {
     const auto* end = static_cast<const FILE_END_OF_FILE_INFO*>(information);
     if (opened->truncateTo(end->EndOfFile.QuadPart)) return TRUE;
   }
@@ -154,10 +154,10 @@ BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what, LPV
 
 BOOL FlushFileBuffers(HANDLE file) {
   OpenFile* opened = fileOf(file);
-  return (opened != nullptr && opened->sync()) || failed();
+  return (opened && opened->sync()) || failed();
 }
 
 BOOL CloseHandle(HANDLE file) {
   const std::unique_ptr<OpenFile> opened(fileOf(file));
-  return (opened != nullptr && opened->close()) || failed();
+  return (opened && opened->close()) || failed();
 }

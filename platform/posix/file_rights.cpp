@@ -27,18 +27,18 @@ bool isCopied(const std::string& name) {
 // Empty when the file does not have it, or has it empty.
 std::string attributeOf(int file, const char* name) {
   const ssize_t size = fgetxattr(file, name, nullptr, 0);
-  std::string value(static_cast<std::size_t>(std::max<ssize_t>(size, 0)), '\0');
+  std::string value(static_cast<size_t>(std::max<ssize_t>(size, 0)), '\0');
   const ssize_t held = fgetxattr(file, name, value.data(), value.size());
-  value.resize(static_cast<std::size_t>(std::max<ssize_t>(held, 0)));
+  value.resize(static_cast<size_t>(std::max<ssize_t>(held, 0)));
   return value;
 }
 
 void copyAttributes(int from, int to) {
   const ssize_t size = flistxattr(from, nullptr, 0);
   if (size <= 0) return;
-  std::string names(static_cast<std::size_t>(size), '\0');
+  std::string names(static_cast<size_t>(size), '\0');
   const ssize_t held = flistxattr(from, names.data(), names.size());
-  for (std::size_t at = 0; held > 0 && at < static_cast<std::size_t>(held);) {
+  for (size_t at = 0; held > 0 && at < static_cast<size_t>(held);) {
     const std::string name = names.c_str() + at;
     at += name.size() + 1;
     if (!isCopied(name)) continue;
@@ -54,10 +54,10 @@ mode_t withoutGroup(mode_t mode) {
 
 // The same for a list: entries of 8 bytes (tag, rights, id) behind a version of 4.
 void removeGroup(std::string& list) {
-  constexpr std::size_t head = 4, entrySize = 8, rightsAt = 2;
+  constexpr size_t head = 4, entrySize = 8, rightsAt = 2;
   constexpr char group = 4, mask = 16, other = 32;  // tags
   char kept = 7;
-  for (std::size_t at = head; at + entrySize <= list.size(); at += entrySize) {
+  for (size_t at = head; at + entrySize <= list.size(); at += entrySize) {
     char& rights = list[at + rightsAt];
     if (list[at] == group || list[at] == mask) kept &= rights;
     if (list[at] == group) rights = 0;

@@ -24,7 +24,7 @@ HGLOBAL GlobalAlloc(UINT flags, SIZE_T size) {
   const SIZE_T whole = size + sizeof(BlockHeader);
   const bool clear = (flags & GMEM_ZEROINIT) != 0;
   BlockHeader* header = headerOf(clear ? std::calloc(1, whole) : std::malloc(whole));
-  if (header == nullptr) return nullptr;
+  if (!header) return nullptr;
   *header = {size, 0};
   exifkeep::countBlock(1);
   return header;
@@ -33,7 +33,7 @@ HGLOBAL GlobalAlloc(UINT flags, SIZE_T size) {
 LPVOID GlobalLock(HGLOBAL block) {
   if (exifkeep::failsNow(exifkeep::PlatformCall::lock)) return nullptr;
   BlockHeader* header = headerOf(block);
-  if (header == nullptr || header->size == 0) return nullptr;
+  if (!header || header->size == 0) return nullptr;
   ++header->locks;
   return header + 1;
 }
@@ -41,16 +41,16 @@ LPVOID GlobalLock(HGLOBAL block) {
 // Tells whether the block is still locked, by other locks than this one.
 BOOL GlobalUnlock(HGLOBAL block) {
   BlockHeader* header = headerOf(block);
-  if (header == nullptr || header->locks == 0) return FALSE;
+  if (!header || header->locks == 0) return FALSE;
   return --header->locks > 0;
 }
 
 SIZE_T GlobalSize(HGLOBAL block) {
-  return block != nullptr ? headerOf(block)->size : 0;
+  return block ? headerOf(block)->size : 0;
 }
 
 HGLOBAL GlobalFree(HGLOBAL block) {
-  if (block != nullptr) exifkeep::countBlock(-1);
+  if (block) exifkeep::countBlock(-1);
   std::free(block);
   return nullptr;
 }

@@ -19,7 +19,7 @@ void ModuleStrings::take(const AfxStringTable& table) {
 
 bool ModuleStrings::load(UINT id, std::string_view& text, std::string& encoded) const {
   if (id >= texts_.size() || texts_[id].empty()) return false;
-  if (encoder_ != nullptr)
+  if (encoder_)
     encoder_->encode(texts_[id], encoded);
   else
     text = texts_[id];

@@ -26,13 +26,13 @@ auto uninterrupted(Call call) {
 }
 
 std::unique_ptr<char[]> copyOf(const char* text) {
-  const std::size_t size = std::strlen(text) + 1;
+  const size_t size = std::strlen(text) + 1;
   std::unique_ptr<char[]> copy(new (std::nothrow) char[size]);
   if (copy) std::memcpy(copy.get(), text, size);
   return copy;
 }
 
-ssize_t readAt(int descriptor, std::byte* target, std::size_t count, std::int64_t position) {
+ssize_t readAt(int descriptor, std::byte* target, size_t count, int64_t position) {
   return uninterrupted([=] { return pread(descriptor, target, count, position); });
 }
 
@@ -80,9 +80,9 @@ bool OpenFile::takeSize() {
   return false;
 }
 
-bool OpenFile::readOn(std::byte* target, std::size_t count, std::size_t& done) {
-  const auto rest = static_cast<std::uint64_t>(std::max<std::int64_t>(size_ - position_, 0));
-  const std::size_t wanted = done + std::min<std::uint64_t>(count - done, rest);
+bool OpenFile::readOn(std::byte* target, size_t count, size_t& done) {
+  const auto rest = static_cast<uint64_t>(std::max<int64_t>(size_ - position_, 0));
+  const size_t wanted = done + std::min<uint64_t>(count - done, rest);
   while (done < wanted) {
     const ssize_t step = readStep(target + done, wanted - done);
     if (step < 0) return false;
@@ -93,10 +93,10 @@ bool OpenFile::readOn(std::byte* target, std::size_t count, std::size_t& done) {
 }
 
 // Through a window, unless that would have to be filled more than once.
-ssize_t OpenFile::readStep(std::byte* target, std::size_t count) {
+ssize_t OpenFile::readStep(std::byte* target, size_t count) {
   if (count < window_->bytes.size()) {
     window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
-    if (const std::size_t taken = takeFromWindow(target, count)) return taken;
+    if (const size_t taken = takeFromWindow(target, count)) return taken;
     return fillWindow() ? static_cast<ssize_t>(takeFromWindow(target, count)) : -1;
   }
   const ssize_t step = readAt(descriptor_, target, count, position_);
@@ -107,12 +107,12 @@ ssize_t OpenFile::readStep(std::byte* target, std::size_t count) {
 bool OpenFile::fillWindow() {
   window_->start = position_ - position_ % pageSize;
   const ssize_t length = readAt(descriptor_, window_->bytes.data(), fillSize_, window_->start);
-  window_->length = std::clamp<std::int64_t>(length, 0, size_ - window_->start);
+  window_->length = std::clamp<int64_t>(length, 0, size_ - window_->start);
   fillSize_ = window_->bytes.size();
   return length >= 0;
 }
 
-bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
+bool OpenFile::write(const void* bytes, size_t count, size_t& done) {
   done = 0;
   if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::write)) return false;
@@ -130,29 +130,29 @@ bool OpenFile::write(const void* bytes, std::size_t count, std::size_t& done) {
   return true;
 }
 
-void OpenFile::updateWindow(Window& window, const std::byte* source, std::size_t count) const {
-  const std::int64_t windowEnd = window.start + static_cast<std::int64_t>(window.length);
-  const std::int64_t start = std::max(position_, window.start);
-  const std::int64_t end = std::min(position_ + static_cast<std::int64_t>(count), windowEnd);
+void OpenFile::updateWindow(Window& window, const std::byte* source, size_t count) const {
+  const int64_t windowEnd = window.start + static_cast<int64_t>(window.length);
+  const int64_t start = std::max(position_, window.start);
+  const int64_t end = std::min(position_ + static_cast<int64_t>(count), windowEnd);
   if (start >= end) return;
   std::memcpy(window.bytes.data() + (start - window.start), source + (start - position_),
               end - start);
 }
 
-bool OpenFile::seek(std::int64_t distance, DWORD origin) {
+bool OpenFile::seek(int64_t distance, DWORD origin) {
   if (origin > FILE_END) return false;
-  const std::int64_t base = origin == FILE_BEGIN ? 0 : origin == FILE_CURRENT ? position_ : size_;
+  const int64_t base = origin == FILE_BEGIN ? 0 : origin == FILE_CURRENT ? position_ : size_;
   return distance <= INT64_MAX - base && moveTo(base + distance);
 }
 
-bool OpenFile::truncateTo(std::int64_t size) {
+bool OpenFile::truncateTo(int64_t size) {
   if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::write)) return false;
   if (uninterrupted([=, this] { return ftruncate(descriptor_, size); }) != 0) return false;
   size_ = size;
   for (Window& window : windows_) {
-    const std::int64_t kept = std::max<std::int64_t>(size_ - window.start, 0);
-    window.length = std::min<std::int64_t>(window.length, kept);
+    const int64_t kept = std::max<int64_t>(size_ - window.start, 0);
+    window.length = std::min<int64_t>(window.length, kept);
   }
   return true;
 }

@@ -28,32 +28,32 @@ class OpenFile {
   OpenFile& operator=(const OpenFile&) = delete;
 
   // `done` is what was transferred, also on failure. Reading past the end delivers less.
-  bool read(void* buffer, std::size_t count, std::size_t& done) {
+  bool read(void* buffer, size_t count, size_t& done) {
     done = 0;
     if (!readable_) errno = EBADF;
     if (!readable_ || failsNow(PlatformCall::read)) return false;
     done = takeFromWindow(static_cast<std::byte*>(buffer), count);
     return done == count || readOn(static_cast<std::byte*>(buffer), count, done);
   }
-  bool write(const void* bytes, std::size_t count, std::size_t& done);
+  bool write(const void* bytes, size_t count, size_t& done);
 
   // `origin` is FILE_BEGIN, FILE_CURRENT or FILE_END. False, and nothing moved, before the start.
-  bool seek(std::int64_t distance, DWORD origin);
+  bool seek(int64_t distance, DWORD origin);
   // False, and nothing moved, for a position that no file can have.
-  bool moveTo(std::int64_t position) {
+  bool moveTo(int64_t position) {
     if (position < 0) errno = EINVAL;
     if (position < 0 || failsNow(PlatformCall::seek)) return false;
     position_ = position;
     return true;
   }
-  bool truncateTo(std::int64_t size);
+  bool truncateTo(int64_t size);
   // On disk, as far as the file system knows how to tell.
   bool sync();
   // False when the system reports a late failure; closed it is in any case.
   bool close();
 
-  std::int64_t position() const { return position_; }
-  std::int64_t size() const { return size_; }
+  int64_t position() const { return position_; }
+  int64_t size() const { return size_; }
   int descriptor() const { return descriptor_; }
   // The path that it was opened by; null unless it existed and may be written.
   const char* path() const { return path_.get(); }
@@ -61,8 +61,8 @@ class OpenFile {
  private:
   OpenFile();
   struct Window {
-    std::int64_t start = 0;
-    std::size_t length = 0;             // no further than the file's size
+    int64_t start = 0;
+    size_t length = 0;                  // no further than the file's size
     std::array<std::byte, 8192> bytes;  // not cleared: only `length` of them count
 
     // Written out, so that creating an object does not clear the bytes.
@@ -71,31 +71,31 @@ class OpenFile {
 
   // What the window used last holds from the position on, if anything, and moves the position
   // behind it.
-  std::size_t takeFromWindow(std::byte* target, std::size_t count) {
-    const auto at = static_cast<std::uint64_t>(position_ - window_->start);
+  size_t takeFromWindow(std::byte* target, size_t count) {
+    const auto at = static_cast<uint64_t>(position_ - window_->start);
     if (at >= window_->length) return 0;
-    const std::size_t taken = std::min<std::size_t>(count, window_->length - at);
+    const size_t taken = std::min<size_t>(count, window_->length - at);
     std::memcpy(target, window_->bytes.data() + at, taken);
-    position_ += static_cast<std::int64_t>(taken);
+    position_ += static_cast<int64_t>(taken);
     return taken;
   }
   bool takeSize();
   // Goes on reading where the window ended.
-  bool readOn(std::byte* target, std::size_t count, std::size_t& done);
-  ssize_t readStep(std::byte* target, std::size_t count);
+  bool readOn(std::byte* target, size_t count, size_t& done);
+  ssize_t readStep(std::byte* target, size_t count);
   bool fillWindow();
-  void updateWindow(Window& window, const std::byte* source, std::size_t count) const;
+  void updateWindow(Window& window, const std::byte* source, size_t count) const;
 
-  static constexpr std::int64_t pageSize = 4096;
+  static constexpr int64_t pageSize = 4096;
 
   int descriptor_ = -1;
   std::unique_ptr<char[]> path_;
   bool readable_ = false;
   bool writable_ = false;
-  std::int64_t position_ = 0;
-  std::int64_t size_ = 0;
+  int64_t position_ = 0;
+  int64_t size_ = 0;
   // The first window is filled with a page: most pictures have their metadata in it.
-  std::size_t fillSize_ = pageSize;
+  size_t fillSize_ = pageSize;
   std::array<Window, 2> windows_;
   Window* window_ = &windows_[0];  // the one used last
 };

@@ -13,7 +13,7 @@ struct HPALETTE__ {
 
 HPALETTE CreatePalette(const LOGPALETTE* palette) {
   if (exifkeep::failsNow(exifkeep::PlatformCall::palette)) return nullptr;
-  if (palette == nullptr || palette->palNumEntries == 0) return nullptr;
+  if (!palette || palette->palNumEntries == 0) return nullptr;
   try {
     // The array's bound of 1 stands for palNumEntries.
     const PALETTEENTRY* first = palette->palPalEntry;
@@ -28,9 +28,9 @@ HPALETTE CreatePalette(const LOGPALETTE* palette) {
 
 // Returns the number of entries copied; without a target, the number there are.
 UINT GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY entries) {
-  if (palette == nullptr) return 0;
+  if (!palette) return 0;
   const UINT size = static_cast<UINT>(palette->entries.size());
-  if (entries == nullptr) return size;
+  if (!entries) return size;
   if (start >= size) return 0;
   count = std::min(count, size - start);
   std::copy_n(palette->entries.begin() + start, count, entries);
@@ -38,7 +38,7 @@ UINT GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY 
 }
 
 BOOL DeleteObject(HGDIOBJ object) {
-  if (object == nullptr) return FALSE;
+  if (!object) return FALSE;
   exifkeep::countPalette(-1);
   delete static_cast<HPALETTE>(object);
   return TRUE;

@@ -36,7 +36,7 @@ bool renameToNew(LPCSTR from, LPCSTR to) {
 // can sync a directory.
 void syncDirectoryOf(std::string_view path) {
   if (failsNow(PlatformCall::sync)) return;
-  const std::size_t slash = path.rfind('/');
+  const size_t slash = path.rfind('/');
   const std::string directory(slash == path.npos ? "." : path.substr(0, slash + 1));
   const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return;
@@ -96,7 +96,7 @@ DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
   char path[PATH_MAX];
   struct stat named, own;
   errno = EBADF;
-  if (file == INVALID_HANDLE_VALUE || opened->path() == nullptr ||
+  if (file == INVALID_HANDLE_VALUE || !opened->path() ||
       realpath(opened->path(), path) == nullptr || stat(path, &named) != 0 ||
       fstat(opened->descriptor(), &own) != 0)
     return failed();
@@ -108,11 +108,11 @@ DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
 // A relative TMPDIR would lead elsewhere once the working directory changes; behind a longer one
 // the paths of files would not fit into the buffers of 256 bytes that callers use.
 DWORD GetTempPathA(DWORD size, LPSTR buffer) {
-  constexpr std::size_t longest = 200;
+  constexpr size_t longest = 200;
   if (failsNow(PlatformCall::temporaryDirectory)) return failed();
   const char* chosen = std::getenv("TMPDIR");
-  const bool isGood = chosen != nullptr && chosen[0] == '/' && std::strlen(chosen) < longest &&
-                      isWritableFolder(chosen);
+  const bool isGood =
+      chosen && chosen[0] == '/' && std::strlen(chosen) < longest && isWritableFolder(chosen);
   char path[longest + 1];
   std::strcpy(path, isGood ? chosen : "/tmp");
   return store(std::strcat(path, "/"), buffer, size);

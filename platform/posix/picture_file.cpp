@@ -27,7 +27,7 @@ bool PictureFile::open(const char* path, Purpose purpose) noexcept {
   if (file_ < 0) return failed();
   struct stat status;
   if (::fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) {
-    size_ = static_cast<std::uint64_t>(status.st_size);
+    size_ = static_cast<uint64_t>(status.st_size);
     return true;
   }
   ::close(file_);
@@ -35,17 +35,17 @@ bool PictureFile::open(const char* path, Purpose purpose) noexcept {
   return false;
 }
 
-std::size_t PictureFile::read(void* bytes, std::size_t count) noexcept {
+size_t PictureFile::read(void* bytes, size_t count) noexcept {
   if (failsNow(PlatformCall::read)) failed_ = true;
-  std::size_t done = 0;
+  size_t done = 0;
   while (!failed_ && done < count) {
     const ssize_t got = ::pread(file_, static_cast<char*>(bytes) + done, count - done,
                                 static_cast<off_t>(position_));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) failed_ = true;
     if (got <= 0) break;
-    done += static_cast<std::size_t>(got);
-    position_ += static_cast<std::uint64_t>(got);
+    done += static_cast<size_t>(got);
+    position_ += static_cast<uint64_t>(got);
   }
   return done;
 }
@@ -64,17 +64,17 @@ PictureWriting::~PictureWriting() {
   if (file_ >= 0) ::unlink(path_);
 }
 
-bool PictureWriting::write(const void* bytes, std::size_t count) noexcept {
+bool PictureWriting::write(const void* bytes, size_t count) noexcept {
   if (failsNow(PlatformCall::write)) failed_ = true;
-  std::size_t done = 0;
+  size_t done = 0;
   while (!failed_ && done < count) {
     const ssize_t put = ::pwrite(file_, static_cast<const char*>(bytes) + done, count - done,
                                  static_cast<off_t>(position_));
     if (put < 0 && errno == EINTR) continue;
     if (put <= 0) failed_ = true;
     if (failed_) break;
-    done += static_cast<std::size_t>(put);
-    position_ += static_cast<std::uint64_t>(put);
+    done += static_cast<size_t>(put);
+    position_ += static_cast<uint64_t>(put);
   }
   if (position_ > size_) size_ = position_;
   return !failed_ || failed();

@@ -73,7 +73,7 @@ class ShellCopy {
 
  private:
   bool mayReplace() const;
-  bool goesOn(std::int64_t done, std::int64_t total) const;
+  bool goesOn(int64_t done, int64_t total) const;
   CopyResult copyBytes(OpenFile& from, OpenFile& to) const;
 
   const ShellCopyHandler handler_ = currentHandler();
@@ -83,19 +83,19 @@ class ShellCopy {
 };
 
 bool ShellCopy::mayReplace() const {
-  return handler_.mayOverwrite != nullptr &&
+  return handler_.mayOverwrite &&
          handler_.mayOverwrite(handler_.context, owner_, source_.c_str(), target_.c_str());
 }
 
-bool ShellCopy::goesOn(std::int64_t done, std::int64_t total) const {
-  return handler_.progress == nullptr || handler_.progress(handler_.context, owner_, done, total);
+bool ShellCopy::goesOn(int64_t done, int64_t total) const {
+  return !handler_.progress || handler_.progress(handler_.context, owner_, done, total);
 }
 
 CopyResult ShellCopy::copyBytes(OpenFile& from, OpenFile& to) const {
-  constexpr std::size_t chunk = 256 * 1024;
+  constexpr size_t chunk = 256 * 1024;
   const auto buffer = std::make_unique_for_overwrite<char[]>(chunk);
-  std::size_t count = 0;
-  std::size_t written = 0;
+  size_t count = 0;
+  size_t written = 0;
   do {
     if (!goesOn(from.position(), from.size())) return CopyResult::cancelled;
     if (!from.read(buffer.get(), chunk, count)) return CopyResult::failed;
@@ -116,7 +116,7 @@ CopyResult ShellCopy::run() {
   }
   if (replace && !mayReplace()) return CopyResult::cancelled;
   PartialCopy partial(target_);
-  if (partial.file() == nullptr || !partial.takeRights(source)) return CopyResult::failed;
+  if (!partial.file() || !partial.takeRights(source)) return CopyResult::failed;
   if (const CopyResult result = copyBytes(*from, *partial.file()); result != CopyResult::done) {
     return result;
   }
@@ -137,8 +137,7 @@ CopyResult runCopy(const SHFILEOPSTRUCTA& operation) {
 int SHFileOperationA(LPSHFILEOPSTRUCTA operation) {
   using exifkeep::CopyResult;
   operation->fAnyOperationsAborted = FALSE;
-  const bool isOneFile = operation->pFrom != nullptr && operation->pTo != nullptr &&
-                         operation->pFrom[0] != '\0' &&
+  const bool isOneFile = operation->pFrom && operation->pTo && operation->pFrom[0] != '\0' &&
                          operation->pFrom[std::strlen(operation->pFrom) + 1] == '\0';
   if (operation->wFunc != FO_COPY || !isOneFile) return ERROR_INVALID_PARAMETER;
   switch (exifkeep::runCopy(*operation)) {

@@ -30,13 +30,13 @@ using BOOL = int;
 using INT = int;
 using UINT = unsigned int;
 using BYTE = unsigned char;
-using WORD = std::uint16_t;
-using DWORD = std::uint32_t;
-using LONG = std::int32_t;
-using ULONG = std::uint32_t;
-using LONGLONG = std::int64_t;
-using SIZE_T = std::size_t;
-using ULONG_PTR = std::uintptr_t;
+using WORD = uint16_t;
+using DWORD = uint32_t;
+using LONG = int32_t;
+using ULONG = uint32_t;
+using LONGLONG = int64_t;
+using SIZE_T = size_t;
+using ULONG_PTR = uintptr_t;
 using LANGID = WORD;
 using COLORREF = DWORD;
 using LPSTR = char*;
@@ -111,7 +111,7 @@ inline constexpr int MAX_PATH = 260;
 // its own writes since, and is for one thread at a time. A file made by CREATE_NEW after a pattern,
 // the handle of another file, has that file's rights and attributes.
 
-inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(intptr_t{-1});
 
 inline constexpr DWORD GENERIC_READ = 0x80000000;
 inline constexpr DWORD GENERIC_WRITE = 0x40000000;

@@ -21,11 +21,11 @@ constexpr int bitsOfType(int type) {
 }
 
 constexpr bool isAllowedSize(unsigned width, unsigned height) {
-  return width != 0 && height != 0 && std::uint64_t{width} * height <= PRaster::maxPixels;
+  return width != 0 && height != 0 && uint64_t{width} * height <= PRaster::maxPixels;
 }
 
-constexpr std::size_t strideOf(unsigned width, int bits) {
-  return (std::size_t{width} * static_cast<unsigned>(bits) + 31) / 32 * 4;
+constexpr size_t strideOf(unsigned width, int bits) {
+  return (size_t{width} * static_cast<unsigned>(bits) + 31) / 32 * 4;
 }
 
 RGBQUAD greyOf(unsigned index, unsigned entries) {
@@ -51,7 +51,7 @@ void expandRow(const PRaster::Image& source, const BYTE* from, BYTE* to) {
   }
 }
 
-void fillRow24(BYTE* row, unsigned width, std::uint64_t value) {
+void fillRow24(BYTE* row, unsigned width, uint64_t value) {
   for (unsigned x = 0; x < width; ++x, row += 3) {
     row[0] = static_cast<BYTE>(value >> 16);
     row[1] = static_cast<BYTE>(value >> 8);
@@ -73,7 +73,7 @@ PRaster::Data makeImage(int bits, unsigned width, unsigned height) noexcept {
   header.biHeight = static_cast<LONG>(height);
   header.biPlanes = 1;
   header.biBitCount = static_cast<WORD>(bits);
-  const std::uint64_t size = image->stride * height;
+  const uint64_t size = image->stride * height;
   header.biSizeImage = size <= 0xFFFFFFFF ? static_cast<DWORD>(size) : 0;
   for (unsigned i = 0; i < image->paletteSize(); ++i)
     image->colours[i] = greyOf(i, image->paletteSize());
@@ -99,7 +99,7 @@ void PRaster::DeleteImage(int) noexcept {
   image_.reset();
 }
 
-int PRaster::CreateImage(int type, unsigned width, unsigned height, int, std::uintptr_t coloursUsed,
+int PRaster::CreateImage(int type, unsigned width, unsigned height, int, uintptr_t coloursUsed,
                          unsigned dpmX, unsigned dpmY, int, int, int) noexcept {
   image_.reset();
   image_ = makeImage(bitsOfType(type), width, height);
@@ -157,11 +157,11 @@ unsigned PRaster::GetPixel(int x, int y, void*) const noexcept {
   const BYTE* row = image_->row(static_cast<unsigned>(y));
   if (image_->depth() == 1) return bitOf(row, column) ? 255 : 0;
   if (image_->depth() == 8) return row[column];
-  const BYTE* pixel = row + std::size_t{column} * 3;
+  const BYTE* pixel = row + size_t{column} * 3;
   return static_cast<unsigned>(pixel[0] << 16 | pixel[1] << 8 | pixel[2]);
 }
 
-void PRaster::SetPixel(int x, int y, std::uint64_t value) noexcept {
+void PRaster::SetPixel(int x, int y, uint64_t value) noexcept {
   if (!image_ || !image_->contains(x, y)) return;
   const unsigned column = static_cast<unsigned>(x);
   BYTE* row = image_->row(static_cast<unsigned>(y));
@@ -172,13 +172,13 @@ void PRaster::SetPixel(int x, int y, std::uint64_t value) noexcept {
   } else if (image_->depth() == 8) {
     row[column] = static_cast<BYTE>(value);
   } else {
-    fillRow24(row + std::size_t{column} * 3, 1, value);
+    fillRow24(row + size_t{column} * 3, 1, value);
   }
 }
 
-void PRaster::Clear(std::uint64_t value) noexcept {
+void PRaster::Clear(uint64_t value) noexcept {
   if (!image_) return;
-  const std::size_t size = image_->stride * image_->height();
+  const size_t size = image_->stride * image_->height();
   if (image_->depth() == 1) {
     std::memset(image_->bits.get(), value != 0 ? 0xFF : 0, size);
   } else if (image_->depth() == 8 || (value & 0xFFFFFF) == 0) {

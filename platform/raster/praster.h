@@ -23,7 +23,7 @@ struct tagLmmInfo {
   BITMAPINFOHEADER* header = nullptr;  ///< Size, depth and resolution.
   RGBQUAD* palette = nullptr;          ///< The colours of a palette image.
   BYTE* bits = nullptr;                ///< The bottom row.
-  std::size_t stride = 0;              ///< Bytes from a row to the one above it.
+  size_t stride = 0;                   ///< Bytes from a row to the one above it.
   unsigned* lostRows = nullptr;        ///< Set by the codec when it decodes: see PRaster::lostRows.
 };
 
@@ -41,7 +41,7 @@ class EXIFKEEP_PLATFORM_API PRaster {
   /// @}
 
   /// Width times height is at most this (24 bits: 768 MiB); neither may be 0.
-  static constexpr std::uint64_t maxPixels = std::uint64_t{1} << 28;
+  static constexpr uint64_t maxPixels = uint64_t{1} << 28;
 
   /// @cond
   struct Image;
@@ -76,9 +76,8 @@ class EXIFKEEP_PLATFORM_API PRaster {
   /// black, white); `coloursUsed` only goes into the information header. The unnamed arguments are
   /// not used. Returns 1, or 0 with the object empty: unknown type, a size of 0 or over maxPixels,
   /// no memory.
-  int CreateImage(int type, unsigned width, unsigned height, int = 0,
-                  std::uintptr_t coloursUsed = 0, unsigned dpmX = 0, unsigned dpmY = 0, int = 15,
-                  int = 0, int = 0) noexcept;
+  int CreateImage(int type, unsigned width, unsigned height, int = 0, uintptr_t coloursUsed = 0,
+                  unsigned dpmX = 0, unsigned dpmY = 0, int = 15, int = 0, int = 0) noexcept;
 
   /// The type code for a number of bits a pixel: 1, 8 or 24; -1 for any other number.
   static int GetImageType(int bits, int) noexcept;
@@ -103,10 +102,10 @@ class EXIFKEEP_PLATFORM_API PRaster {
 
   /// Sets a pixel to a value as GetPixel returns it; bits above those of the depth are ignored, 1
   /// bit is set by any value that is not 0. Does nothing outside the image.
-  void SetPixel(int x, int y, std::uint64_t value) noexcept;
+  void SetPixel(int x, int y, uint64_t value) noexcept;
 
   /// Gives every pixel the value, as SetPixel takes it.
-  void Clear(std::uint64_t value) noexcept;
+  void Clear(uint64_t value) noexcept;
 
   /// Fills this image with the source, scaled to this image's size, and takes over the source's
   /// palette. Colour and grey: the average of the covered area along an axis that shrinks, linear

@@ -16,7 +16,7 @@ struct FreeBlock {
 struct PRaster::Image {
   BITMAPINFOHEADER header = {};
   std::array<RGBQUAD, 256> colours = {};
-  std::size_t stride = 0;
+  size_t stride = 0;
   unsigned lostRows = 0;
   std::unique_ptr<BYTE[], FreeBlock> bits;
 
@@ -24,7 +24,7 @@ struct PRaster::Image {
   unsigned height() const noexcept { return static_cast<unsigned>(header.biHeight); }
   unsigned depth() const noexcept { return header.biBitCount; }
   // Without the padding.
-  std::size_t rowBytes() const noexcept { return (std::size_t{width()} * depth() + 7) / 8; }
+  size_t rowBytes() const noexcept { return (size_t{width()} * depth() + 7) / 8; }
   unsigned paletteSize() const noexcept { return depth() <= 8 ? 1u << depth() : 0; }
   bool contains(int x, int y) const noexcept {
     return x >= 0 && y >= 0 && x < header.biWidth && y < header.biHeight;

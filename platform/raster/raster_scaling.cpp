@@ -36,11 +36,11 @@ class Axis {
   bool shrinks() const { return target_ <= source_; }
 
   Span covered(unsigned index) const {
-    const std::uint64_t begin = index * source_;
-    const std::uint64_t end = begin + source_;
-    const std::uint64_t first = begin / target_;
-    const std::uint64_t last = (end - 1) / target_;
-    const std::uint64_t firstWeight = std::min(end, (first + 1) * target_) - begin;
+    const uint64_t begin = index * source_;
+    const uint64_t end = begin + source_;
+    const uint64_t first = begin / target_;
+    const uint64_t last = (end - 1) / target_;
+    const uint64_t firstWeight = std::min(end, (first + 1) * target_) - begin;
     return {static_cast<unsigned>(first), static_cast<unsigned>(last),
             static_cast<unsigned>(firstWeight), static_cast<unsigned>(end - last * target_)};
   }
@@ -48,8 +48,8 @@ class Axis {
   // The target pixel's centre lies between the centres of two source pixels, or beyond the outer
   // ones.
   Span blended(unsigned index) const {
-    const std::uint64_t doubled = (2 * std::uint64_t{index} + 1) * source_;
-    const std::uint64_t position = doubled > target_ ? doubled - target_ : 0;
+    const uint64_t doubled = (2 * uint64_t{index} + 1) * source_;
+    const uint64_t position = doubled > target_ ? doubled - target_ : 0;
     const unsigned first = static_cast<unsigned>(position / (2 * target_));
     const unsigned part =
         static_cast<unsigned>(position % (2 * target_) * blendSteps / (2 * target_));
@@ -57,39 +57,39 @@ class Axis {
     return {first, first + 1, blendSteps - part, part};
   }
 
-  std::uint64_t source_;
-  std::uint64_t target_;
+  uint64_t source_;
+  uint64_t target_;
 };
 
-using Sums = std::vector<std::uint64_t>;
+using Sums = std::vector<uint64_t>;
 
 // Weighted sums of one row's spans, one a target column and channel.
 template <int channels, typename Level>
 void reduceRow(const Level* row, const std::vector<Span>& spans, unsigned innerWeight, Sums& sums) {
-  std::uint64_t* sum = sums.data();
+  uint64_t* sum = sums.data();
   for (const Span& span : spans) {
-    std::uint64_t inner[channels] = {};
-    const Level* level = row + std::size_t{span.first} * channels;
-    for (int c = 0; c < channels; ++c) sum[c] = std::uint64_t{span.firstWeight} * level[c];
+    uint64_t inner[channels] = {};
+    const Level* level = row + size_t{span.first} * channels;
+    for (int c = 0; c < channels; ++c) sum[c] = uint64_t{span.firstWeight} * level[c];
     if (span.last > span.first) {
-      const Level* const last = row + std::size_t{span.last} * channels;
+      const Level* const last = row + size_t{span.last} * channels;
       for (level += channels; level != last; level += channels)
         for (int c = 0; c < channels; ++c) inner[c] += level[c];
       for (int c = 0; c < channels; ++c)
-        sum[c] += innerWeight * inner[c] + std::uint64_t{span.lastWeight} * last[c];
+        sum[c] += innerWeight * inner[c] + uint64_t{span.lastWeight} * last[c];
     }
     sum += channels;
   }
 }
 
-void addRow(std::uint16_t* __restrict sums, const BYTE* a, std::size_t length) {
-  for (std::size_t i = 0; i < length; ++i) sums[i] = static_cast<std::uint16_t>(sums[i] + a[i]);
+void addRow(uint16_t* __restrict sums, const BYTE* a, size_t length) {
+  for (size_t i = 0; i < length; ++i) sums[i] = static_cast<uint16_t>(sums[i] + a[i]);
 }
 
-void addFourRows(std::uint16_t* __restrict sums, const BYTE* a, const BYTE* b, const BYTE* c,
-                 const BYTE* d, std::size_t length) {
-  for (std::size_t i = 0; i < length; ++i)
-    sums[i] = static_cast<std::uint16_t>(sums[i] + a[i] + b[i] + c[i] + d[i]);
+void addFourRows(uint16_t* __restrict sums, const BYTE* a, const BYTE* b, const BYTE* c,
+                 const BYTE* d, size_t length) {
+  for (size_t i = 0; i < length; ++i)
+    sums[i] = static_cast<uint16_t>(sums[i] + a[i] + b[i] + c[i] + d[i]);
 }
 
 template <int channels>
@@ -100,11 +100,10 @@ class BlendedScaling {
         target_(target),
         across_(source.width(), target.width()),
         down_(source.height(), target.height()),
-        cells_(std::size_t{target.width()} * channels) {
+        cells_(size_t{target.width()} * channels) {
     spans_.reserve(target.width());
     for (unsigned x = 0; x < target.width(); ++x) spans_.push_back(across_.span(x));
-    if (source.height() > 2 * target.height())
-      columns_.resize(std::size_t{source.width()} * channels);
+    if (source.height() > 2 * target.height()) columns_.resize(size_t{source.width()} * channels);
     for (ReducedRow& row : reduced_) row.sums.resize(cells_.size());
     innerSums_.assign(cells_.size(), 0);
   }
@@ -139,7 +138,7 @@ class BlendedScaling {
   }
 
   void addToCells(const Sums& sums, unsigned weight) {
-    for (std::size_t i = 0; i < cells_.size(); ++i) cells_[i] += sums[i] * weight;
+    for (size_t i = 0; i < cells_.size(); ++i) cells_[i] += sums[i] * weight;
   }
 
   void addInnerRows(unsigned y, unsigned end) {
@@ -157,7 +156,7 @@ class BlendedScaling {
   }
 
   void sumColumns(unsigned y, unsigned end) {
-    std::fill(columns_.begin(), columns_.end(), std::uint16_t{0});
+    std::fill(columns_.begin(), columns_.end(), uint16_t{0});
     for (; y + 4 <= end; y += 4)
       addFourRows(columns_.data(), source_.row(y), source_.row(y + 1), source_.row(y + 2),
                   source_.row(y + 3), columns_.size());
@@ -168,9 +167,9 @@ class BlendedScaling {
   void finishRow(BYTE* row) const {
     const double scale = 1.0 / (static_cast<double>(across_.totalWeight()) *
                                 static_cast<double>(down_.totalWeight()));
-    for (std::size_t i = 0; i < cells_.size(); ++i)
-      row[i] = static_cast<BYTE>(static_cast<int>(
-          static_cast<double>(static_cast<std::int64_t>(cells_[i])) * scale + 0.5));
+    for (size_t i = 0; i < cells_.size(); ++i)
+      row[i] = static_cast<BYTE>(
+          static_cast<int>(static_cast<double>(static_cast<int64_t>(cells_[i])) * scale + 0.5));
   }
 
   static constexpr unsigned rowsPerGroup = 256;  // 256 * 255 still fits 16 bits
@@ -180,7 +179,7 @@ class BlendedScaling {
   Axis across_;
   Axis down_;
   std::vector<Span> spans_;
-  std::vector<std::uint16_t> columns_;
+  std::vector<uint16_t> columns_;
   ReducedRow reduced_[2];
   Sums innerSums_;
   Sums cells_;
@@ -188,8 +187,7 @@ class BlendedScaling {
 
 // The source index whose pixel covers the centre of a target pixel.
 unsigned nearestIndex(unsigned index, unsigned source, unsigned target) {
-  return static_cast<unsigned>((2 * std::uint64_t{index} + 1) * source /
-                               (2 * std::uint64_t{target}));
+  return static_cast<unsigned>((2 * uint64_t{index} + 1) * source / (2 * uint64_t{target}));
 }
 
 void pickLevels(const BYTE* from, unsigned sourceWidth, BYTE* to, unsigned targetWidth) {

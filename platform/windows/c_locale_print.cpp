@@ -34,7 +34,7 @@ class ThreadInCLocale {
 
 }  // namespace
 
-int printInCLocale(char* target, std::size_t size, const char* format, va_list arguments) {
+int printInCLocale(char* target, size_t size, const char* format, va_list arguments) {
   const ThreadInCLocale locale;
   return std::vsnprintf(target, size, format, arguments);
 }

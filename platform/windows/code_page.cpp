@@ -19,7 +19,7 @@ void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
   text.resize(4 * utf8.size());
   const int bytes = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), units,
                                         text.data(), static_cast<int>(text.size()), "?", nullptr);
-  text.resize(static_cast<std::size_t>(bytes));
+  text.resize(static_cast<size_t>(bytes));
 }
 
 }  // namespace exifkeep

@@ -12,8 +12,8 @@ std::wstring_view findString(HMODULE module, LANGID language, UINT id) {
   const auto block = static_cast<WORD>(id / 16 + 1);
   const HRSRC place =
       FindResourceExW(module, MAKEINTRESOURCEW(6), MAKEINTRESOURCEW(block), language);
-  const HGLOBAL resource = place != nullptr ? LoadResource(module, place) : nullptr;
-  if (resource == nullptr) return {};
+  const HGLOBAL resource = place ? LoadResource(module, place) : nullptr;
+  if (!resource) return {};
   const auto* units = static_cast<const wchar_t*>(LockResource(resource));
   for (UINT i = 0; i < id % 16; ++i) units += 1 + *units;
   return {units + 1, *units};
@@ -26,7 +26,7 @@ std::string inCodePage(std::wstring_view wide) {
   const int bytes = WideCharToMultiByte(
       CP_ACP, isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()),
       text.data(), static_cast<int>(text.size()), isUtf8 ? nullptr : "?", nullptr);
-  text.resize(static_cast<std::size_t>(bytes));
+  text.resize(static_cast<size_t>(bytes));
   return text;
 }
 
@@ -39,7 +39,7 @@ void ModuleStrings::take(const AfxStringTable& table) {
 
 bool ModuleStrings::load(UINT id, std::string_view&, std::string& encoded) const {
   // Ids have 16 bits; a module of null would mean the program's own file.
-  if (module_ == nullptr || id > 0xFFFF) return false;
+  if (!module_ || id > 0xFFFF) return false;
   const std::wstring_view text = findString(module_, language_, id);
   if (text.empty()) return false;
   encoded = inCodePage(text);

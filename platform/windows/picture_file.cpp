@@ -12,21 +12,21 @@
 namespace exifkeep {
 namespace {
 
-constexpr std::size_t largestTransfer = 0x40000000;  // a DWORD counts the bytes of one call
+constexpr size_t largestTransfer = 0x40000000;  // a DWORD counts the bytes of one call
 
-HANDLE handleOf(std::intptr_t file) {
+HANDLE handleOf(intptr_t file) {
   return reinterpret_cast<HANDLE>(file);
 }
 
 // Where a transfer begins; the handle's own position is not used.
-OVERLAPPED placeAt(std::uint64_t position) {
+OVERLAPPED placeAt(uint64_t position) {
   OVERLAPPED place = {};
   place.Offset = static_cast<DWORD>(position);
   place.OffsetHigh = static_cast<DWORD>(position >> 32);
   return place;
 }
 
-DWORD stepOf(std::size_t left) {
+DWORD stepOf(size_t left) {
   return static_cast<DWORD>(std::min(left, largestTransfer));
 }
 
@@ -49,14 +49,14 @@ bool PictureFile::open(const char* path, Purpose purpose) noexcept {
     CloseHandle(file);
     return false;
   }
-  file_ = reinterpret_cast<std::intptr_t>(file);
-  size_ = static_cast<std::uint64_t>(size.QuadPart);
+  file_ = reinterpret_cast<intptr_t>(file);
+  size_ = static_cast<uint64_t>(size.QuadPart);
   return true;
 }
 
-std::size_t PictureFile::read(void* bytes, std::size_t count) noexcept {
+size_t PictureFile::read(void* bytes, size_t count) noexcept {
   if (failsNow(PlatformCall::read)) failed_ = true;
-  std::size_t done = 0;
+  size_t done = 0;
   while (!failed_ && done < count) {
     OVERLAPPED place = placeAt(position_);
     DWORD got = 0;
@@ -88,9 +88,9 @@ PictureWriting::~PictureWriting() {
   DeleteFileA(path_);
 }
 
-bool PictureWriting::write(const void* bytes, std::size_t count) noexcept {
+bool PictureWriting::write(const void* bytes, size_t count) noexcept {
   if (failsNow(PlatformCall::write)) failed_ = true;
-  std::size_t done = 0;
+  size_t done = 0;
   while (!failed_ && done < count) {
     OVERLAPPED place = placeAt(position_);
     DWORD put = 0;

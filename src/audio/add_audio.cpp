@@ -21,7 +21,7 @@ struct Annotation {
 };
 
 // Cuts what the field cannot hold and clears what the text does not fill.
-template <std::size_t size>
+template <size_t size>
 void setText(char (&field)[size], std::string_view text) {
   std::memset(field, 0, size);
   text.copy(field, size - 1);
@@ -36,7 +36,7 @@ void annotate(const Annotation& annotation, ExifMetadata& metadata) {
 
 // REQUIRES: a '.' in the file name, and room for three bytes behind it.
 void makeJpegName(char* path) {
-  const std::size_t extensionSize = extensionOf(path).size();
+  const size_t extensionSize = extensionOf(path).size();
   std::strcpy(path + std::strlen(path) - extensionSize, "jpg");
 }
 

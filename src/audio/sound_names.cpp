@@ -6,15 +6,15 @@ namespace exifkeep {
 
 namespace {
 
-constexpr std::size_t baseSize = 8;
+constexpr size_t baseSize = 8;
 constexpr std::string_view soundExtension = ".wav";
 
 // The beginning of a long name, about 6 bytes. The high bit marks the first byte of a double-byte
 // character; one that would be cut in two is left out.
 std::string_view prefixOf(std::string_view name) {
-  constexpr std::size_t wanted = 6;
-  std::size_t size = 0;
-  std::size_t lastCharacter = 0;
+  constexpr size_t wanted = 6;
+  size_t size = 0;
+  size_t lastCharacter = 0;
   while (size < wanted) {
     lastCharacter = size;
     size += (static_cast<unsigned char>(name[size]) & 0x80) != 0 ? 2 : 1;
@@ -28,7 +28,7 @@ std::string_view prefixOf(std::string_view name) {
 // names. So is the name ".wav" for a picture without an extension.
 std::string soundNameForPicture(std::string_view picturePath) {
   const std::string_view name = fileNameOf(picturePath);
-  const std::size_t dot = name.rfind('.');
+  const size_t dot = name.rfind('.');
   std::string base(name.substr(0, dot == std::string_view::npos ? 0 : dot));
   if (base.size() > baseSize) base.replace(baseSize - 2, std::string::npos, "~1");
   return base.append(soundExtension);

@@ -8,7 +8,7 @@
 
 namespace exifkeep {
 
-inline constexpr std::size_t longestSoundName = 12;
+inline constexpr size_t longestSoundName = 12;
 
 // The recording named after a picture: DSC00123.wav for DSC00123.JPG, Summer~1.wav for
 // "Summer holiday.jpg".

@@ -14,9 +14,9 @@ namespace exifkeep {
 namespace {
 
 // The codec's capability list: records of 52 bytes, of which the first 16 are used.
-constexpr std::size_t recordSize = 52;
-constexpr std::size_t usedSize = sizeof(CodecFormatEntry);
-constexpr std::size_t blockSize = recordSize * ImageCodecBridge::maxFormats;
+constexpr size_t recordSize = 52;
+constexpr size_t usedSize = sizeof(CodecFormatEntry);
+constexpr size_t blockSize = recordSize * ImageCodecBridge::maxFormats;
 static_assert(usedSize == 16 && blockSize == 1300);
 
 struct PaletteDelete {
@@ -53,17 +53,17 @@ bool ImageCodecBridge::loadCapabilities() {
   const GlobalBlock block(blockSize);
   if (!block) return false;
   // A negative 16-bit count is no count.
-  const std::int16_t count = AllGetReadWriteCaps(ownerWindow(), block.handle());
-  formatCount = std::clamp<std::int16_t>(count, 0, maxFormats);
+  const int16_t count = AllGetReadWriteCaps(ownerWindow(), block.handle());
+  formatCount = std::clamp<int16_t>(count, 0, maxFormats);
   if (formatCount == 0) return false;
   const BlockLock lock(block);
   if (!lock.bytes()) {
     formatCount = 0;
     return false;
   }
-  const std::uint8_t* record = lock.bytes();
+  const uint8_t* record = lock.bytes();
   for (int i = 0; i < formatCount; ++i, record += recordSize)
-    std::memcpy(&formats[static_cast<std::size_t>(i)], record, usedSize);
+    std::memcpy(&formats[static_cast<size_t>(i)], record, usedSize);
   return true;
 }
 
@@ -71,7 +71,7 @@ int ImageCodecBridge::findFormat(std::string_view extension) const {
   const std::string wanted(extension);
   for (int i = 0; i < formatCount; ++i) {
     char known[sizeof(CodecFormatEntry::extension) + 1] = {};
-    std::memcpy(known, formats[static_cast<std::size_t>(i)].extension, sizeof known - 1);
+    std::memcpy(known, formats[static_cast<size_t>(i)].extension, sizeof known - 1);
     if (lstrcmpiA(known, wanted.c_str()) == 0) return i;
   }
   return -1;
@@ -79,7 +79,7 @@ int ImageCodecBridge::findFormat(std::string_view extension) const {
 
 bool ImageCodecBridge::canWrite(std::string_view extension) const {
   const int index = findFormat(extension);
-  return index >= 0 && formats[static_cast<std::size_t>(index)].writable != 0;
+  return index >= 0 && formats[static_cast<size_t>(index)].writable != 0;
 }
 
 std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path,

@@ -17,8 +17,8 @@ namespace exifkeep {
 
 struct CodecFormatEntry {
   char extension[8];  // without the dot; NUL-terminated unless all 8 bytes are used
-  std::int32_t readable;
-  std::int32_t writable;
+  int32_t readable;
+  int32_t writable;
 };
 
 class ImageCodecBridge : public CObject {
@@ -50,7 +50,7 @@ class ImageCodecBridge : public CObject {
   static int codecProgress(int, int, int);
 
   std::array<CodecFormatEntry, maxFormats> formats = {};
-  std::int16_t formatCount = 0;
+  int16_t formatCount = 0;
 };
 
 }  // namespace exifkeep

@@ -29,8 +29,8 @@ TEST_F(DamagedFiles, EveryPrefixFails) {
     const Bytes whole = saved(name, patterned(24, 9, 7));
     ASSERT_TRUE(loads(whole));
     // A JPEG picture whose scan is complete may lack its EOI.
-    const std::size_t least = whole.size() - (name[2] == 'j' ? 2 : 0);
-    for (std::size_t size = 0; size <= least; ++size)
+    const size_t least = whole.size() - (name[2] == 'j' ? 2 : 0);
+    for (size_t size = 0; size <= least; ++size)
       ASSERT_EQ(loads(Bytes(whole.begin(), whole.begin() + long(size))), size == least)
           << name << ' ' << size;
   }
@@ -52,7 +52,7 @@ TEST_F(DamagedFiles, JpegPicturesComeAsFarAsTheyGo) {
   EXPECT_EQ(losses, (std::vector<unsigned>{60, 52, 44, 36, 28, 20, 12, 4, 0}));
 }
 
-void put(Bytes& bytes, std::size_t at, const Bytes& value) {
+void put(Bytes& bytes, size_t at, const Bytes& value) {
   std::copy(value.begin(), value.end(), bytes.begin() + long(at));
 }
 
@@ -62,7 +62,7 @@ TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
   put(hostile[0], 16, {0x7F, 0xFF, 0xFF, 0xFF});  // IHDR: width, height
   put(hostile[1], 20, {0x7F, 0xFF, 0xFF, 0xFF});
   for (const Bytes& size : {Bytes{0xFF, 0xFF, 0xFF, 0xFF}, {0x40, 0, 0x3F, 0xFF}, {0x80, 0, 0, 1}})
-    for (std::size_t entry : {0, 1, 5, 7, 8}) {  // width, length, offset, rows a strip, byte count
+    for (size_t entry : {0, 1, 5, 7, 8}) {  // width, length, offset, rows a strip, byte count
       hostile.push_back(tiff);
       put(hostile.back(), 10 + 12 * entry + 2, {4, 0});  // as LONG
       put(hostile.back(), 10 + 12 * entry + 8, size);

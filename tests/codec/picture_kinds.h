@@ -86,7 +86,7 @@ inline void writeTiffPixels(TIFF* tiff, const TiffKind& kind) {
   for (unsigned first = 0; first < samples && kind.layout != tiles; first += count)
     for (unsigned y = 0; y < height; ++y)
       TIFFWriteScanline(tiff, rowOf(kind.meaning, kind.bits, y, first, first + count).data(), y,
-                        std::uint16_t(first));
+                        uint16_t(first));
   for (unsigned top = 0; top < height && kind.layout == tiles; top += 16) {
     Bytes tile(32 * 16 * pixelBytes);
     for (unsigned y = top; y < std::min(top + 16, height); ++y)
@@ -109,12 +109,12 @@ inline void writeTiff(const std::string& path, const TiffKind& kind) {
   TIFFSetField(tiff, TIFFTAG_ORIENTATION, ORIENTATION_BOTRIGHT);  // has no effect
   if (kind.compression == COMPRESSION_JPEG)
     TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
-  const std::uint16_t alpha = EXTRASAMPLE_UNASSALPHA;
+  const uint16_t alpha = EXTRASAMPLE_UNASSALPHA;
   if (kind.meaning == Meaning::rgbAlpha) TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &alpha);
-  std::vector<std::uint16_t> red, green, blue(256, 7 * 257);
+  std::vector<uint16_t> red, green, blue(256, 7 * 257);
   for (int i = 0; i < 256; ++i) {
-    red.push_back(std::uint16_t(std::min(65535, i * 65535 / ((1 << kind.bits) - 1))));
-    green.push_back(std::uint16_t(65535 - red.back()));
+    red.push_back(uint16_t(std::min(65535, i * 65535 / ((1 << kind.bits) - 1))));
+    green.push_back(uint16_t(65535 - red.back()));
   }
   if (kind.meaning == Meaning::index)
     TIFFSetField(tiff, TIFFTAG_COLORMAP, red.data(), green.data(), blue.data());

@@ -18,11 +18,11 @@ void forEachShape(const auto& check) {
 }
 
 // The marker and the length, marker included, of each segment up to and with SOS.
-std::vector<std::pair<int, int>> segmentsOf(const Bytes& jpeg, std::size_t& position) {
+std::vector<std::pair<int, int>> segmentsOf(const Bytes& jpeg, size_t& position) {
   std::vector<std::pair<int, int>> segments;
   for (position = 2; position + 4 <= jpeg.size() && jpeg[position] == 0xFF;) {
     segments.emplace_back(jpeg[position + 1], 2 + jpeg[position + 2] * 256 + jpeg[position + 3]);
-    position += std::size_t(segments.back().second);
+    position += size_t(segments.back().second);
     if (segments.back().first == 0xDA) break;
   }
   return segments;
@@ -38,7 +38,7 @@ TEST_F(WrittenLayout, JpegSegments) {
     ASSERT_EQ(save(path("a.jpg"), image), 1);
     const Bytes jpeg = bytesOf(path("a.jpg"));
     ASSERT_GT(jpeg.size(), 623u);
-    std::size_t scan = 0;
+    size_t scan = 0;
     EXPECT_EQ(segmentsOf(jpeg, scan), expected);
     EXPECT_EQ(jpeg[163] * 256u + jpeg[164], image.height());
     EXPECT_EQ(jpeg[165] * 256u + jpeg[166], image.width());
@@ -47,13 +47,13 @@ TEST_F(WrittenLayout, JpegSegments) {
     // 5906 and 2835 dots per metre are 150 and 72 dots per inch.
     EXPECT_EQ(Bytes(&jpeg[6], &jpeg[18]), (Bytes{'J', 'F', 'I', 'F', 0, 1, 1, 1, 0, 150, 0, 72}));
     // No marker in the entropy-coded data (so no restart), and EOI ends the file.
-    for (std::size_t i = scan; i + 2 < jpeg.size(); ++i)
+    for (size_t i = scan; i + 2 < jpeg.size(); ++i)
       ASSERT_TRUE(jpeg[i] != 0xFF || jpeg[i + 1] == 0) << i;
     EXPECT_EQ(jpeg[jpeg.size() - 2] * 256 + jpeg.back(), 0xFFD9);
   });
 }
 
-unsigned number(const Bytes& bytes, std::size_t at, int size) {
+unsigned number(const Bytes& bytes, size_t at, int size) {
   unsigned value = 0;
   while (size-- > 0) value = value << 8 | bytes.at(at + unsigned(size));
   return value;

@@ -172,8 +172,8 @@ class LossyDisk {
     const bool counts = it.kind == Change::names
                             ? std::any_of(it.links.begin(), it.links.end(), isOnTheWay)
                             : it.kind != Change::sync && followed_.contains(it.file);
-    return counts && std::none_of(changes_.begin() + static_cast<std::ptrdiff_t>(change),
-                                  changes_.begin() + static_cast<std::ptrdiff_t>(count), syncs);
+    return counts && std::none_of(changes_.begin() + static_cast<ptrdiff_t>(change),
+                                  changes_.begin() + static_cast<ptrdiff_t>(count), syncs);
   }
 
   template <class IsLost>

@@ -23,7 +23,7 @@ extern "C" short __wrap_AllGetReadWriteCaps(HWND, HGLOBAL block) {
   char* record = static_cast<char*>(GlobalLock(block));
   for (const auto& [extension, writable] : formats) {
     std::memset(record, 0xEE, 52);
-    std::memcpy(record, extension.c_str(), std::min<std::size_t>(8, extension.size() + 1));
+    std::memcpy(record, extension.c_str(), std::min<size_t>(8, extension.size() + 1));
     const int flags[2] = {1, writable};
     std::memcpy(record + 8, flags, 8);
     record += 52;

@@ -10,9 +10,9 @@
 
 #if defined(MALLOC_FAILS)
 extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
+void* __libc_malloc(size_t);
+void* __libc_calloc(size_t, size_t);
+void* __libc_realloc(void*, size_t);
 }
 #endif
 
@@ -24,7 +24,7 @@ constexpr auto systemMalloc = __libc_malloc;
 constexpr auto systemMalloc = std::malloc;
 #endif
 
-thread_local std::size_t allocated = 0;
+thread_local size_t allocated = 0;
 thread_local int failures = 0, toFailure = 0;
 thread_local bool allFail = false;
 
@@ -35,20 +35,20 @@ bool failsNow() noexcept {
   return true;
 }
 
-void* allocate(std::size_t size) noexcept {
+void* allocate(size_t size) noexcept {
   if (failsNow()) return nullptr;
   allocated += size;
   return systemMalloc(size > 0 ? size : 1);
 }
 
-void* allocateOrThrow(std::size_t size) {
+void* allocateOrThrow(size_t size) {
   void* memory = allocate(size);
-  return memory != nullptr ? memory : throw std::bad_alloc();
+  return memory ? memory : throw std::bad_alloc();
 }
 
 }  // namespace
 
-std::size_t exifkeep::test::bytesAllocated() {
+size_t exifkeep::test::bytesAllocated() {
   return allocated;
 }
 void exifkeep::test::failAllocations(int n, bool andAllAfter) {
@@ -61,14 +61,14 @@ int exifkeep::test::allocationsFailed() {
 }
 
 // clang-format off
-void* operator new(std::size_t size) { return allocateOrThrow(size); }
-void* operator new[](std::size_t size) { return allocateOrThrow(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new(size_t size) { return allocateOrThrow(size); }
+void* operator new[](size_t size) { return allocateOrThrow(size); }
+void* operator new(size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new[](size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory, size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, size_t) noexcept { std::free(memory); }
 #if defined(MALLOC_FAILS)
 namespace {
 // libtiff dereferences null pointers when it is short of memory: its own calls do not fail.
@@ -81,9 +81,9 @@ bool mallocFails(void* caller) noexcept {
 
 #define FAIL_FIRST(call) mallocFails(__builtin_return_address(0)) ? nullptr : call
 extern "C" {
-void* malloc(std::size_t size) { return FAIL_FIRST(__libc_malloc(size)); }
-void* calloc(std::size_t n, std::size_t size) { return FAIL_FIRST(__libc_calloc(n, size)); }
-void* realloc(void* old, std::size_t size) { return FAIL_FIRST(__libc_realloc(old, size)); }
+void* malloc(size_t size) { return FAIL_FIRST(__libc_malloc(size)); }
+void* calloc(size_t n, size_t size) { return FAIL_FIRST(__libc_calloc(n, size)); }
+void* realloc(void* old, size_t size) { return FAIL_FIRST(__libc_realloc(old, size)); }
 }
 #endif
 // clang-format on

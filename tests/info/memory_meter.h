@@ -7,7 +7,7 @@
 namespace exifkeep::test {
 
 // Since the thread began.
-std::size_t bytesAllocated();
+size_t bytesAllocated();
 
 // Makes the n-th allocation from now on fail, and those after it too if asked for; n = 0 none.
 void failAllocations(int n, bool andAllAfter = false);

@@ -10,7 +10,7 @@ namespace {
 std::string encoded(const std::map<std::string, std::string>& environment, const char* utf8) {
   setLocaleVariables(environment);
   const auto encoder = CodePageEncoder::forUser();
-  if (encoder == nullptr) return utf8;
+  if (!encoder) return utf8;
   std::string text = "old";
   encoder->encode(utf8, text);
   return text;

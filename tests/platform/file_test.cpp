@@ -23,9 +23,9 @@ using FileTest = ScratchTest;
 
 // Random reads, writes and moves on a file of 50000 bytes, beside a string and a position.
 void useAtRandom(HANDLE file, std::string& model, std::mt19937& random) {
-  std::size_t at = 0;
+  size_t at = 0;
   for (int step = 0; step < 20000; ++step) {
-    const std::size_t count = 1 + random() % (random() % 6 == 0 ? 40000 : 40);
+    const size_t count = 1 + random() % (random() % 6 == 0 ? 40000 : 40);
     std::string bytes(count, static_cast<char>(random()));
     DWORD done = 0;
     switch (random() % 10) {
@@ -40,7 +40,7 @@ void useAtRandom(HANDLE file, std::string& model, std::mt19937& random) {
       case 2:
       case 3: {
         const DWORD origin = random() % 3;
-        const std::size_t base = std::array{std::size_t{0}, at, model.size()}[origin];
+        const size_t base = std::array{size_t{0}, at, model.size()}[origin];
         at = random() % 4 == 0 ? base + random() % 20
                                : random() % (random() % 9 ? 30000 : model.size());
         const LONG distance = static_cast<LONG>(at) - static_cast<LONG>(base);
@@ -91,7 +91,7 @@ TEST_F(FileTest, KeepsTheSizeOfTheOpeningWhileOthersAppend) {
 }
 
 TEST_F(FileTest, PositionsBeyond32BitsAndFilesCutMeanwhile) {
-  constexpr std::int64_t size = (INT64_C(1) << 32) + 5;
+  constexpr int64_t size = (INT64_C(1) << 32) + 5;
   writeFile(path("file"), "");
   ASSERT_EQ(truncate(path("file").c_str(), size), 0);
   const HANDLE file = openPath(path("file"), GENERIC_READ);

@@ -15,7 +15,7 @@ struct Host {
     SetShellCopyHandler({[](void* host, HWND, const char*, const char*) {
                            return static_cast<Host*>(host)->overwrite;
                          },
-                         [](void* host, HWND, std::uint64_t, std::uint64_t) {
+                         [](void* host, HWND, uint64_t, uint64_t) {
                            return static_cast<Host*>(host)->chunksUntilCancel-- != 0;
                          },
                          this});

@@ -27,7 +27,7 @@ TEST(String, FormatsDataAsItIs) {
   CString text = "5,5";
   text.Format("%s|%d/%ld (%s)|%.1f", static_cast<const char*>(text), -1, 2L, "%n %s", 2.25);
   EXPECT_EQ(text, "5,5|-1/2 (%n %s)|2.2");
-  for (const std::size_t length : {255u, 256u}) {
+  for (const size_t length : {255u, 256u}) {
     const std::string longer(length, 'y');
     text.Format("%s", longer.c_str());
     EXPECT_EQ(text, longer.c_str()) << length;
@@ -46,7 +46,7 @@ TEST(PtrList, KeepsItsOrderBothWays) {
   EXPECT_EQ(CPtrList().RemoveTail(), nullptr);
   std::vector<void*> forwards, backwards;
   for (void* element : list) forwards.push_back(element);
-  for (at = list.GetTailPosition(); at != nullptr;) backwards.push_back(list.GetPrev(at));
+  for (at = list.GetTailPosition(); at;) backwards.push_back(list.GetPrev(at));
   EXPECT_EQ(forwards, (std::vector<void*>{n + 2, n + 3, n + 4}));
   EXPECT_EQ(backwards, (std::vector<void*>{n + 4, n + 3, n + 2}));
 }

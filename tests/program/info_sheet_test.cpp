@@ -15,7 +15,7 @@ using testing::Not;
 // The first tag that is out of place; nothing when all are closed in their order.
 std::string misplacedTag(std::string_view html) {
   std::vector<std::string_view> open;
-  for (std::size_t at = html.find("<html"); at != html.npos;) {
+  for (size_t at = html.find("<html"); at != html.npos;) {
     const std::string_view tag = html.substr(at + 1, html.find('>', at) - at - 1);
     if (tag.starts_with('/')) {
       if (open.empty() || open.back() != tag.substr(1)) return std::string(tag);

@@ -199,7 +199,7 @@ TEST_F(FetchTest, CommentsAndMakerNotesAreReplacedByLaterOnes) {
     const ExifIfdRecord& exif = result->exif;
     EXPECT_EQ(exif.hasUserComment, !code.empty()) << code << comment;
     EXPECT_EQ(std::string(exif.userCommentCode, 8).c_str(), code);
-    EXPECT_EQ(exif.userComment == nullptr, comment.empty());
+    EXPECT_EQ(!exif.userComment, comment.empty());
     EXPECT_EQ(std::string(exif.userComment, exif.userComment + exif.userCommentLength), comment);
   }
   const auto notes = readExif({bytes(0x927C, "the first note"), bytes(0x927C, "last one")});

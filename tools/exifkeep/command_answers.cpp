@@ -77,7 +77,7 @@ ExitStatus writeLine(const LineCommand& command, JsonWriter& json, const std::st
   const FileRefusal refusal =
       isExif ? FileRefusal{ExitStatus::ok, "", nullptr} : explainRefusal(path);
   writeExif(json, path, refusal);
-  if (command.key == nullptr) return refusal.status;
+  if (!command.key) return refusal.status;
   json.key(command.key);
   if (found.empty()) {
     json.null();

@@ -35,8 +35,8 @@ class PathBuffer {
   std::string text() const { return bytes_.data(); }
 
  private:
-  static constexpr std::size_t longestExtension = 4;
-  static constexpr std::size_t longestName = 15;
+  static constexpr size_t longestExtension = 4;
+  static constexpr size_t longestName = 15;
   std::vector<char> bytes_;
 };
 
@@ -49,7 +49,7 @@ bool hasTiffName(const std::string& path) {
 // without an extension stays, for the library to refuse.
 std::string writtenPath(const std::string& path) {
   if (hasTiffName(path) || IsExifFile(path.c_str())) return path;
-  const std::size_t dot = path.rfind('.');
+  const size_t dot = path.rfind('.');
   if (dot == std::string::npos || path.find('/', dot) != std::string::npos) return path;
   return path.substr(0, dot + 1) + "jpg";
 }

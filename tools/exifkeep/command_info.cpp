@@ -53,8 +53,7 @@ class TableOutput {
 std::string csvLine(const std::vector<std::string>& cells) {
   std::string line;
   for (std::string cell : cells) {
-    for (std::size_t at = 0; (at = cell.find('"', at)) != cell.npos; at += 2)
-      cell.insert(at, 1, '"');
+    for (size_t at = 0; (at = cell.find('"', at)) != cell.npos; at += 2) cell.insert(at, 1, '"');
     if (cell.find_first_of(",\"\r\n") != cell.npos) cell = '"' + cell + '"';
     line += (line.empty() ? "" : ",") + cell;
   }
@@ -80,7 +79,7 @@ class CsvOutput {
 
  private:
   std::string& cellOf(const exifkeep::InfoField& field, std::vector<std::string>& cells) {
-    std::size_t at = 0;
+    size_t at = 0;
     while (at < columns_.size() && !FieldChoice{{columns_[at]}}.wants(field)) ++at;
     if (at == columns_.size()) columns_.emplace_back(field.name);
     cells.resize(std::max(cells.size(), at + 1));

@@ -33,7 +33,7 @@ namespace {
 CLI::Option* addChecked(CLI::App& command, const char* name, std::string& value, const char* type,
                         const char* description, const Check& check) {
   CLI::Option* option = command.add_option(name, value, description)->type_name(type);
-  return check == nullptr ? option : option->check(check);
+  return check ? option->check(check) : option;
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace program {
 namespace {
 
 // Smaller copies are done before anyone could read how far they are.
-constexpr std::uint64_t largeCopy = 32u << 20;
+constexpr uint64_t largeCopy = 32u << 20;
 
 bool askOnTerminal(const std::string& target) {
   std::cerr << escapeForTerminal(target) << " exists. Overwrite it? [y/N] " << std::flush;
@@ -51,7 +51,7 @@ bool CopyDialogue::answerOverwrite(void* context, HWND, const char*, const char*
   return static_cast<const CopyDialogue*>(context)->mayOverwrite(target);
 }
 
-bool CopyDialogue::showProgress(void* context, HWND, std::uint64_t done, std::uint64_t total) {
+bool CopyDialogue::showProgress(void* context, HWND, uint64_t done, uint64_t total) {
   if (endingWaits()) return false;
   if (total < largeCopy || !isCapableTerminal(Stream::error)) return true;
   int& shown = static_cast<CopyDialogue*>(context)->shownPercent_;

@@ -23,7 +23,7 @@ class CopyDialogue {
 
  private:
   static bool answerOverwrite(void* context, HWND owner, const char* source, const char* target);
-  static bool showProgress(void* context, HWND owner, std::uint64_t done, std::uint64_t total);
+  static bool showProgress(void* context, HWND owner, uint64_t done, uint64_t total);
 
   bool overwriteUnasked_;
   int shownPercent_ = -1;

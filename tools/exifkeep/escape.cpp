@@ -10,7 +10,7 @@ namespace {
 
 struct Lead {
   unsigned char first, last;  // lead bytes of this row
-  std::size_t length;
+  size_t length;
   unsigned char secondFirst, secondLast;
 };
 
@@ -27,16 +27,16 @@ const Lead* findLead(unsigned char byte) {
   return nullptr;
 }
 
-char32_t payloadOfLead(unsigned char byte, std::size_t length) {
+char32_t payloadOfLead(unsigned char byte, size_t length) {
   return length == 1 ? byte : byte & (0x7Fu >> length);
 }
 
 Utf8Step firstUtf8Step(std::string_view text) {
-  const auto byteAt = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const auto byteAt = [text](size_t i) { return static_cast<unsigned char>(text[i]); };
   const Lead* lead = findLead(byteAt(0));
-  if (lead == nullptr) return {text.substr(0, 1), U'\uFFFD', false};
+  if (!lead) return {text.substr(0, 1), U'\uFFFD', false};
   char32_t codePoint = payloadOfLead(byteAt(0), lead->length);
-  for (std::size_t i = 1; i < lead->length; ++i) {
+  for (size_t i = 1; i < lead->length; ++i) {
     const unsigned char from = i == 1 ? lead->secondFirst : 0x80;
     const unsigned char to = i == 1 ? lead->secondLast : 0xBF;
     if (i == text.size() || byteAt(i) < from || byteAt(i) > to) {
@@ -147,13 +147,13 @@ std::string escapeForJson(std::string_view text) {
 std::string base64(std::string_view bytes) {
   constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::string text;
-  for (std::size_t at = 0; at < bytes.size(); at += 3) {
+  for (size_t at = 0; at < bytes.size(); at += 3) {
     const std::string_view group = bytes.substr(at, 3);
     unsigned bits = 0;
-    for (std::size_t i = 0; i < 3; ++i) {
+    for (size_t i = 0; i < 3; ++i) {
       bits = bits << 8 | (i < group.size() ? static_cast<unsigned char>(group[i]) : 0u);
     }
-    for (std::size_t i = 0; i < 4; ++i) {
+    for (size_t i = 0; i < 4; ++i) {
       text += i <= group.size() ? digits[bits >> (18 - 6 * i) & 0x3F] : '=';
     }
   }

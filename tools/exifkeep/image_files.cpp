@@ -26,10 +26,10 @@ std::vector<std::string> writableExtensions() {
   constexpr int capacity = 25;
   const std::unique_ptr<void, BlockFree> block(
       GlobalAlloc(GHND, capacity * sizeof(CodecCapability)));
-  if (block == nullptr) return extensions;
+  if (!block) return extensions;
   const int count = AllGetReadWriteCaps(nullptr, block.get());
   const auto* records = static_cast<const CodecCapability*>(GlobalLock(block.get()));
-  for (int i = 0; records != nullptr && i < count; ++i) {
+  for (int i = 0; records && i < count; ++i) {
     if (records[i].writable) extensions.emplace_back(records[i].extension);
   }
   return extensions;

@@ -40,9 +40,9 @@ class SheetOutput {
 };
 
 // Adds the texts of the language selected now; a file that has changed meanwhile may lack some.
-void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, std::size_t language) {
-  const std::size_t count = exifkeep::languageVariants().size();
-  std::size_t at = 0;
+void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, size_t language) {
+  const size_t count = exifkeep::languageVariants().size();
+  size_t at = 0;
   info.forEachItem([&](const exifkeep::InfoField& field) {
     if (at == rows.size()) rows.push_back({LanguageTexts(count), LanguageTexts(count)});
     rows[at].label[language] = static_cast<const char*>(field.label);
@@ -54,7 +54,7 @@ void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, std::size
 SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
   SheetPicture picture;
   picture.path = path;
-  std::size_t language = 0;
+  size_t language = 0;
   for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
     selectLanguage(variant.tag);
     const PictureInfo info(path);

@@ -35,7 +35,7 @@ std::string localized(const std::string& name, const LanguageTexts& texts,
   } else {
     html += " class=\"t\">";
     const auto variants = exifkeep::languageVariants();
-    for (std::size_t i = 0; i < variants.size(); ++i) {
+    for (size_t i = 0; i < variants.size(); ++i) {
       html += "<span" + attribute("lang", variants[i].tag) + '>' + form(texts[i]) + "</span>";
     }
   }
@@ -57,21 +57,21 @@ std::string valueHtml(std::string_view text) {
 
 // "1/60 (seconds)" with its unit set apart.
 std::string factHtml(std::string_view text) {
-  const std::size_t unit = text.rfind(" (");
+  const size_t unit = text.rfind(" (");
   if (unit == text.npos || text.back() != ')') return valueHtml(text);
   const std::string_view name = text.substr(unit + 2, text.size() - unit - 3);
   return valueHtml(text.substr(0, unit)) + " <small>" + escapeForHtml(name) + "</small>";
 }
 
-std::size_t indexOfEnglish() {
+size_t indexOfEnglish() {
   const auto variants = exifkeep::languageVariants();
   const auto english = std::find_if(variants.begin(), variants.end(),
                                     [](const auto& variant) { return variant.tag == "en"; });
-  return static_cast<std::size_t>(english - variants.begin());
+  return static_cast<size_t>(english - variants.begin());
 }
 
 const SheetRow* findRow(const SheetPicture& picture, std::string_view englishLabel) {
-  const std::size_t english = indexOfEnglish();
+  const size_t english = indexOfEnglish();
   const auto row =
       std::find_if(picture.rows.begin(), picture.rows.end(), [&](const SheetRow& candidate) {
         return candidate.label[english] == englishLabel &&
@@ -115,7 +115,7 @@ std::string previewHtml(const SheetPicture& picture) {
 }
 
 std::string headingHtml(const std::string& path) {
-  const std::size_t name = path.rfind('/') + 1;
+  const size_t name = path.rfind('/') + 1;
   std::string html = "<h2>";
   if (name > 0) html += "<span>" + escapeForHtml(path.substr(0, name)) + "</span>";
   return html + escapeForHtml(path.substr(name)) + "</h2>\n";
@@ -154,7 +154,7 @@ std::string tableHtml(const SheetPicture& picture) {
 
 std::string_view englishValue(const SheetPicture& picture, std::string_view englishLabel) {
   const SheetRow* row = findRow(picture, englishLabel);
-  return row == nullptr ? std::string_view() : row->value[indexOfEnglish()];
+  return row ? row->value[indexOfEnglish()] : std::string_view();
 }
 
 std::string beginSheet(std::string_view title, std::string_view language) {

@@ -17,17 +17,17 @@ const char* nameOf(InfoField::Directory directory) {
   return "";
 }
 
-void writeNumbers(JsonWriter& json, std::span<const std::int64_t> numbers) {
+void writeNumbers(JsonWriter& json, std::span<const int64_t> numbers) {
   if (numbers.size() == 1) return json.number(std::to_string(numbers[0]));
   json.beginArray();
-  for (const std::int64_t number : numbers) json.number(std::to_string(number));
+  for (const int64_t number : numbers) json.number(std::to_string(number));
   json.endArray();
 }
 
-void writeRationals(JsonWriter& json, std::span<const std::int64_t> numbers) {
+void writeRationals(JsonWriter& json, std::span<const int64_t> numbers) {
   if (numbers.size() == 2) return writeNumbers(json, numbers);
   json.beginArray();
-  for (std::size_t i = 0; i < numbers.size(); i += 2) writeNumbers(json, numbers.subspan(i, 2));
+  for (size_t i = 0; i < numbers.size(); i += 2) writeNumbers(json, numbers.subspan(i, 2));
   json.endArray();
 }
 
@@ -65,9 +65,9 @@ ExitStatus answerAsJson(
 
 void writeExif(JsonWriter& json, const std::string& path, const FileRefusal& refusal) {
   json.key("exif");
-  json.boolean(refusal.error == nullptr);
+  json.boolean(!refusal.error);
   json.key("error");
-  if (refusal.error == nullptr) {
+  if (!refusal.error) {
     json.null();
   } else {
     json.text(refusal.error);

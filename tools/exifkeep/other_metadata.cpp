@@ -17,37 +17,37 @@ struct Kinds {
   bool profile = false, xmp = false, iptc = false, comment = false;
 };
 
-std::uint64_t bigEndian(std::string_view bytes) {
-  std::uint64_t number = 0;
+uint64_t bigEndian(std::string_view bytes) {
+  uint64_t number = 0;
   for (const char byte : bytes) number = number << 8 | static_cast<unsigned char>(byte);
   return number;
 }
 
-std::uint64_t number(std::string_view bytes, bool littleEndian) {
+uint64_t number(std::string_view bytes, bool littleEndian) {
   if (!littleEndian) return bigEndian(bytes);
   return bigEndian(std::string(bytes.rbegin(), bytes.rend()));
 }
 
 // The next `size` bytes, fewer at the end of the file.
-std::string take(std::istream& file, std::size_t size) {
+std::string take(std::istream& file, size_t size) {
   std::string bytes(size, '\0');
   file.read(bytes.data(), static_cast<std::streamsize>(size));
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
+  bytes.resize(static_cast<size_t>(file.gcount()));
   return bytes;
 }
 
 // Whether image resources ("8BIM", id, name, size, data, each padded to even) have the one that
 // holds IPTC data.
 bool holdsIptc(std::string_view resources) {
-  constexpr std::uint64_t iptcId = 0x0404;
+  constexpr uint64_t iptcId = 0x0404;
   while (resources.size() >= 12 && resources.starts_with("8BIM")) {
     if (bigEndian(resources.substr(4, 2)) == iptcId) return true;
-    const std::size_t name = (static_cast<unsigned char>(resources[6]) + 2u) & ~1u;
+    const size_t name = (static_cast<unsigned char>(resources[6]) + 2u) & ~1u;
     if (resources.size() < 6 + name + 4) return false;
-    const std::uint64_t data = bigEndian(resources.substr(6 + name, 4));
-    const std::size_t rest = resources.size() - (6 + name + 4);
+    const uint64_t data = bigEndian(resources.substr(6 + name, 4));
+    const size_t rest = resources.size() - (6 + name + 4);
     if (data >= rest) return false;
-    resources.remove_prefix(6 + name + 4 + ((data + 1) & ~std::uint64_t{1}));
+    resources.remove_prefix(6 + name + 4 + ((data + 1) & ~uint64_t{1}));
   }
   return false;
 }
@@ -72,7 +72,7 @@ void noteJpeg(std::istream& file, Kinds& kinds) {
     const std::string head = take(file, 4);
     if (head.size() < 4 || head[0] != '\xFF') return;
     const auto marker = static_cast<unsigned char>(head[1]);
-    const std::uint64_t length = bigEndian(std::string_view(head).substr(2));
+    const uint64_t length = bigEndian(std::string_view(head).substr(2));
     if (marker == startOfScan || length < 2) return;
     noteSegment(marker, take(file, length - 2), kinds);
   }
@@ -81,7 +81,7 @@ void noteJpeg(std::istream& file, Kinds& kinds) {
 void noteTiff(std::istream& file, bool littleEndian, Kinds& kinds) {
   file.seekg(4);
   file.seekg(static_cast<std::streamoff>(number(take(file, 4), littleEndian)));
-  for (std::uint64_t left = number(take(file, 2), littleEndian); left > 0; --left) {
+  for (uint64_t left = number(take(file, 2), littleEndian); left > 0; --left) {
     const std::string entry = take(file, 12);
     if (entry.size() < 12) return;
     switch (number(std::string_view(entry).substr(0, 2), littleEndian)) {

@@ -50,7 +50,7 @@ bool shrink(PRaster& image) {
   const unsigned longer = std::max(image.width(), image.height());
   if (longer <= longestSide) return true;
   const auto scaled = [longer](unsigned side) {
-    return std::max(1u, static_cast<unsigned>(std::uint64_t{side} * longestSide / longer));
+    return std::max(1u, static_cast<unsigned>(uint64_t{side} * longestSide / longer));
   };
   PRaster small;
   if (!small.CreateImage(PRaster::type24Bit, scaled(image.width()), scaled(image.height())) ||
@@ -66,7 +66,7 @@ bool shrink(PRaster& image) {
 // read back.
 char sideOf(std::string_view what, std::string_view orientation) {
   const std::string phrase = std::string(what) + " 0 is at the visible ";
-  const std::size_t at = orientation.find(phrase);
+  const size_t at = orientation.find(phrase);
   return at == orientation.npos ? '\0' : orientation[at + phrase.size()];
 }
 

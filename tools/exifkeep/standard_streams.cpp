@@ -21,7 +21,7 @@ std::string keptOutput;
 std::string inUserCharset(std::string_view text) {
   static const auto encoder = exifkeep::CodePageEncoder::forUser();
   std::string encoded(text);
-  if (encoder != nullptr) encoder->encode(text, encoded);
+  if (encoder) encoder->encode(text, encoded);
   return encoded;
 }
 

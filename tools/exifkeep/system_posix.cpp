@@ -47,7 +47,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
     if (written == -1 && errno != EINTR) return false;
-    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+    if (written > 0) bytes.remove_prefix(static_cast<size_t>(written));
   }
   return true;
 }
@@ -59,7 +59,7 @@ struct MemoryFree {
 // The file that the links at `path` lead to.
 std::string withoutLinks(const std::string& path) {
   const std::unique_ptr<char, MemoryFree> resolved(::realpath(path.c_str(), nullptr));
-  return resolved == nullptr ? path : resolved.get();
+  return resolved ? resolved.get() : path;
 }
 
 mode_t modeOfNewFiles() {

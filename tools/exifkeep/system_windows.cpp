@@ -69,7 +69,7 @@ class Opened {
   HANDLE handle() const { return handle_; }
   bool write(std::string_view bytes) const {
     while (!bytes.empty()) {
-      const auto step = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1 << 30));
+      const auto step = static_cast<DWORD>(std::min<size_t>(bytes.size(), 1 << 30));
       DWORD written = 0;
       if (!WriteFile(handle_, bytes.data(), step, &written, nullptr) || written == 0) return false;
       bytes.remove_prefix(written);
@@ -143,10 +143,10 @@ bool outputGoesToFile() {
 
 bool writeOutput(std::string_view bytes) {
   while (!bytes.empty()) {
-    const auto step = static_cast<unsigned>(std::min<std::size_t>(bytes.size(), 1 << 20));
+    const auto step = static_cast<unsigned>(std::min<size_t>(bytes.size(), 1 << 20));
     const int written = _write(_fileno(stdout), bytes.data(), step);
     if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
+    bytes.remove_prefix(static_cast<size_t>(written));
   }
   return true;
 }

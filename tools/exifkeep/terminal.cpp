@@ -27,7 +27,7 @@ const char* sequence(Style style) {
 
 bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
-  return value != nullptr && *value != '\0';
+  return value && *value != '\0';
 }
 
 bool isColored(Stream stream) {
@@ -48,7 +48,7 @@ std::string styled(Style style, std::string_view text, Stream stream) {
 
 bool isCapableTerminal(Stream stream) {
   const char* terminal = std::getenv("TERM");
-  if (terminal == nullptr || *terminal == '\0' || terminal == std::string_view("dumb")) {
+  if (!terminal || *terminal == '\0' || terminal == std::string_view("dumb")) {
     return false;
   }
   return isTerminal(stream);
@@ -64,7 +64,7 @@ void eraseProgress() {
   progressIsShown = false;
 }
 
-BatchProgress::BatchProgress(std::size_t total, bool outputKeptBack)
+BatchProgress::BatchProgress(size_t total, bool outputKeptBack)
     : total_(total),
       drawn_(isCapableTerminal(Stream::error) && (outputKeptBack || outputGoesToFile())),
       nextDraw_(Clock::now() + std::chrono::milliseconds(500)) {}

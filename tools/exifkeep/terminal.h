@@ -34,7 +34,7 @@ void eraseProgress();
 class BatchProgress {
  public:
   // A total of 0 is not known. Output that is kept back until the end leaves the terminal free.
-  BatchProgress(std::size_t total, bool outputKeptBack);
+  BatchProgress(size_t total, bool outputKeptBack);
   ~BatchProgress() { eraseProgress(); }
   BatchProgress(const BatchProgress&) = delete;
   BatchProgress& operator=(const BatchProgress&) = delete;
@@ -45,8 +45,8 @@ class BatchProgress {
  private:
   using Clock = std::chrono::steady_clock;
 
-  std::size_t total_;
-  std::size_t done_ = 0;
+  size_t total_;
+  size_t done_ = 0;
   bool drawn_;
   Clock::time_point nextDraw_;
 };

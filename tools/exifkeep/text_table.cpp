@@ -32,7 +32,7 @@ constexpr Range wide[] = {
     {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
 };
 
-template <std::size_t count>
+template <size_t count>
 bool isIn(const Range (&ranges)[count], char32_t codePoint) {
   return std::any_of(std::begin(ranges), std::end(ranges), [codePoint](const Range& range) {
     return codePoint >= range.first && codePoint <= range.last;
