@@ -17,25 +17,30 @@ struct Goal {
 };
 
 constexpr Goal goals[] = {
-    {"IsExifFile / open, read 64 KiB, close", "isExifFile", "floorOfReading", 0.6},
-    {"GetExifInfo / open, read 64 KiB, close", "getExifInfo", "floorOfReading", 1.2},
-    {"GetExifInfo / libexif", "getExifInfo", "libexif", 0.2},
-    {"GetExifInfo / exiv2", "getExifInfo", "exiv2", 0.2},
+    {"IsExifFile / open, read 4 KiB, close", "isExifFile", "floorOfReading", 1.3},
+    {"GetExifVersion / open, read 4 KiB, close", "getExifVersion", "floorOfReading", 1.6},
+    {"GetExifInfo / bare walk of the directories", "getExifInfo", "bareWalk", 1.35},
+    {"GetExifInfo / libexif", "getExifInfo", "libexif", 0.1},
+    {"GetExifInfo / exiv2", "getExifInfo", "exiv2", 0.1},
     {"SaveFile JPEG 24 MP / plain encoding", "save/jpeg24MP", "encode/24MP", 1.12},
     {"SaveFile JPEG 2 MP / plain encoding", "save/jpeg2MP", "encode/2MP", 1.20},
     {"SaveFile TIFF 12 MP / writing the pixels", "save/tiff12MP", "write/12MP", 2.3},
     {"OpenExifFile 24 MP / plain decoding", "open/24MP", "decode/24MP", 1.1},
 };
 
-// Keeps the medians beside the usual report.
+// Keeps the medians beside the usual report. Those of reading are processor time: nothing is waited
+// for, and what else the machine does disturbs it less. Saves wait for the disk.
 class MedianReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs)
       if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-        medians_[run.run_name.function_name] = run.real_accumulated_time;
+        medians_[run.run_name.function_name] =
+            waits(run) ? run.real_accumulated_time : run.cpu_accumulated_time;
   }
+
+  static bool waits(const Run& run) { return run.time_unit == benchmark::kMillisecond; }
 
   void printGoals() const {
     std::printf("\n%-42s %8s %8s\n", "Ratio of medians", "measured", "goal");

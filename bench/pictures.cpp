@@ -35,7 +35,7 @@ fs::path sampleFolder() {
 std::vector<std::string> findCameraPictures() {
   std::vector<std::string> found;
   if (!fs::is_directory(sampleFolder())) return found;
-  for (const auto& entry : fs::directory_iterator(sampleFolder()))
+  for (const auto& entry : fs::recursive_directory_iterator(sampleFolder()))
     if (IsExifFile(entry.path().c_str())) found.push_back(entry.path());
   std::sort(found.begin(), found.end());
   return found;

@@ -10,7 +10,7 @@
 
 namespace bench {
 
-// The folder's JPEG pictures that are Exif files. Empty when there is no such folder.
+// All Exif pictures of the folder and the folders in it. Empty when there is no such folder.
 const std::vector<std::string>& cameraPictures();
 
 // A file name in the working folder.

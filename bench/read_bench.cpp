@@ -1,9 +1,10 @@
-// Reading: the ten-function interface on a folder of camera pictures, beside what the system needs
-// for opening a file, reading its first 64 KiB and closing it.
+// Reading: the ten-function interface on a folder of camera pictures, beside the least that the
+// system needs (opening a file, one read of 4 KiB, closing it) and a bare walk of the directories.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "bare_walk.h"
 #include "pictures.h"
 
 namespace {
@@ -19,7 +20,7 @@ void overPictures(benchmark::State& state, Work work) {
 }
 
 void floorOfReading(benchmark::State& state) {
-  static char buffer[65536];
+  static char buffer[4096];
   overPictures(state, [](const char* path) {
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     benchmark::DoNotOptimize(read(file, buffer, sizeof buffer));
@@ -32,6 +33,18 @@ void isExifFile(benchmark::State& state) {
   overPictures(state, [](const char* path) { benchmark::DoNotOptimize(IsExifFile(path)); });
 }
 BENCHMARK(isExifFile);
+
+void getExifVersion(benchmark::State& state) {
+  overPictures(state, [](const char* path) { benchmark::DoNotOptimize(GetExifVersion(path)); });
+}
+BENCHMARK(getExifVersion);
+
+void bareWalk(benchmark::State& state) {
+  overPictures(state, [&state](const char* path) {
+    if (!bench::bareWalk(path)) state.SkipWithError("a picture was not walked");
+  });
+}
+BENCHMARK(bareWalk);
 
 void getExifInfo(benchmark::State& state) {
   overPictures(state, [](const char* path) {
