@@ -3,66 +3,15 @@
 # with Debian's patches, into build/windows-codecs/PROCESSOR (x86_64, the default, or i686), once;
 # takes about three minutes. zlib comes from Debian's package for MinGW-w64, ready-made.
 #   scripts/windows_codecs.sh [PROCESSOR]
-# apt fetches the sources by a list of its own: nothing of the machine's configuration is changed.
 set -euo pipefail
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
 . "$root/scripts/packages.sh"
+. "$root/scripts/codec_sources.sh"
 
 processor=${1:-x86_64}
 codecs=$root/build/windows-codecs
-sources=$codecs/sources
 prefix=$codecs/$processor
 work=$codecs/work-$processor
-
-# The machine's own Debian archives, as archives of sources.
-list_source_archives() {
-  local list
-  for list in /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list; do
-    [ -s "$list" ] || continue
-    case $list in
-      *.sources) sed 's/^Types:.*/Types: deb-src/' "$list" >"$sources/archives.sources" ;;
-      *) sed -n 's/^deb /deb-src /p' "$list" >"$sources/archives.list" ;;
-    esac
-    return 0
-  done
-  echo "No list of Debian's archives was found" >&2
-  return 1
-}
-
-with_source_archives() {
-  local command=$1
-  shift
-  "$command" -o Dir::Etc::SourceList="$(echo "$sources"/archives.*)" \
-    -o Dir::Etc::SourceParts=/dev/null -o Dir::State::Lists="$sources/lists" \
-    -o Dir::Cache="$sources/cache" -o APT::Sandbox::User=root "$@"
-}
-
-# fetch PACKAGE: unpacks the newest version that the archives hold whole into sources/PACKAGE. The
-# list of a security archive may name a version that the archive itself does not have any more.
-fetch() {
-  local package=$1 version
-  [ -d "$sources/$package" ] && return 0
-  for version in $(with_source_archives apt-cache showsrc --only-source "$package" |
-                   sed -n 's/^Version: //p' | sort -rVu); do
-    with_source_archives apt-get source --download-only --only-source "$package=$version" || continue
-    dpkg-source --no-check -x "${package}_${version#*:}.dsc" "$package.part" || return 1
-    mv "$package.part" "$package"
-    return 0
-  done
-  echo "No whole source package of $package was found" >&2
-  return 1
-}
-
-fetch_all() {
-  mkdir -p "$sources/lists/partial" "$sources/cache/archives/partial"
-  cd "$sources"
-  rm -rf ./*.part
-  list_source_archives
-  with_source_archives apt-get update
-  fetch libjpeg-turbo
-  fetch libpng1.6
-  fetch tiff
-}
 
 # install_zlib: the static library alone, lest the linker takes the DLL.
 install_zlib() {
@@ -110,6 +59,6 @@ echo "Building the picture codecs for Windows ($processor)" >&2
 log=$codecs/$processor.log
 exec 3>&2 >"$log" 2>&1
 trap '[ $? -eq 0 ] || tail -n 60 "$log" >&3' EXIT
-fetch_all
+fetch_codecs
 build_all
 touch "$prefix/complete"
