@@ -1,6 +1,6 @@
 /// @file
-/// Metadata for programs, beside the texts for people: a list that gives each item's tag, name,
-/// directory and value as the file has it. None of them depends on the language.
+/// Metadata for programs: a list whose items also have the tag, its name and directory, and the
+/// value as stored in the file. None of these depends on the language.
 ///
 ///     exifkeep::FieldList list;
 ///     if (GetExifInfo("photo.jpg", &list))
@@ -15,17 +15,17 @@
 
 namespace exifkeep {
 
-/// One entry of a FieldList. What its views point to lives as long as the item.
+/// One entry of a FieldList. Its views are valid as long as the item.
 struct InfoField : InfoItem {
   /// Where the tag is: IFD0, the Exif directory or the GPS directory (Exif 2.2, 4.6.3).
   enum class Directory : uint8_t { image, exif, gps };
-  /// Which of `numbers` and `bytes` has the value, and how.
+  /// What the value is, and whether it is in `numbers` or in `bytes`.
   enum class Kind : uint8_t {
-    text,       ///< `bytes`: text up to its first NUL, in whatever charset the file has it
-    bytes,      ///< `bytes`: of a maker note or a comment, at most the first 255 and, of a comment,
-                ///< its character code of 8 bytes
+    text,       ///< `bytes`: text up to its first NUL, in the charset of the file
+    bytes,      ///< `bytes`: at most the first 255 of a maker note, or the 8-byte character code
+                ///< and at most 255 more of a comment
     numbers,    ///< `numbers`
-    rationals,  ///< `numbers`: numerator and denominator in turn
+    rationals,  ///< `numbers`: each numerator followed by its denominator
   };
 
   const char* name = "";             ///< The tag's name in the standard, such as "ExposureTime".
@@ -36,13 +36,13 @@ struct InfoField : InfoItem {
   Kind kind = Kind::text;                  ///< What the value is.
 };
 
-/// A list that asks GetExifInfo for InfoField items: it recognises the type of the list it is
-/// given. Items, their order and their texts are those of any other list, but that GPS fields come
-/// after them when they are wanted. Gives its items back by itself.
+/// A list into which GetExifInfo puts InfoField items; it recognises the type of the list. The
+/// items, their order and their texts are the same as in any other list, except that GPS fields
+/// follow if requested. The destructor frees the items.
 class FieldList : public CPtrList {
  public:
-  /// Whether to list the GPS directory too (Exif 2.2, 4.6.6). There are no labels for its fields in
-  /// the languages: they are labelled by their names.
+  /// Whether to list the GPS directory too (Exif 2.2, 4.6.6). Its fields have no labels in any
+  /// language; their label is their name.
   bool withGps = false;
 
   FieldList() = default;

@@ -1,4 +1,4 @@
-// The ten exported functions: argument checks and the call frame around what the other folders do.
+// The ten exported functions: argument checks and the call frame.
 #include <exifkeep/exifkeep.h>
 
 #include "api/call_frame.h"

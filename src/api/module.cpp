@@ -1,4 +1,4 @@
-// What the framework keeps of this library: its application object and its module state.
+// The library's application object and module state, which the framework requires.
 #include "api/call_frame.h"
 #include "info/string_table.h"
 
@@ -6,7 +6,7 @@ namespace exifkeep {
 
 namespace {
 
-// The framework expects one per module; the default behaviour is all that is needed.
+// The framework expects one per module; its default behaviour is sufficient.
 class ExifkeepApp : public CWinApp {};
 
 [[maybe_unused]] ExifkeepApp app;

@@ -8,8 +8,8 @@
 
 namespace exifkeep {
 
-// The names decide: metadata stays within its kind of file, and a JPEG saved as TIFF, or the other
-// way, is plain.
+// The names decide: metadata is not converted, so a JPEG file saved as TIFF, or the reverse, is
+// saved without.
 bool saveWithMetadata(const char* source, const char* destination, int processCode, PRaster* image,
                       PRaster* thumbnail) {
   ExifReader reader;
@@ -18,7 +18,7 @@ bool saveWithMetadata(const char* source, const char* destination, int processCo
   if (found == Source::unreadable) return false;
   if (found == Source::withoutExif) return savePlain(reader, destination, image);
 
-  applyProcessing(processCode, image, &metadata.exif, &metadata.primary);
+  applyProcessing(processCode, *image, metadata);
   if (isTiffName(destination) && isTiffName(source))
     return saveTiffWithRecords(reader, destination, image, thumbnail, metadata);
   if (isJpegName(destination) && isJpegName(source))

@@ -1,4 +1,4 @@
-// SaveFile and SaveProcessFile: which metadata goes along, and into which kind of file.
+// SaveFile and SaveProcessFile: decides whether and how metadata is saved.
 #pragma once
 
 #include <praster.h>

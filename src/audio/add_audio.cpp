@@ -14,13 +14,13 @@ namespace exifkeep {
 
 namespace {
 
-// What a picture is to record.
+// What is written into a picture.
 struct Annotation {
   std::string_view software;
   std::string_view soundName;
 };
 
-// Cuts what the field cannot hold and clears what the text does not fill.
+// Truncates the text to the field and clears the rest of the field.
 template <size_t size>
 void setText(char (&field)[size], std::string_view text) {
   std::memset(field, 0, size);
@@ -34,14 +34,14 @@ void annotate(const Annotation& annotation, ExifMetadata& metadata) {
   metadata.primary.hasSoftware = 1;
 }
 
-// REQUIRES: a '.' in the file name, and room for three bytes behind it.
+// REQUIRES: a '.' in the file name, and room for three bytes after it.
 void makeJpegName(char* path) {
   const size_t extensionSize = extensionOf(path).size();
   std::strcpy(path + std::strlen(path) - extensionSize, "jpg");
 }
 
-// The name alone decides how a picture is written: a TIFF file named .jpg becomes a JPEG file, a
-// JPEG file named .tif a TIFF file. Intended: hosts go by the name as well.
+// Only the name decides how a picture is written: a TIFF file named .jpg becomes a JPEG file, and a
+// JPEG file named .tif becomes a TIFF file. Intended: hosts also rely on the name.
 bool rewritePicture(char* path, const Annotation& annotation, PRaster* image, PRaster* thumbnail) {
   ExifReader reader;
   ExifMetadata metadata;
@@ -53,16 +53,16 @@ bool rewritePicture(char* path, const Annotation& annotation, PRaster* image, PR
     return isTiff ? saveTiffWithRecords(reader, path, image, thumbnail, metadata)
                   : saveJpegWithRecords(reader, path, image, thumbnail, metadata);
 
-  // What cannot be converted is not refused here; the codec writes images of any depth.
-  image->ConvertTo24bit(nullptr, 0, 100);
+  // A failed conversion is not an error: the codec writes images of any depth.
+  image->ConvertTo24bit();
   if (!isTiff) makeJpegName(path);
   return isTiff
              ? saveNewExifTiff(reader, path, image, thumbnail, metadata.exif, metadata.primary)
              : saveJpegWithNewExif(reader, path, image, thumbnail, metadata.exif, metadata.primary);
 }
 
-// A name without a '.', be it "jpg" itself, is refused as a save would refuse it, but before the
-// recording is copied.
+// A name without a '.', even "jpg" itself, is refused as in a save, but before the recording is
+// copied.
 bool canBeSaved(const char* picturePath) {
   if (hasExtension(picturePath)) return true;
   ImageCodecBridge::showUnwritable();
@@ -85,7 +85,7 @@ AudioResult addAudioFile(char* picturePath, const char* software, char* soundPat
   const CopyResult copied = copyRecording(soundPath, destination, owner);
   if (copied == CopyResult::cancelled) return AudioResult::cancelled;
   if (copied == CopyResult::failed) return AudioResult::failed;
-  // The host's buffer holds it: a name is replaced only when it is longer than the new one.
+  // This fits into the host's buffer: a name is only ever replaced by a shorter one.
   const std::string soundName(fileNameOf(destination));
   std::strcpy(soundPath, soundName.c_str());
   return rewritePicture(picturePath, {software, soundName}, image, thumbnail)

@@ -12,7 +12,7 @@ namespace exifkeep {
 
 namespace {
 
-// A list of one path as the shell takes it: the path's NUL is followed by the list's own.
+// A list of one path as the shell expects it: the path's NUL is followed by that of the list.
 class ShellPath {
  public:
   explicit ShellPath(const std::string& path) : fits_(path.size() + 2 <= sizeof list_) {
@@ -30,8 +30,8 @@ bool exists(const std::string& path) {
   return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// When all short names are taken. The system makes a file to find a free name; it is not the
-// recording's, whose extension differs, and goes at once.
+// Used if all short names are taken. To find an unused name the system creates a file; it is
+// deleted at once, as the recording's extension differs.
 std::string uniqueDestination(const std::string& directory) {
   char path[MAX_PATH];
   if (!GetTempFileNameA(directory.empty() ? "." : directory.c_str(), "ADO", 0, path)) return "";
@@ -39,8 +39,8 @@ std::string uniqueDestination(const std::string& directory) {
   return withExtension(path, "wav");
 }
 
-// Only the case of ASCII letters is folded, and the text alone decides: intended. Other spellings
-// of one file are for the shell to notice.
+// Compares the text, ignoring the case of ASCII letters. Intended: the shell notices other
+// spellings of the same file.
 bool isSameText(const std::string& left, const std::string& right) {
   const auto bytes = [](const std::string& text) {
     return reinterpret_cast<const unsigned char*>(text.c_str());
@@ -53,7 +53,7 @@ bool isSameText(const std::string& left, const std::string& right) {
 std::string recordingDestination(const std::string& picturePath, const std::string& soundPath) {
   const std::string directory(directoryOf(picturePath));
   const std::string_view name = fileNameOf(soundPath);
-  if (name.size() <= longestSoundName) return directory + std::string(name);
+  if (name.size() <= maxSoundNameLength) return directory + std::string(name);
   for (int n = 1; n <= lastShortName; ++n) {
     const std::string candidate = directory + shortSoundName(name, n);
     if (!exists(candidate)) return candidate;

@@ -8,9 +8,9 @@ namespace exifkeep {
 
 bool readSoundFileName(ExifReader& reader, const char* path, char* name) {
   ExifIfdRecord exif;
-  reader.longestValue = 0;
+  reader.maxValueLength = 0;
   if (!readExifDirectory(reader, path, exif) || !exif.hasRelatedSoundFile) return false;
-  // Three spellings and no other (.wAv is none), anywhere in the name: intended, hosts rely on it.
+  // Only these three spellings, but anywhere in the name. Intended: hosts rely on it.
   for (const char* extension : {".wav", ".WAV", ".Wav"}) {
     if (!std::strstr(exif.relatedSoundFile, extension)) continue;
     std::memcpy(name, exif.relatedSoundFile, std::strlen(exif.relatedSoundFile) + 1);

@@ -1,12 +1,12 @@
-// The recording that a picture names.
+// Reads the name of a picture's recording.
 #pragma once
 
 #include "probe/exif_reader.h"
 
 namespace exifkeep {
 
-// Copies the picture's RelatedSoundFile, when it is a WAV name, to `name`, a buffer of at least 15
-// bytes. False, and the buffer untouched, otherwise.
+// Copies RelatedSoundFile to `name`, a buffer of at least 15 bytes, if it is the name of a WAV
+// file. Otherwise returns false and leaves the buffer unchanged.
 bool readSoundFileName(ExifReader& reader, const char* path, char* name);
 
 }  // namespace exifkeep

@@ -9,8 +9,8 @@ namespace {
 constexpr size_t baseSize = 8;
 constexpr std::string_view soundExtension = ".wav";
 
-// The beginning of a long name, about 6 bytes. The high bit marks the first byte of a double-byte
-// character; one that would be cut in two is left out.
+// The first 6 bytes of a long name. A byte with the high bit set begins a double-byte character;
+// one that would be cut in half is left out.
 std::string_view prefixOf(std::string_view name) {
   constexpr size_t wanted = 6;
   size_t size = 0;
@@ -24,8 +24,9 @@ std::string_view prefixOf(std::string_view name) {
 
 }  // namespace
 
-// The cut counts bytes and may go through a character: intended, existing recordings bear such
-// names. So is the name ".wav" for a picture without an extension.
+// Counts bytes and may cut a character in half. Intended: existing recordings have such names. The
+// name
+// ".wav" for a picture without an extension is also intended.
 std::string soundNameForPicture(std::string_view picturePath) {
   const std::string_view name = fileNameOf(picturePath);
   const size_t dot = name.rfind('.');

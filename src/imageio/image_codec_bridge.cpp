@@ -1,4 +1,3 @@
-// The codec bridge: capability table, loading and saving through the codec's five functions.
 #include "imageio/image_codec_bridge.h"
 
 #include <praster.h>
@@ -13,7 +12,7 @@
 namespace exifkeep {
 namespace {
 
-// The codec's capability list: records of 52 bytes, of which the first 16 are used.
+// The codec's list of formats: records of 52 bytes, of which the first 16 are used.
 constexpr size_t recordSize = 52;
 constexpr size_t usedSize = sizeof(CodecFormatEntry);
 constexpr size_t blockSize = recordSize * ImageCodecBridge::maxFormats;
@@ -34,11 +33,10 @@ bool hasDot(std::string_view path) {
 }
 
 bool createImage(PRaster& image, const BITMAPINFOHEADER& header) {
-  return image.CreateImage(PRaster::GetImageType(header.biBitCount, 0),
-                           static_cast<unsigned>(header.biWidth),
-                           static_cast<unsigned>(header.biHeight), 0, header.biClrUsed,
-                           static_cast<unsigned>(header.biXPelsPerMeter),
-                           static_cast<unsigned>(header.biYPelsPerMeter), 15, 0, 0) != 0;
+  return image.CreateImage(
+      PRaster::GetImageType(header.biBitCount, 0), static_cast<unsigned>(header.biWidth),
+      static_cast<unsigned>(header.biHeight), 0, header.biClrUsed,
+      static_cast<unsigned>(header.biXPelsPerMeter), static_cast<unsigned>(header.biYPelsPerMeter));
 }
 
 bool readPixels(const char* path, PRaster& image) {
@@ -52,7 +50,6 @@ bool readPixels(const char* path, PRaster& image) {
 bool ImageCodecBridge::loadCapabilities() {
   const GlobalBlock block(blockSize);
   if (!block) return false;
-  // A negative 16-bit count is no count.
   const int16_t count = AllGetReadWriteCaps(ownerWindow(), block.handle());
   formatCount = std::clamp<int16_t>(count, 0, maxFormats);
   if (formatCount == 0) return false;
@@ -83,10 +80,10 @@ bool ImageCodecBridge::canWrite(std::string_view extension) const {
 }
 
 std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path,
-                                                              uint64_t mostPixels) const {
+                                                              uint64_t maxPixels) const {
   BITMAPINFOHEADER header = {};
   if (!hasDot(path) || AllReadHeader(path, &header) == 0) return nullptr;
-  if (static_cast<uint64_t>(header.biWidth) * static_cast<uint64_t>(header.biHeight) > mostPixels)
+  if (static_cast<uint64_t>(header.biWidth) * static_cast<uint64_t>(header.biHeight) > maxPixels)
     return nullptr;
   Palette palette(AllReadPalette(path));
   auto image = std::make_unique<PRasterBlock>();

@@ -1,5 +1,4 @@
-// The only way by which pictures are decoded and encoded: the codec's format table, loading a file
-// into a new image, saving an image under a name whose extension the codec can write.
+// The picture codec: all pictures are decoded and encoded through this class.
 #pragma once
 
 #include <afxwin.h>
@@ -25,28 +24,27 @@ class ImageCodecBridge : public CObject {
  public:
   static constexpr int maxFormats = 25;
 
-  // Fills the format table from the codec; returns whether it succeeded. Reports of more than
-  // maxFormats formats are cut to the first maxFormats.
+  // Gets the codec's formats, at most the first maxFormats. False if there are none.
   bool loadCapabilities();
 
-  // The index of the first format of that extension (any case), -1 when there is none.
+  // The index of the first format with that extension, in any case; -1 if there is none.
   int findFormat(std::string_view extension) const;
 
   bool canWrite(std::string_view extension) const;
 
-  // Decodes a picture of at most `mostPixels` pixels; null on any failure.
+  // Decodes a picture of at most `maxPixels` pixels; null on any failure.
   std::unique_ptr<PRasterBlock> loadImageFile(const char* path,
-                                              uint64_t mostPixels = PRaster::maxPixels) const;
+                                              uint64_t maxPixels = PRaster::maxPixels) const;
 
-  // Encodes a picture that is not empty. A name that the codec cannot write shows the framework's
-  // message box once and writes nothing. When the system is what failed, GetLastError says how,
-  // else ERROR_SUCCESS.
+  // Encodes a picture that is not empty. If the codec cannot write files of that extension, shows
+  // the framework's message box and writes nothing. After a failure, GetLastError is the system's
+  // error, or ERROR_SUCCESS if the system did not cause it.
   bool saveImageFile(const char* path, PRaster& image) const;
 
-  // That message box: a picture cannot be saved under its name.
+  // Shows that message box.
   static void showUnwritable();
 
-  // What the codec calls while it works: does nothing, returns 0.
+  // The codec's progress callback: does nothing and returns 0.
   static int codecProgress(int, int, int);
 
   std::array<CodecFormatEntry, maxFormats> formats = {};

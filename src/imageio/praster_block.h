@@ -1,5 +1,4 @@
-// The images that the library itself creates: rasters on the heap, destroyed through the virtual
-// destructor.
+// Images that the library itself creates.
 #pragma once
 
 #include <praster.h>
@@ -11,7 +10,7 @@ class PRasterBlock : public PRaster {
   ~PRasterBlock() override = default;
 };
 
-// An image that was not given, or holds nothing.
+// Whether an image is null or empty.
 inline bool isMissing(const PRaster* image) {
   return !image || image->IsEmpty();
 }

@@ -1,4 +1,4 @@
-// Which fields are shown, in which order, under which label and by which rule.
+// The fields that are shown: their order, labels and rules.
 #pragma once
 
 #include <algorithm>
@@ -13,21 +13,21 @@
 namespace exifkeep {
 
 enum class ValueRule : uint8_t {
-  text,           // the stored text up to its first zero byte
-  dateTime,       // the date's colons become slashes
-  version,        // four digits as a number
-  exifVersion,    // the same, then "(R98)" for files that follow those interoperability rules
+  text,         // the stored text up to its first zero byte
+  dateTime,     // the date's colons become slashes
+  version,      // four digits as a number
+  exifVersion,  // the same, followed by "(R98)" for files that follow those interoperability rules
   wholeRational,  // as stored
   exposureTime,   // as stored, in seconds
   decimal,        // the quotient and the row's unit; no item for a denominator of 0
-  focalLength,    // the quotient in millimetres; likewise
+  focalLength,    // the quotient in millimetres; no item for a denominator of 0
   number,
   nonZeroNumber,  // no item for 0
   makerNote,      // the start of the bytes as text
-  userComment,    // likewise, behind the character code
-  components,     // letters of the four components
+  userComment,    // likewise, after the character code
+  components,     // the letters of the four components
   word,           // the row's word for the value
-  plain,          // numbers, text or bytes as they are: no language is needed
+  plain,          // numbers, text or bytes as stored, in no language
 };
 
 inline constexpr UINT noLabel = 0;
@@ -124,7 +124,7 @@ inline constexpr DisplayRow exifRows[] = {
 };
 // clang-format on
 
-// All GPS fields, in the order of their tags. They have no labels.
+// All GPS fields, in the order of their tags, without labels.
 inline constexpr auto gpsRows = [] {
   std::array<DisplayRow, std::size(gpsTags)> rows;
   std::ranges::transform(gpsTags, rows.begin(), [](const TagRow& row) {

@@ -17,7 +17,7 @@ namespace exifkeep {
 namespace {
 
 static_assert(std::ranges::all_of(exifDisplayRows, [](const DisplayRow& row) {
-  return row.unit.size() <= longestUnit;
+  return row.unit.size() <= maxUnitLength;
 }));
 
 CString textValue(const RecordField& field) {
@@ -25,7 +25,7 @@ CString textValue(const RecordField& field) {
   return {text.data(), static_cast<int>(text.size())};
 }
 
-// False when there is nothing to divide by.
+// False if the denominator is 0.
 bool decimalValue(const DisplayRow& row, const RecordField& field, CString& value) {
   if (field.as<Rational>().denominator == 0) return false;
   if (row.source->type == TiffType::srational) {
@@ -57,7 +57,7 @@ CString exifVersionValue(const ExifIfdRecord& exif) {
   return text;
 }
 
-// The value text of a present field; false when its rule rejects it.
+// The text of a present field; false if its rule shows no item for this value.
 bool valueOf(const DisplayRow& row, const void* record, CString& value) {
   const RecordField field(record, *row.source);
   const auto exif = [&]() -> const ExifIfdRecord& {
@@ -81,18 +81,17 @@ bool valueOf(const DisplayRow& row, const void* record, CString& value) {
       value = bytesText(exif().userComment, exif().userCommentLength);
       return true;
     case ValueRule::components: value = componentsText(field.bytes()); return true;
-    case ValueRule::plain: return true;  // once the item is described
+    case ValueRule::plain: return true;  // set by appendItems once the item is described
     case ValueRule::word: value.LoadString(row.words->idOf(field.number())); return true;
   }
   return false;
 }
 
-// The items of one directory are the elements of one array, which goes with the last of them: one
-// allocation instead of some twenty. All are InfoFields, but they are described only in a
-// FieldList.
+// All items of a directory share one array, freed with the last item: one allocation instead of
+// some twenty. All are InfoFields, but only a FieldList has the additional members filled in.
 struct ListedItem : InfoField {
   ListedItem* array;  // its first element
-  size_t holders;     // of the first: the items in a list, and one while the array is being filled
+  size_t holders;     // in the first: the items in a list, and 1 while the array is being filled
   std::unique_ptr<std::byte[]> described;
 };
 
@@ -106,10 +105,10 @@ void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList&
   const auto present = [&](const DisplayRow& row) {
     return RecordField(record, *row.source).isPresent();
   };
-  const auto most = static_cast<size_t>(std::ranges::count_if(rows, present));
-  if (most == 0) return;
+  const auto maxItems = static_cast<size_t>(std::ranges::count_if(rows, present));
+  if (maxItems == 0) return;
   const bool describe = dynamic_cast<const FieldList*>(&list) != nullptr;
-  const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[most]);
+  const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[maxItems]);
   array->array = array.get();
   array->holders = 1;
   ListedItem* item = array.get();
@@ -145,7 +144,7 @@ void AppendGpsInfoItems(const GpsIfdRecord& gps, CPtrList& list) {
 
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
   ExifMetadata metadata;
-  reader.longestValue = sizeof metadata.exif.userCommentCode + mostBytesShown;
+  reader.maxValueLength = sizeof metadata.exif.userCommentCode + maxBytesShown;
   const auto* fields = dynamic_cast<const FieldList*>(&list);
   const bool withGps = fields && fields->withGps;
   if (withGps) metadata.gps = {};
@@ -166,7 +165,7 @@ bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
 
 void shrinkInfoList(CPtrList& list, int count) {
   while (list.GetCount() > count) {
-    // An element is null or what appendItems put there; a host may add nothing of its own.
+    // Elements are null or were added by appendItems: hosts must not add their own.
     auto* item = static_cast<ListedItem*>(static_cast<InfoItem*>(list.RemoveTail()));
     if (item) ReleaseItem()(item);
   }

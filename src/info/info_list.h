@@ -1,5 +1,4 @@
-// From a file's records to the host's list of label and value: the two item builders and the
-// filling of a whole list.
+// Fills the host's list of labels and values from a file's metadata.
 #pragma once
 
 #include <afxwin.h>
@@ -15,11 +14,11 @@ void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list);
 // REQUIRES: the list is a FieldList.
 void AppendGpsInfoItems(const GpsIfdRecord& gps, CPtrList& list);
 
-// Reads the file and appends its items, those of IFD0 first. False, with the list as it was, when
-// the file is not an Exif file; the same when memory runs out, which is thrown on.
+// Reads the file and appends its items, those of IFD0 first. False, with the list unchanged, if the
+// file is not an Exif file. If memory runs out, restores the list and throws.
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list);
 
-// Removes and destroys the elements from the tail until `count` are left.
+// Removes and destroys elements from the tail until `count` are left.
 void shrinkInfoList(CPtrList& list, int count);
 
 }  // namespace exifkeep

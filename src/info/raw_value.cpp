@@ -4,7 +4,6 @@
 #include <cstring>
 #include <vector>
 
-#include "info/tag_names.h"
 #include "info/value_text.h"
 #include "read/record_field.h"
 
@@ -15,26 +14,13 @@ namespace {
 using Kind = InfoField::Kind;
 using Directory = InfoField::Directory;
 
-constexpr bool haveNames(std::span<const DisplayRow> rows, std::span<const TagName> names) {
-  return std::ranges::all_of(
-      rows, [&](const DisplayRow& row) { return findTagName(names, row.source->tag); });
-}
-static_assert(haveNames(imageDisplayRows, imageTagNames) &&
-              haveNames(exifDisplayRows, exifTagNames) && haveNames(gpsDisplayRows, gpsTagNames));
-
-struct Origin {
-  Directory directory;
-  std::span<const TagName> names;
-};
-
-// The three tables are separate arrays, so a row is of the one that it lies in.
-Origin originOf(const TagRow& row) {
+// The three tables are separate arrays: a row belongs to the one that it lies in.
+Directory directoryOf(const TagRow& row) {
   const auto isIn = [&row](TagTable table) {
     return &row >= &table.front() && &row <= &table.back();
   };
-  if (isIn(imageTags)) return {Directory::image, imageTagNames};
-  if (isIn(exifTags)) return {Directory::exif, exifTagNames};
-  return {Directory::gps, gpsTagNames};
+  if (isIn(imageTags)) return Directory::image;
+  return isIn(exifTags) ? Directory::exif : Directory::gps;
 }
 
 Kind kindOf(const DisplayRow& row) {
@@ -51,7 +37,7 @@ Kind kindOf(const DisplayRow& row) {
   }
 }
 
-// `count` values of a type that are in `bytes` one after the other.
+// `count` consecutive values in `bytes`.
 template <class Value>
 std::vector<int64_t> numbersIn(const char* bytes, size_t count) {
   std::vector<int64_t> numbers;
@@ -77,7 +63,7 @@ std::vector<int64_t> numbersOf(const TagRow& row, const char* bytes) {
   }
 }
 
-// A comment's code may be there without a comment.
+// The character code may be present without a comment.
 std::string_view userCommentOf(const ExifIfdRecord& exif) {
   constexpr size_t codeLength = sizeof exif.userCommentCode;
   if (!exif.userComment) return {exif.userCommentCode, codeLength};
@@ -85,13 +71,13 @@ std::string_view userCommentOf(const ExifIfdRecord& exif) {
           codeLength + exif.userCommentLength};
 }
 
-// Text, or the bytes of a field of fixed size without the zeros at its end.
+// The text, or the bytes of a field of fixed size without trailing zeros.
 std::string_view bytesOf(const TagRow& row, Kind kind, const void* record) {
   const auto& exif = *static_cast<const ExifIfdRecord*>(record);
   if (row.fetch == Fetch::userComment) return userCommentOf(exif);
   if (row.fetch == Fetch::makerNote)
     return {reinterpret_cast<const char*>(exif.makerNote),
-            std::min<size_t>(exif.makerNoteLength, mostBytesShown)};
+            std::min<size_t>(exif.makerNoteLength, maxBytesShown)};
   const RecordField field(record, row);
   if (kind == Kind::text) return field.text();
   const std::string_view stored(field.bytes(), row.capacity);
@@ -103,10 +89,9 @@ std::string_view bytesOf(const TagRow& row, Kind kind, const void* record) {
 std::unique_ptr<std::byte[]> describeField(const DisplayRow& row, const void* record,
                                            InfoField& field) {
   const TagRow& source = *row.source;
-  const Origin origin = originOf(source);
-  field.directory = origin.directory;
+  field.directory = directoryOf(source);
   field.tag = source.tag;
-  field.name = findTagName(origin.names, source.tag);
+  field.name = source.name;
   field.kind = kindOf(row);
   if (field.kind == Kind::text || field.kind == Kind::bytes) {
     const std::string_view bytes = bytesOf(source, field.kind, record);

@@ -1,4 +1,4 @@
-// A listed field as the file has it, for lists that ask for it.
+// Listed fields as stored in the file, for lists that ask for them.
 #pragma once
 
 #include <exifkeep/field_list.h>
@@ -10,13 +10,13 @@
 
 namespace exifkeep {
 
-// Fills everything of `field` but its texts from the row's field in `record`, and returns what its
-// views point to.
+// Fills all members of `field` except its texts from the row's field in `record`. Returns the
+// memory that its views point to.
 std::unique_ptr<std::byte[]> describeField(const DisplayRow& row, const void* record,
                                            InfoField& field);
 
-// The value in the text of ValueRule::plain: numbers and fractions with blanks between, text, or
-// bytes after their character code of 8 bytes (Exif 2.2, 4.6.6).
+// The value as text, for ValueRule::plain: numbers and fractions separated by spaces, text, or the
+// bytes after a character code of 8 bytes (Exif 2.2, 4.6.6).
 CString plainText(const InfoField& field);
 
 }  // namespace exifkeep

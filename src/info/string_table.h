@@ -1,5 +1,5 @@
-// The library's string table in all its languages, compiled from res/, and the ids of the words
-// that value texts use. Labels and enumerated words name their ids in their own tables.
+// The library's string table in all languages, compiled from res/, and the ids of words used in
+// values. The ids of labels and of the other words are in display_rows.h and words.h.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
-// Numbers are written by std::to_chars: it knows no locale, and a list has some twenty of them, for
-// which printf took longer than reading the file.
+// Numbers are formatted with std::to_chars because it ignores the locale and because printf took
+// longer for the twenty or so numbers of a list than reading the file.
 #include "info/value_text.h"
 
 #include <algorithm>
@@ -16,18 +16,20 @@ CString textOf(std::string_view text) {
   return CString(text.data(), static_cast<int>(text.size()));
 }
 
-// REQUIRES: room for 11 characters at `to`. Returns the text's end.
+// Returns the end of the text. REQUIRES: room for 11 characters at `to`.
 char* writeNumber(char* to, uint32_t value) {
   return std::to_chars(to, to + 11, static_cast<int32_t>(value)).ptr;
 }
 
-// One decimal of the exact binary value; ties go to the even digit, as C's printf has it. Rounded
-// here because the exact algorithm of to_chars takes five times as long, six times a picture.
-// REQUIRES: a quotient of 32-bit numbers, room for 13 characters at `to`. Returns the text's end.
+// Rounds the exact binary value to one decimal, ties to even, like C's printf. Done here because
+// the exact algorithm of to_chars takes five times as long, and a picture has about six such
+// values. Returns the end of the text. REQUIRES: a quotient of 32-bit numbers, room for 13
+// characters at `to`.
 char* writeOneDecimal(char* to, double quotient) {
   const double magnitude = std::abs(quotient), tenfold = magnitude * 10;
   double tenths = std::nearbyint(tenfold);
-  // Of a product that looks like a tie, the part that its own rounding lost says which side it is.
+  // If the product looks like a tie, the rounding error of the multiplication shows which side the
+  // exact value is on.
   if (std::abs(tenfold - tenths) == 0.5) {
     const double lost = std::fma(magnitude, 10, -tenfold);
     if (lost != 0) tenths = std::floor(tenfold) + (lost > 0);
@@ -81,13 +83,13 @@ CString exposureTimeText(Rational value) {
 }
 
 CString decimalText(double numerator, double denominator, std::string_view unit) {
-  char text[13 + longestUnit];
+  char text[13 + maxUnitLength];
   char* end = writeOneDecimal(text, numerator / denominator);
   return textOf({text, std::ranges::copy(unit, end).out});
 }
 
 CString focalLengthText(Rational value) {
-  // The quotient passes through single precision: intended, 545/100 has always shown as 5.4.
+  // Rounded to single precision first. Intended: 545/100 has always been shown as 5.4.
   const float quotient =
       static_cast<float>(static_cast<double>(value.numerator) / value.denominator);
   char digits[16];
@@ -106,7 +108,7 @@ CString numberText(uint32_t value) {
 CString bytesText(const void* bytes, size_t count) {
   if (!bytes) return {};
   const auto text = static_cast<const char*>(bytes);
-  return textOf({text, strnlen(text, std::min(count, mostBytesShown))});
+  return textOf({text, strnlen(text, std::min(count, maxBytesShown))});
 }
 
 CString componentsText(const char* components) {
@@ -115,8 +117,8 @@ CString componentsText(const char* components) {
     const auto index = static_cast<uint8_t>(component);
     return index < std::size(letters) ? letters[index] : "";
   };
-  // Only the first component takes the place of the text for none; without it the others follow
-  // that text. Intended: it shows that the file's list is odd.
+  // Without a known first component, the letters of the others follow the text for "does not
+  // exist". Intended: it shows that the file's list is odd.
   CString text =
       *lettersOf(components[0]) ? CString(lettersOf(components[0])) : wordText(word::doesNotExist);
   for (int i = 1; i < 4; ++i) text += lettersOf(components[i]);

@@ -1,5 +1,4 @@
-// Values as display text. Each function sees one value and nothing else; numbers keep "." in every
-// language, words come from the string table.
+// Values as display text. Numbers have a "." in every language; words come from the string table.
 #pragma once
 
 #include <afxwin.h>
@@ -13,36 +12,36 @@
 
 namespace exifkeep {
 
-// The text of `id` in the user's language; empty when there is none.
+// The text of `id` in the user's language, or empty if there is none.
 CString wordText(UINT id);
 
-// "2002:05:14 10:20:30" as 2002/05/14 10:20:30: only the first ten characters are a date.
+// "2002:05:14 10:20:30" becomes 2002/05/14 10:20:30: only the first ten characters are changed.
 CString dateTimeText(CString stored);
 
-// "0220" as 2.20, "1000" as 10.00. REQUIRES: four characters.
+// "0220" becomes 2.20, "1000" becomes 10.00. REQUIRES: four characters.
 CString versionText(const char* digits);
 
-// 72/1 as 72, anything else as it is stored, 72/0 too: resolutions are shown, not computed.
+// 72/1 becomes 72; anything else is shown as stored, including 72/0.
 CString wholeRationalText(Rational value);
 
-// 1/60 (seconds), 2 (seconds); 10/0 too.
+// 1/60 (seconds), 2 (seconds), and also 10/0 (seconds).
 CString exposureTimeText(Rational value);
 
-// The quotient with one decimal and the unit behind it. REQUIRES: a denominator that is not 0.
-inline constexpr size_t longestUnit = 10;
+// The quotient with one decimal, followed by the unit. REQUIRES: a denominator that is not 0.
+inline constexpr size_t maxUnitLength = 10;
 CString decimalText(double numerator, double denominator, std::string_view unit);
 
 // 5.4 (mm). REQUIRES: a denominator that is not 0.
 CString focalLengthText(Rational value);
 
-// Values of 2^31 and more show as the negative number of the same 32 bits.
+// Values of 2^31 and more are shown as the negative number with the same 32 bits.
 CString numberText(uint32_t value);
 
-// At most `mostBytesShown` bytes up to a zero byte; empty for null.
-inline constexpr size_t mostBytesShown = 255;
+// At most `maxBytesShown` bytes up to a zero byte; empty for null.
+inline constexpr size_t maxBytesShown = 255;
 CString bytesText(const void* bytes, size_t count);
 
-// 1 2 3 0 as YCbCr. REQUIRES: four bytes.
+// 1 2 3 0 becomes YCbCr. REQUIRES: four bytes.
 CString componentsText(const char* components);
 
 }  // namespace exifkeep

@@ -1,5 +1,5 @@
-// Reads the thumbnail directory's own nine fields, then the thumbnail. Lengths are measured against
-// the file, and sizes against limits far above any camera's, before anything is allocated.
+// Reads nine fields of the thumbnail directory, then the thumbnail. Lengths are checked against the
+// file and sizes against fixed limits before anything is allocated.
 #include "open/load_thumbnail.h"
 
 #include <algorithm>
@@ -25,7 +25,7 @@ struct Field {
   bool isPresent = false;
 };
 
-// What stands here is the default of a field that the directory lacks.
+// The values here are defaults for fields that the directory lacks.
 struct ThumbnailFields {
   Field imageWidth{0};
   Field imageLength{0};
@@ -64,8 +64,7 @@ void storeField(const ExifFile& file, const IfdEntry& entry, ThumbnailFields& fi
       fields.*row.field = {isShort ? file.toShort(entry.value) : whole, whole, entry.count, true};
 }
 
-// False when the thumbnail is of a kind that is not shown: its levels are palette indices or a
-// mask.
+// False if thumbnails of this kind are not shown: palette colours or a mask.
 bool readFields(ExifFile& file, uint64_t directory, ThumbnailFields& fields) {
   DirectoryEntries entries(file, directory);
   for (IfdEntry entry; entries.next(entry);) {
@@ -76,24 +75,20 @@ bool readFields(ExifFile& file, uint64_t directory, ThumbnailFields& fields) {
   return true;
 }
 
-bool createImage(PRaster& image, int type, uint32_t width, uint32_t height) {
-  return image.CreateImage(type, width, height, 0, 0, 0, 0, 15, 0, 0) != 0;
-}
-
 void makeEmpty(PRaster& image) {
   if (!image.IsEmpty()) image.DeleteImage(1);
 }
 
-// A directory without Compression but with a JPEG stream's position and length is taken for a JPEG
-// thumbnail. That is intended: a save copies Compression only where the source had it, and the
-// thumbnail it embeds is to be seen again.
+// A directory without Compression but with the position and length of a JPEG stream is also that of
+// a JPEG thumbnail. Intended: saves copy Compression only if the source had it, and the thumbnail
+// they embed must be found again.
 bool isJpegThumbnail(const ThumbnailFields& fields) {
   if (fields.compression.isPresent) return fields.compression.value == jpegCompression;
   return fields.jpegInterchangeFormat.value != 0 && fields.jpegInterchangeFormatLength.value != 0;
 }
 
-// A thumbnail called JPEG is decoded as JPEG only: the codec, which goes by the first bytes, would
-// decode any format that it knows.
+// The codec goes by the first bytes and would decode any format it knows, but a JPEG thumbnail must
+// be JPEG.
 bool isJpegStream(ExifFile& file, uint64_t position) {
   static constexpr uint8_t start[] = {0xFF, 0xD8, 0xFF};  // SOI and a marker (ITU-T T.81, B.1.1.3)
   uint8_t bytes[sizeof start];
@@ -101,8 +96,8 @@ bool isJpegStream(ExifFile& file, uint64_t position) {
          std::memcmp(bytes, start, sizeof start) == 0;
 }
 
-// Copies up to `length` bytes of the file, as many as it has, into a new file. REQUIRES: the file
-// has some there.
+// Copies up to `length` bytes, as many as the file has, into a new file. REQUIRES: the file has
+// some there.
 bool copyToNewFile(ExifFile& file, uint64_t position, uint64_t length, const char* path) {
   const auto held = static_cast<size_t>(std::min(length, file.size() - position));
   const GlobalBlock block(held);
@@ -114,10 +109,10 @@ bool copyToNewFile(ExifFile& file, uint64_t position, uint64_t length, const cha
   return target.writeAt(0, lock.bytes(), held) && target.close();
 }
 
-// The thumbnail takes the decoded image's pixels, not its resolution.
+// Copies the pixels of the decoded image but not its resolution.
 bool showDecoded(const PRaster& decoded, PRaster& thumbnail) {
-  return createImage(thumbnail, decoded.GetImageType(), decoded.GetImageWidth(),
-                     decoded.GetImageHeight()) &&
+  return thumbnail.CreateImage(decoded.GetImageType(), decoded.GetImageWidth(),
+                               decoded.GetImageHeight()) &&
          thumbnail.CopyImage(decoded);
 }
 
@@ -133,14 +128,14 @@ bool loadJpegThumbnail(const ImageCodecBridge& codec, ExifFile& file, const Thum
   }
   const TemporaryPicture copy(temporaryJpegName);
   const char* path = copy.path().c_str();
-  if (!copyToNewFile(file, position, std::min(length, mostJpegBytes), path)) return false;
-  const auto decoded = codec.loadImageFile(path, mostThumbnailPixels);
+  if (!copyToNewFile(file, position, std::min(length, maxJpegBytes), path)) return false;
+  const auto decoded = codec.loadImageFile(path, maxThumbnailPixels);
   makeEmpty(thumbnail);
   return decoded && showDecoded(*decoded, thumbnail);
 }
 
-// A directory without SamplesPerPixel whose BitsPerSample has three values or more has that many
-// samples. That is intended: a save may drop SamplesPerPixel but keeps the list.
+// Without SamplesPerPixel, the number of samples is the count of BitsPerSample if that is three or
+// more. Intended: a save may drop SamplesPerPixel but keeps BitsPerSample.
 uint32_t sampleCount(const ThumbnailFields& fields) {
   constexpr uint32_t fewestColours = 3;
   const uint32_t listed = fields.bitsPerSample.count;
@@ -149,8 +144,8 @@ uint32_t sampleCount(const ThumbnailFields& fields) {
   return listed;
 }
 
-// Bits a pixel. The values of several samples do not fit into the entry, which then holds their
-// position; the first stands for all.
+// Bits per pixel. The values for several samples do not fit into the entry, which then has their
+// position; the first is taken for all.
 uint16_t bitCountOf(ExifFile& file, const ThumbnailFields& fields) {
   const uint32_t samples = sampleCount(fields);
   if (samples <= 1) return static_cast<uint16_t>(fields.bitsPerSample.value);
@@ -159,8 +154,8 @@ uint16_t bitCountOf(ExifFile& file, const ThumbnailFields& fields) {
   return static_cast<uint16_t>(samples * first);
 }
 
-// The uncompressed pixels come in units of one pixel, or of the eight whose bits share a byte.
-// `store` sets a unit's pixels from column x on.
+// Uncompressed pixels are read in units of one pixel, or of eight whose bits share a byte. `store`
+// sets a unit's pixels from column x on.
 struct PixelLayout {
   int imageType;
   uint32_t unitBytes;
@@ -176,7 +171,7 @@ void storeLevel(PRaster& image, int x, int y, const uint8_t* unit) {
   image.SetPixel(x, y, *unit);
 }
 
-// The bits that fill up a row's last byte lie outside the image, where SetPixel does nothing.
+// The padding bits at the end of a row are outside the image, where SetPixel does nothing.
 void storeBits(PRaster& image, int x, int y, const uint8_t* unit) {
   for (int bit = 0; bit < 8; ++bit) image.SetPixel(x + bit, y, (*unit << bit & 0x80) ? 255 : 0);
 }
@@ -186,8 +181,8 @@ void storeInvertedBits(PRaster& image, int x, int y, const uint8_t* unit) {
   storeBits(image, x, y, &inverted);
 }
 
-// Any bit count but 24 and 8 is read as 1 bit a pixel, but only a count of 1 makes a 1-bit image:
-// intended, hosts have always been given such thumbnails as 24-bit images.
+// Any bit count other than 24 and 8 is read as 1 bit per pixel, but only a count of 1 makes a 1-bit
+// image. Intended: hosts have always been given the others as 24-bit images.
 PixelLayout layoutOf(uint16_t bitCount, uint32_t photometric) {
   if (bitCount == 24) return {PRaster::type24Bit, 3, 1, storeColour};
   if (bitCount == 8) return {PRaster::type8Bit, 1, 1, storeLevel};
@@ -195,14 +190,14 @@ PixelLayout layoutOf(uint16_t bitCount, uint32_t photometric) {
   return {imageType, 1, 8, photometric == whiteIsZero ? storeInvertedBits : storeBits};
 }
 
-// The bytes of a strip, one unit after the other, through a buffer of whole units.
+// Reads a strip unit by unit through a buffer.
 class UnitStream {
  public:
   // REQUIRES: `file` outlives this object.
   UnitStream(ExifFile& file, uint64_t position, uint32_t unitBytes)
       : file_(file), position_(position), unitBytes_(unitBytes) {}
 
-  // Null when the file does not hold the whole unit.
+  // Null if the file does not have the whole unit.
   const uint8_t* next() {
     if (used_ == held_) refill();
     if (held_ - used_ < unitBytes_) return nullptr;
@@ -227,7 +222,7 @@ class UnitStream {
   uint8_t buffer_[bufferSize];
 };
 
-// What cannot be read stays black.
+// Pixels that cannot be read remain black.
 void readPixels(UnitStream& units, const PixelLayout& layout, PRaster& image) {
   for (unsigned y = 0; y < image.GetImageHeight(); ++y)
     for (unsigned x = 0; x < image.GetImageWidth(); x += layout.unitPixels) {
@@ -237,15 +232,15 @@ void readPixels(UnitStream& units, const PixelLayout& layout, PRaster& image) {
     }
 }
 
-// Strips are read as one run from the first one's position. What they do not hold stays black.
+// Reads all strips as one, from the position of the first. Missing pixels remain black.
 bool loadUncompressedThumbnail(ExifFile& file, const ThumbnailFields& fields, PRaster& thumbnail) {
   if (fields.photometricInterpretation.value == yCbCr) return false;
   const PixelLayout layout =
       layoutOf(bitCountOf(file, fields), fields.photometricInterpretation.value);
   const uint32_t width = fields.imageWidth.value, height = fields.imageLength.value;
   makeEmpty(thumbnail);
-  if (uint64_t{width} * height > mostThumbnailPixels ||
-      !createImage(thumbnail, layout.imageType, width, height))
+  if (uint64_t{width} * height > maxThumbnailPixels ||
+      !thumbnail.CreateImage(layout.imageType, width, height))
     return false;
   UnitStream units(file, file.positionOf(fields.stripOffsets.value), layout.unitBytes);
   readPixels(units, layout, thumbnail);

@@ -1,4 +1,3 @@
-// The codec decodes the main image by its path; probe and thumbnail share one open file.
 #include "open/open_picture.h"
 
 #include "open/load_thumbnail.h"
@@ -7,8 +6,8 @@ namespace exifkeep {
 
 namespace {
 
-// The old image goes before the new one is decoded, so that memory holds one of them at a time; the
-// pixels are handed over, not copied.
+// The old image is freed before the new one is decoded, so that only one is in memory at a time.
+// The pixels are moved, not copied.
 void loadMainImage(const ImageCodecBridge& codec, const char* path, PRaster& image) {
   if (!image.IsEmpty()) image.DeleteImage(1);
   if (const auto decoded = codec.loadImageFile(path)) image.Attach(decoded->Detach());

@@ -1,4 +1,4 @@
-// Opening an Exif picture for a host: its main image and its thumbnail.
+// Opens an Exif picture: its main image and its thumbnail.
 #pragma once
 
 #include <praster.h>
@@ -7,9 +7,9 @@ namespace exifkeep {
 
 class ExifReader;
 
-// False, with both objects untouched, when the file at `path` is no Exif file; else true, whatever
-// could be loaded. `image`, where given, holds the decoded picture afterwards or is empty;
-// `thumbnail`, where given, is filled as loadThumbnail says.
+// False, with both images unchanged, if the file at `path` is not an Exif file; otherwise true,
+// even if nothing could be loaded. If `image` is not null, it gets the decoded picture or becomes
+// empty. If `thumbnail` is not null, loadThumbnail fills it.
 bool openPicture(ExifReader& reader, const char* path, PRaster* image, PRaster* thumbnail);
 
 }  // namespace exifkeep

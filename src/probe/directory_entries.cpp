@@ -5,7 +5,7 @@
 
 namespace exifkeep {
 
-// One read takes the count and the first run, which is all of most directories.
+// The first read gets the count and the first run, which for most directories is everything.
 DirectoryEntries::DirectoryEntries(ExifFile& file, uint64_t position)
     : file_(file), position_(position + countSize) {
   const size_t held = read(position, bytes_, sizeof bytes_);
@@ -14,7 +14,7 @@ DirectoryEntries::DirectoryEntries(ExifFile& file, uint64_t position)
   beginRun(held - countSize);
 }
 
-// What the file does not hold is zero.
+// Bytes beyond the end of the file are set to 0.
 size_t DirectoryEntries::read(uint64_t position, uint8_t* target, size_t length) {
   const size_t held = file_.readAt(position, target, length);
   std::fill(target + held, target + length, uint8_t{0});

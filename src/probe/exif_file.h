@@ -1,6 +1,6 @@
-// An open picture file as the metadata readers see it: its bytes by position, its numbers in its
-// byte order, its TIFF offsets from its TIFF header. These reads are the only ones that the readers
-// make; a value that the file does not hold whole is never stored.
+// An open picture file for the metadata readers, with its byte order and the position from which
+// its TIFF offsets count. All metadata is read through this class; a value that is not completely
+// in the file is never stored.
 #pragma once
 
 #include <cstddef>
@@ -18,30 +18,29 @@ class ExifFile {
   explicit ExifFile(DiskFile file) : file_(std::move(file)) {}
 
   bool isOpen() const { return file_.isOpen(); }
-  // Why it is not open, or what the system first failed to read; the end of the file is no error.
+  // Why it is not open, or the first read error; the end of the file is no error.
   DWORD error() const { return file_.error(); }
   uint64_t size() const { return file_.size(); }
 
-  // The byte order that the mark at `at` names, true for little-endian; none for no such mark (TIFF
-  // 6.0, section 2).
+  // The byte order given by the mark at `at`, true for little-endian; none if there is no such mark
+  // (TIFF 6.0, section 2).
   std::optional<bool> byteOrderAt(uint64_t at);
-  // Where the TIFF header lies and the byte order it names.
+  // Sets the position and byte order of the TIFF header.
   void setLayout(uint32_t tiffBase, bool littleEndian);
   bool littleEndian() const { return littleEndian_; }
-  // The file position of a TIFF offset; 64 bits, so it cannot wrap.
+  // The file position of a TIFF offset; in 64 bits it cannot overflow.
   uint64_t positionOf(uint32_t tiffOffset) const { return tiffBase_ + tiffOffset; }
 
-  // Copies up to `length` bytes from file position `at`; returns how many the file had there.
+  // Reads up to `length` bytes at file position `at`; returns how many there were.
   size_t readAt(uint64_t at, void* destination, size_t length) {
     return file_.readAt(at, destination, length);
   }
-  // Reads a number in the file's byte order. False, and `value` untouched, when the file ends
-  // first.
+  // Reads a number in the file's byte order. False, with `value` unchanged, if the file ends first.
   bool read(uint64_t at, uint16_t& value);
   bool read(uint64_t at, uint32_t& value);
 
-  // Numbers in the file's byte order from bytes already read. Both orders are spelt out, so that
-  // each is one load.
+  // Numbers in the file's byte order. Both orders are spelled out so that each compiles to one
+  // load.
   uint16_t toShort(const uint8_t* bytes) const {
     const auto little = static_cast<uint16_t>(bytes[0] | bytes[1] << 8);
     const auto big = static_cast<uint16_t>(bytes[0] << 8 | bytes[1]);

@@ -14,7 +14,7 @@ constexpr uint16_t soi = 0xFFD8;
 constexpr uint16_t app0 = 0xFFE0;
 constexpr uint16_t app1 = 0xFFE1;
 
-// JPEG markers and lengths are big-endian whatever the TIFF structure is (ITU-T T.81, B.1.1.1).
+// JPEG markers and lengths are always big-endian (ITU-T T.81, B.1.1.1).
 bool readMarker(ExifFile& file, uint64_t at, uint16_t& value) {
   uint8_t bytes[2];
   if (file.readAt(at, bytes, sizeof bytes) != sizeof bytes) return false;
@@ -69,19 +69,19 @@ bool ExifReader::probeTiff(ExifFile& file, bool hasLittleEndianMark) {
   isJpeg = 0;
   littleEndian = hasLittleEndianMark;
   file.setLayout(0, hasLittleEndianMark);
-  // Behind the mark stands 42; it is not checked, nor is it in the JPEG route.
+  // The number 42 after the mark is not checked, neither here nor in JPEG files.
   uint32_t offset;
   if (!file.read(4, offset)) return false;
   primaryIfdOffset = asDirectoryPosition(offset);
   return locateExifDirectory(file);
 }
 
-// A walk over fixed positions, not over segments. That is intended: files of this library and of
-// the cameras it was made for begin SOI, APP1 or SOI, APP0, APP1, and other files are not to be
-// taken for Exif files because of an Exif segment further on. Behind an APP0 of length L the walk
-// reads the marker at L + 2, the end of that segment; unless these two bytes happen to be an APP1
-// marker it passes over them and the real marker uncompared. A first segment of another kind is
-// passed over in the same way, and counts when "Exif" stands at byte 8.
+// Looks at fixed positions instead of walking the segments. Intended: files from this library and
+// from the cameras it was made for begin with SOI, APP1 or SOI, APP0, APP1, and other files do not
+// become Exif files because of an Exif segment further on. An APP0 segment of length L ends at
+// L + 4, but the next marker is expected at L + 2; unless the two bytes there happen to be an APP1
+// marker, they and the real marker are skipped unread. If the first segment is of any other kind,
+// it is likewise accepted if "Exif" is at byte 8.
 bool ExifReader::probeJpeg(ExifFile& file) {
   uint16_t start, marker;
   if (!readMarker(file, 0, start) || start != soi) return false;
@@ -112,7 +112,7 @@ bool ExifReader::probeJpeg(ExifFile& file) {
   return locateExifDirectory(file);
 }
 
-// The first Exif pointer of IFD0 counts; entries are not assumed to be sorted.
+// The first Exif pointer in IFD0 is used. Entries are not assumed to be sorted.
 bool ExifReader::locateExifDirectory(ExifFile& file) {
   IfdEntry entry;
   if (primaryIfdOffset < 0) return false;

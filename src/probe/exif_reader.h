@@ -1,6 +1,6 @@
-// The object that every exported call builds for itself: what is known of one file's layout, the
-// two value buffers of its Exif directory, and the codec bridge of the call. `probeFile` tells Exif
-// files from others and is the first step of every reading and writing call.
+// The state of one exported call: the layout of its file, buffers for two values of the Exif
+// directory, and the codec bridge. Every call that reads or writes metadata begins with
+// `probeFile`, which decides whether a file is an Exif file.
 #pragma once
 
 #include <afxwin.h>
@@ -15,36 +15,36 @@ namespace exifkeep {
 
 class ExifReader : public CObject {
  public:
-  // With no bridge given, the reader makes its own and reads the codec's capabilities.
+  // Without a bridge, the reader creates its own and loads the codec's capabilities.
   explicit ExifReader(ImageCodecBridge* bridge = nullptr);
 
-  // True when the file at `path` is an Exif JPEG or Exif TIFF file by name and content. Sets the
-  // layout fields anew, then closes the file.
+  // True if the file at `path` is an Exif JPEG or Exif TIFF file by name and content. Sets the
+  // layout fields below.
   bool probeFile(const char* path);
-  // The same for a file that is open already; the name has been looked at.
+  // The same for an open file, whose name is not checked.
   bool probeFile(ExifFile& file);
 
   // The file position of the TIFF header, from which all TIFF offsets count.
   uint32_t tiffBase() const;
 
-  // The layout that the probe found. Positions are absolute, of a directory's entry count, and -1
-  // while unknown; a directory beyond 2 GiB counts as unknown.
+  // The layout found by the probe. The position of a directory is the absolute one of its entry
+  // count, or -1 if unknown or beyond 2 GiB.
   int32_t isJpeg = 0;  // 1: the TIFF structure lies in a JPEG file's APP1 segment
   int32_t exifIfdOffset = -1;
   int32_t primaryIfdOffset = -1;
   int32_t littleEndian = 0;
   uint16_t app0Size = 0;  // bytes of an APP0 segment before APP1, marker included, modulo 65536
 
-  // Values of unbounded size; an ExifIfdRecord points into them.
+  // Values of any size; an ExifIfdRecord points into them.
   std::unique_ptr<uint8_t[]> makerNoteBuffer;
   std::unique_ptr<uint8_t[]> userCommentBuffer;
-  // The most bytes that are loaded of each: as many as a save could write, unless the caller uses
-  // fewer. The info list shows their beginnings only, and a maker note may be most of the metadata.
-  uint32_t longestValue = 1 << 16;
+  // How many bytes of each to load: as many as a save can write, unless the caller needs fewer. The
+  // info list shows only their beginning, and the maker note may be most of the metadata.
+  uint32_t maxValueLength = 1 << 16;
 
   ImageCodecBridge* codec;
 
-  int32_t thumbnailIfdOffset = -1;  // 0: the file says that it has none
+  int32_t thumbnailIfdOffset = -1;  // 0: the file has none
   int32_t gpsIfdOffset = -1;
 
  private:
@@ -55,11 +55,11 @@ class ExifReader : public CObject {
   std::unique_ptr<ImageCodecBridge> ownedCodec_;
 };
 
-// True when the text behind the last '.' of `path` is tif, tiff, jpg, jpeg or jpe in any case. Only
-// such files are looked at; what they are comes from their first bytes.
+// Whether the extension of `path` is tif, tiff, jpg, jpeg or jpe in any case. No other files are
+// opened; whether such a file is JPEG or TIFF depends on its first bytes.
 bool hasExifExtension(const char* path);
 
-// `position` as the layout fields hold it.
+// `position` as stored in the layout fields.
 int32_t asDirectoryPosition(uint64_t position);
 
 }  // namespace exifkeep

@@ -1,5 +1,5 @@
-// Tag numbers of Exif 2.2 and TIFF 6.0 under their standard names. The directory tables give each
-// its type and its field.
+// Tag numbers of Exif 2.2 and TIFF 6.0 by their standard names. For types and fields see
+// tag_tables.h.
 #pragma once
 
 #include <cstdint>

@@ -16,7 +16,7 @@ void copyText(char* field, size_t capacity, const char* text, size_t length) {
   std::memset(field + used, 0, capacity - used);
 }
 
-// Bytes of one of an entry's values; 0 for a type that no table has.
+// The size of one value of the entry's type; 0 for types that no table uses.
 uint32_t unitOf(const IfdEntry& entry) {
   switch (static_cast<TiffType>(entry.type)) {
     case TiffType::byte:
@@ -34,7 +34,7 @@ uint64_t sizeOfValue(const IfdEntry& entry) {
   return uint64_t{entry.count} * unitOf(entry);
 }
 
-// The ways whose value our writers put in the value area.
+// The methods for values that our writers put in the value area.
 bool isReadAtOffset(const TagRow& row) {
   switch (row.fetch) {
     case Fetch::rationals:
@@ -49,9 +49,9 @@ bool isReadAtOffset(const TagRow& row) {
   }
 }
 
-// Whether the value field of a small text reads as text: printable ASCII up to a zero byte or to
-// the last byte, or nothing but zeros for an empty one. Offsets rarely look like that.
-// REQUIRES: the value fits into the entry.
+// Whether the value field looks like a short text: printable ASCII up to a zero byte or to the last
+// byte, or only zeros for an empty text. Offsets rarely look like that. REQUIRES: the value fits
+// into the entry.
 bool looksLikeText(const IfdEntry& entry) {
   if (unitOf(entry) != 1) return false;
   const uint8_t* begin = entry.value;
@@ -64,12 +64,12 @@ bool looksLikeText(const IfdEntry& entry) {
 // Stores the value of one entry in one field.
 class FieldFiller {
  public:
-  // `isInEntry`: of a value that may be at an offset, whether the entry itself holds it.
+  // `isInEntry`: whether a value that may be at an offset is in the entry itself.
   FieldFiller(ExifFile& file, const IfdEntry& entry, const TagRow& row, void* record,
               bool isInEntry)
       : file_(file), entry_(entry), row_(row), record_(record), isInEntry_(isInEntry) {}
 
-  // The entry itself holds the value. What the file does not hold of it leaves the field alone.
+  // The value is in the entry. If the file ends before it does, the field is unchanged.
   void fillShort() {
     if (entry_.hasValueBytes(2)) storeNumber(file_.toShort(entry_.value));
   }
@@ -86,7 +86,7 @@ class FieldFiller {
              reinterpret_cast<const char*>(entry_.value), row_.limit);
   }
 
-  // The entry's value field is an offset, or holds a small value itself.
+  // The value field is an offset or holds a small value itself.
   void fillLongs(uint32_t longs) {
     uint8_t bytes[6 * sizeof(Rational)];
     const size_t whole = readValue(bytes, longs * sizeof(uint32_t)) / sizeof(uint32_t);
@@ -104,7 +104,7 @@ class FieldFiller {
     const size_t length = readValue(text, std::min<uint32_t>(entry_.count, row_.limit));
     copyText(reinterpret_cast<char*>(field()), row_.capacity, text, length);
   }
-  // A point has two values, a circle three, a rectangle four.
+  // Two values are a point, three a circle, four a rectangle.
   void fillSubjectArea() {
     storeAt(2, uint16_t{0});
     storeAt(3, uint16_t{0});
@@ -143,7 +143,8 @@ class FieldFiller {
   bool isInEntry_;
 };
 
-// Fetches the value by the row's way. False when the entry is refused and its flag stays as it was.
+// Fetches the value by the row's method. False if the entry is rejected, so that its flag must not
+// be set.
 bool fetchValue(const TagRow& row, const IfdEntry& entry, FieldFiller filler, ExifFile& file,
                 DeferredEntries* deferred) {
   switch (row.fetch) {
@@ -170,7 +171,7 @@ bool fetchValue(const TagRow& row, const IfdEntry& entry, FieldFiller filler, Ex
     case Fetch::interoperability:
       if (entry.hasValueBytes(4)) deferred->noteInteroperability(file.toLong(entry.value));
       return true;
-    case Fetch::passedOver: return false;
+    case Fetch::skipped: return false;
   }
   return false;
 }
@@ -211,8 +212,9 @@ bool DirectoryWalk::isInEntry(const TagRow& row) const {
   }
 }
 
-// A small value that is not where our writers would have put it takes no room there.
-void DirectoryWalk::passValue(const TagRow* row) {
+// A small value that is not where our writers would have put it occupies no space in the value
+// area.
+void DirectoryWalk::skipValue(const TagRow* row) {
   const uint64_t size = sizeOfValue(entry_);
   const bool isOurs = row && isReadAtOffset(*row) && valuePosition() == valueArea_;
   if (size > sizeof entry_.value || isOurs) valueArea_ = valuePosition() + size + size % 2;
@@ -225,7 +227,7 @@ void DirectoryWalk::decodeEntry(const TagIndex& tags, void* record, DeferredEntr
     const bool taken = fetchValue(*row, entry_, filler, file_, deferred);
     if (taken && row->flag != noField) setFlag(record, row->flag);
   }
-  passValue(row);
+  skipValue(row);
 }
 
 }  // namespace exifkeep

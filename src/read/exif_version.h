@@ -5,10 +5,8 @@
 
 namespace exifkeep {
 
-// "0220" as 2.2f, rounded once from exact arithmetic on single-precision constants; the four
-// characters are not checked to be digits. 0.0f when the file has no version.
+// 2.2f for "0220". The four characters are not checked to be digits. 0.0f if the file has no
+// version.
 float readExifVersion(ExifReader& reader, const char* path);
-
-float exifVersionNumber(const char* digits);
 
 }  // namespace exifkeep

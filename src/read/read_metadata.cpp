@@ -10,14 +10,14 @@ namespace exifkeep {
 
 namespace {
 
-// Loads at most `longest` bytes of what the file holds of an entry's value, so that a count of 4
-// GiB costs nothing. None when memory runs out.
-std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint32_t longest,
+// Loads at most `maxLength` bytes of an entry's value, and no more than the file has: a count of
+// 4 GiB costs nothing.
+std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint32_t maxLength,
                                      uint32_t& length) {
   const uint64_t at = file.positionOf(file.toLong(entry.value));
   const uint64_t held = entry.hasValueBytes(4) && at < file.size() ? file.size() - at : 0;
-  length = static_cast<uint32_t>(std::min<uint64_t>(std::min(entry.count, longest), held));
-  // Without memory the call fails: a save must not lose the value.
+  length = static_cast<uint32_t>(std::min<uint64_t>(std::min(entry.count, maxLength), held));
+  // Throws if memory runs out, so that the call fails: a save must not lose the value.
   auto bytes = std::make_unique_for_overwrite<uint8_t[]>(length);
   length = static_cast<uint32_t>(file.readAt(at, bytes.get(), length));
   return bytes;
@@ -25,18 +25,18 @@ std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint
 
 void loadMakerNote(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
                    ExifIfdRecord& record) {
-  reader.makerNoteBuffer = loadValue(file, entry, reader.longestValue, record.makerNoteLength);
+  reader.makerNoteBuffer = loadValue(file, entry, reader.maxValueLength, record.makerNoteLength);
   record.makerNote = reader.makerNoteBuffer.get();
   record.hasMakerNote = record.makerNote != nullptr;
 }
 
-// The comment is behind an 8-byte character code (Exif 2.2, 4.6.5 C). The code is text: it ends at
-// a zero byte.
+// The comment follows an 8-byte character code (Exif 2.2, 4.6.5 C). The code is text: it ends at a
+// zero byte.
 void loadUserComment(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
                      ExifIfdRecord& record) {
   constexpr uint32_t codeLength = sizeof record.userCommentCode;
   uint32_t length;
-  reader.userCommentBuffer = loadValue(file, entry, reader.longestValue, length);
+  reader.userCommentBuffer = loadValue(file, entry, reader.maxValueLength, length);
   record.hasUserComment = reader.userCommentBuffer != nullptr;
   if (!record.hasUserComment) return;
   const uint8_t* bytes = reader.userCommentBuffer.get();
@@ -47,7 +47,7 @@ void loadUserComment(ExifReader& reader, ExifFile& file, const IfdEntry& entry,
   record.userComment = bytes + codeLength;
 }
 
-// The number that the version's leading digits form; 0 without any.
+// The number formed by the leading digits; 0 if there are none.
 int leadingNumber(std::span<const char> version) {
   int number = 0;
   for (char c : version) {
@@ -57,16 +57,16 @@ int leadingNumber(std::span<const char> version) {
   return number;
 }
 
-// Files before Exif 2.1 have no interoperability rules, whatever their directory says.
+// Before Exif 2.1 there were no interoperability rules, whatever the file's directory says.
 void applyVersionRule(ExifIfdRecord& record) {
   if (!record.isR98Interoperability || leadingNumber(record.exifVersion) >= 210) return;
   record.isR98Interoperability = 0;
   std::memset(record.interoperabilityVersion, 0, sizeof record.interoperabilityVersion);
 }
 
-// Both pointers and the Exif directory's position give the GPS directory's position. 32-bit
-// arithmetic is intended: the last pointer values count, but the position of the first Exif
-// pointer, so the difference may be negative.
+// The GPS directory's position follows from both pointers and the Exif directory's position. If
+// pointers are repeated, the last values are in the record, but the Exif directory's position is
+// that of the first pointer, so the difference may be negative: 32-bit arithmetic is intended.
 void updateGpsPosition(ExifReader& reader, const ImageIfdRecord& record) {
   if (reader.exifIfdOffset == -1 || !record.hasGpsIfdPointer || !record.hasExifIfdPointer) return;
   reader.gpsIfdOffset = static_cast<int32_t>(record.gpsIfdPointer - record.exifIfdPointer +
@@ -85,7 +85,7 @@ void readPrimaryDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& re
   readImageDirectory(reader, file, reader.primaryIfdOffset, record);
 }
 
-// Without an IFD1 the record is reset and nothing else.
+// Without an IFD1 the record is only reset.
 void readThumbnailDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& record) {
   resetImageIfdRecord(reader, record);
   const int32_t position = locateThumbnailDirectory(reader, file);
@@ -107,7 +107,7 @@ void readGpsDirectory(ExifReader& reader, ExifFile& file, GpsIfdRecord& record) 
   while (walk.next()) decodeGpsEntry(walk, record);
 }
 
-// IFD1's pointers may have moved the position; those of IFD0, where they are, have the last word.
+// IFD1 may have pointers too, which changed the position; those of IFD0 take precedence.
 void readLocatedGpsDirectory(ExifReader& reader, ExifFile& file, ExifMetadata& metadata) {
   if (reader.gpsIfdOffset < 1) return;
   updateGpsPosition(reader, metadata.primary);

@@ -1,5 +1,5 @@
-// Reads a file's directories into their records. What is there is decoded: a short read or an odd
-// entry is no failure. A read that the system fails is one. A call opens its file once.
+// Reads a file's directories into their records. Whatever is there is decoded: a truncated file or
+// an odd entry is not a failure, but a read error is. Each call opens its file once.
 #pragma once
 
 #include "probe/exif_reader.h"
@@ -8,25 +8,25 @@
 
 namespace exifkeep {
 
-// False, with the record untouched, when the file is no Exif file.
+// False, with the record unchanged, if the file is not an Exif file.
 bool readExifDirectory(ExifReader& reader, const char* path, ExifIfdRecord& record);
 
-// Decodes the entry that the walk is at, of an image directory, keeping the reader's GPS directory
-// position up to date.
+// Decodes the walk's current entry, of an image directory, and updates the reader's GPS directory
+// position.
 void decodeImageEntry(ExifReader& reader, DirectoryWalk& walk, ImageIfdRecord& record);
 
-// The position of IFD1, also left in reader.thumbnailIfdOffset; 0 when there is none.
+// Returns the position of IFD1, or 0 if there is none, and sets reader.thumbnailIfdOffset to it.
 int32_t locateThumbnailDirectory(ExifReader& reader, ExifFile& file);
 
-// Reads the Exif directory and IFD0. False, with the records untouched, when the file is no Exif
+// Reads the Exif directory and IFD0. False, with the records unchanged, if the file is not an Exif
 // file.
 bool readListedMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata);
 
-// Reads these and then IFD1 and the GPS directory, where the file has them. Without IFD1 its record
-// is reset; without a GPS directory that record stays as it was.
+// Also reads IFD1 and the GPS directory. Without an IFD1 its record is reset; without a GPS
+// directory its record is unchanged.
 bool readExifMetadata(ExifReader& reader, const char* path, ExifMetadata& metadata);
 
-// The same from a file that is open; the name has been looked at.
+// The same for an open file, whose name is not checked.
 bool readExifMetadata(ExifReader& reader, ExifFile& file, ExifMetadata& metadata);
 
 }  // namespace exifkeep

@@ -15,7 +15,7 @@ void resetRecords(ExifReader& reader, ExifMetadata& metadata) {
   resetGpsIfdRecord(metadata.gps);
 }
 
-// Why a file cannot be opened now or later; anything else may pass.
+// Whether opening the file would fail again later. Other errors may be temporary.
 bool isLasting(DWORD error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:

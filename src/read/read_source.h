@@ -1,4 +1,4 @@
-// The metadata that a save starts from: those of the picture's source.
+// Reads the metadata of a save's source picture.
 #pragma once
 
 #include "probe/exif_reader.h"
@@ -7,13 +7,13 @@
 namespace exifkeep {
 
 enum class Source {
-  exif,         // an Exif file, whose metadata are read
-  withoutExif,  // any other, none at all, or one that may not be read
-  unreadable    // the system failed to open or read it: nobody knows what it holds
+  exif,         // an Exif file, which has been read
+  withoutExif,  // not an Exif file, missing, or not permitted to be read
+  unreadable    // an open or read error: its content is unknown
 };
 
-// Fills the records, with their starting values where the source has nothing. A source that is
-// `unreadable` must not be saved over, or it would lose its metadata.
+// Fills the records, with default values where the source has none. The save must fail if the
+// source is `unreadable`, or the metadata would be lost.
 Source readSource(ExifReader& reader, const char* path, ExifMetadata& metadata);
 
 }  // namespace exifkeep

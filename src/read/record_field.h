@@ -1,4 +1,4 @@
-// The one door to a record's bytes: a field by the row of its tag, whatever the record.
+// Access to the fields of any record by the row of their tag.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,7 @@
 
 namespace exifkeep {
 
-// Flags are 32-bit numbers, found by their offset in the record.
+// A flag is a 32-bit number at an offset in the record.
 inline bool isFlagSet(const void* record, uint16_t flag) {
   uint32_t value;
   std::memcpy(&value, static_cast<const uint8_t*>(record) + flag, sizeof value);
@@ -25,7 +25,7 @@ inline uint8_t* fieldBytes(void* record, const TagRow& row) {
   return static_cast<uint8_t*>(record) + row.field;
 }
 
-// A field to be read. REQUIRES: the record, which is that of the row's table, outlives this object.
+// A field of a record. REQUIRES: the record is that of the row's table and outlives this object.
 class RecordField {
  public:
   RecordField(const void* record, const TagRow& row)
@@ -39,7 +39,7 @@ class RecordField {
     std::memcpy(&value, bytes(), sizeof value);
     return value;
   }
-  // A number of as many bytes as the field has.
+  // The field as a number of its own size.
   uint32_t number() const {
     if (row_.capacity == sizeof(uint8_t)) return as<uint8_t>();
     return row_.capacity == sizeof(uint16_t) ? as<uint16_t>() : as<uint32_t>();

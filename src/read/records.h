@@ -1,7 +1,7 @@
-// The four records through which all metadata passes: the directory readers fill them, the info
-// list shows them, the writers copy them into new files. Plain values without memory of their own;
-// a field means something only while its flag (`hasMake` for `make`) is 1. `= {}` is a record in
-// which everything is absent; the reset operations also give the defaults of Exif 2.2 and TIFF 6.0.
+// The four records that hold all metadata: the directory readers fill them, the info list shows
+// them, and the writers copy them into new files. They own no memory. A field is valid only if its
+// flag (`hasMake` for `make`) is 1. In a record set to `{}` everything is absent; the reset
+// functions also set the defaults of Exif 2.2 and TIFF 6.0.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,8 @@ struct SRational {
   int32_t denominator;
 };
 
-// An image directory: IFD0 (`primary`) or IFD1 (`thumbnail`). The 256-byte texts hold at most 255
-// bytes and are always terminated.
+// An image directory: IFD0 (`primary`) or IFD1 (`thumbnail`). The 256-byte texts have at most 255
+// bytes and are always NUL-terminated.
 struct ImageIfdRecord {
   char make[256];
   char model[256];
@@ -28,15 +28,15 @@ struct ImageIfdRecord {
   char copyright[256];
   uint32_t imageWidth;
   uint32_t imageLength;
-  uint16_t bitsPerSample[3];  // always three: this library shows and writes RGB and YCbCr pictures
+  uint16_t bitsPerSample[3];  // always three: this library deals with RGB and YCbCr pictures
   uint16_t compression;
   Rational xResolution;
   Rational yResolution;
   uint16_t resolutionUnit;
   char software[256];
   char artist[256];
-  uint32_t gpsIfdPointer;   // from the TIFF header
-  uint32_t exifIfdPointer;  // from the TIFF header
+  uint32_t gpsIfdPointer;   // relative to the TIFF header
+  uint32_t exifIfdPointer;  // relative to the TIFF header
   uint32_t photometricInterpretation;
   Rational whitePoint[2];
   Rational primaryChromaticities[6];
@@ -45,7 +45,7 @@ struct ImageIfdRecord {
   uint16_t orientation;
   Rational yCbCrCoefficients[3];
   char dateTime[20];      // YYYY:MM:DD HH:MM:SS
-  uint32_t stripOffsets;  // the value field: the one offset, or where the list of offsets is
+  uint32_t stripOffsets;  // the value field: a single offset, or the position of a list of them
   uint32_t rowsPerStrip;
   uint32_t stripByteCounts;  // the value field, likewise
   uint16_t planarConfiguration;
@@ -59,7 +59,7 @@ struct ImageIfdRecord {
       hasWhitePoint, hasPrimaryChromaticities, hasReferenceBlackWhite;
 };
 
-// The Exif directory (Exif 2.2, 4.6.5) with what is kept of the interoperability directory.
+// The Exif directory (Exif 2.2, 4.6.5) and the fields kept from the interoperability directory.
 struct ExifIfdRecord {
   char exifVersion[5];  // four digits, "0220"
   char dateTimeOriginal[20];
@@ -82,7 +82,7 @@ struct ExifIfdRecord {
   const uint8_t* makerNote;  // makerNoteLength bytes in the ExifReader's buffer
   char userCommentCode[8];   // no terminator when all eight bytes are used
   uint32_t userCommentLength;
-  const uint8_t* userComment;  // likewise, behind the code; in the ExifReader's buffer
+  const uint8_t* userComment;  // the bytes after the code, in the ExifReader's buffer
   uint16_t isoSpeedRatings;
   char flashpixVersion[5];
   uint16_t colorSpace;  // 1 = sRGB, 65535 = uncalibrated
@@ -104,7 +104,7 @@ struct ExifIfdRecord {
   uint16_t sharpness;
   uint16_t subjectDistanceRange;
   uint16_t exposureProgram;
-  char spectralSensitivity[34];  // all 34 may be used, without a terminator
+  char spectralSensitivity[34];  // not terminated if all 34 are used
   uint8_t oecf[256];             // at most 255 bytes
   char subSecTime[34];           // as spectralSensitivity
   char subSecTimeOriginal[34];
@@ -173,11 +173,11 @@ struct GpsIfdRecord {
   Rational gpsDestDistance;
   uint8_t gpsProcessingMethod[256];
   uint8_t gpsAreaInformation[256];
-  char gpsDateStamp[11];  // YYYY:MM:DD, UTC; all 11 may be used
+  char gpsDateStamp[11];  // YYYY:MM:DD, UTC; not terminated if all 11 are used
   uint16_t gpsDifferential;
 };
 
-// What one file holds.
+// The metadata of one file.
 struct ExifMetadata {
   ExifIfdRecord exif;
   ImageIfdRecord primary;
@@ -190,8 +190,8 @@ static_assert(std::is_trivially_copyable_v<ExifMetadata> &&
 
 class ExifReader;
 
-// Gives every field its default and clears every flag; the reader supplies the file kind for
-// ReferenceBlackWhite, and an Exif record's reset frees the reader's two value buffers.
+// Set every field to its default and clear all flags. The default of ReferenceBlackWhite depends on
+// the reader's kind of file. Resetting an Exif record frees the reader's two value buffers.
 void resetImageIfdRecord(const ExifReader& reader, ImageIfdRecord& record);
 void resetExifIfdRecord(ExifReader& reader, ExifIfdRecord& record);
 void resetGpsIfdRecord(GpsIfdRecord& record);

@@ -1,9 +1,9 @@
-// The one place that says what each tag is: its type in the standard, the record field and flag it
-// fills, and how its value is fetched from a file. Readers walk with these tables; the writers' row
-// lists and the info list look types, sizes and fields up here.
+// Defines every tag: its type in the standard, its record field and flag, and how its value is
+// fetched from a file. The readers decode directories by these tables; the writers' row lists and
+// the info list look up types, sizes and fields here.
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -25,9 +25,9 @@ enum class TiffType : uint16_t {
   srational = 10,
 };
 
-// How a value is fetched. The way is the tag's own: neither the entry's type nor its count selects
-// it, except where said. "At offset" is where this library's writers put such values whatever their
-// size; a text or a list of SHORTs that other writers kept in its entry is found there
+// How a value is fetched. This depends on the tag, not on the entry's type or count, unless stated
+// otherwise. "At offset" is where this library's writers put such values whatever their size; texts
+// and lists of SHORTs that other writers left in the entry are found there too
 // (DirectoryWalk::isInEntry).
 enum class Fetch : uint8_t {
   shortValue,        // the first two bytes of the value field, whatever the type
@@ -39,13 +39,13 @@ enum class Fetch : uint8_t {
   shorts,            // at offset: `limit` SHORTs
   bytes,             // at offset: min(count, `limit`) bytes as they are
   text,              // at offset: min(count, `limit`) bytes up to a zero byte, terminated
-  shortText,         // as text, but a count above `limit` refuses the entry
-  subjectArea,       // at offset: 2, 3 or 4 SHORTs as the count says, none with another count
+  shortText,         // as text, but an entry with a count above `limit` is rejected
+  subjectArea,       // at offset: 2, 3 or 4 SHORTs according to the count, none for other counts
   makerNote,         // at offset: count bytes into the reader's maker note buffer
   userComment,       // at offset: count bytes, 8 at least, into the reader's comment buffer
   interoperability,  // the interoperability directory
-  isR98,             // nothing but the flag, when the value field reads "R98"
-  passedOver,        // not read: a save writes it anew
+  isR98,             // only the flag, if the value field is "R98"
+  skipped,           // not read: a save writes it anew
 };
 
 inline constexpr uint16_t noField = 0xFFFF;
@@ -54,10 +54,11 @@ struct TagRow {
   uint16_t tag;
   TiffType type;
   Fetch fetch;
-  uint16_t limit;     // values, or bytes of text
-  uint16_t field;     // offset of the field in its record, or noField
-  uint16_t capacity;  // bytes of the field
-  uint16_t flag;      // offset of the presence flag, or noField
+  uint16_t limit;         // values, or bytes of text
+  uint16_t field;         // offset of the field in its record, or noField
+  uint16_t capacity;      // bytes of the field
+  uint16_t flag;          // offset of the presence flag, or noField
+  const char* name = "";  // the tag's name in the standard
 };
 
 // `make` and `Make` are the field make and its flag hasMake.
@@ -66,13 +67,30 @@ consteval bool isFlagOf(std::string_view field, std::string_view flag) {
          flag[0] == field[0] - 'a' + 'A';
 }
 
-// The row of a tag that is named like the field it fills. The flag's name has to be spelled out for
-// the preprocessor, so the compiler checks that it is that of the field.
+// The standard's name of a tag, from that of its flag: abbreviations are in capitals.
+template <size_t size>
+struct TagName {
+  char text[size];
+  consteval TagName(const char (&flag)[size]) {
+    std::copy_n(flag, size, text);
+    for (const std::string_view abbreviation : {"Gps", "Iso", "Id", "Dop", "Oecf"}) {
+      const size_t at = std::string_view(flag).find(abbreviation);
+      if (at == std::string_view::npos) continue;
+      for (size_t i = at + 1; i < at + abbreviation.size(); ++i)
+        text[i] = static_cast<char>(text[i] - 'a' + 'A');
+    }
+  }
+};
+template <TagName name>
+inline constexpr const char* standardName = name.text;
+
+// The row of a tag with the same name as its field. The preprocessor needs the flag's name spelled
+// out, so the compiler checks that it matches the field.
 #define FIELD(field, Flag, type, fetch, limit)                                               \
   TagRow {                                                                                   \
     isFlagOf(#field, #Flag) ? tag::field : throw "this is the flag of another field",        \
         TiffType::type, Fetch::fetch, limit, offsetof(RECORD, field), sizeof(RECORD::field), \
-        offsetof(RECORD, has##Flag)                                                          \
+        offsetof(RECORD, has##Flag), standardName<#Flag>                                     \
   }
 
 // clang-format off
@@ -100,8 +118,8 @@ inline constexpr TagRow imageTags[] = {
     FIELD(artist, Artist, ascii, bytes, 255),
     FIELD(whitePoint, WhitePoint, rational, rationals, 2),
     FIELD(primaryChromaticities, PrimaryChromaticities, rational, rationals, 6),
-    TagRow{tag::jpegInterchangeFormat, TiffType::long_, Fetch::passedOver, 1, noField, 0, noField},
-    TagRow{tag::jpegInterchangeFormatLength, TiffType::long_, Fetch::passedOver, 1, noField, 0, noField},
+    TagRow{tag::jpegInterchangeFormat, TiffType::long_, Fetch::skipped, 1, noField, 0, noField},
+    TagRow{tag::jpegInterchangeFormatLength, TiffType::long_, Fetch::skipped, 1, noField, 0, noField},
     FIELD(yCbCrCoefficients, YCbCrCoefficients, rational, rationals, 3),
     FIELD(yCbCrPositioning, YCbCrPositioning, short_, shortValue, 1),
     FIELD(referenceBlackWhite, ReferenceBlackWhite, rational, rationals, 6),
@@ -136,7 +154,7 @@ inline constexpr TagRow exifTags[] = {
     FIELD(focalLength, FocalLength, rational, rationals, 1),
     FIELD(subjectArea, SubjectArea, short_, subjectArea, 4),
     FIELD(makerNote, MakerNote, undefined, makerNote, 0),
-    TagRow{tag::userComment, TiffType::undefined, Fetch::userComment, 8, offsetof(ExifIfdRecord, userCommentCode), sizeof(ExifIfdRecord::userCommentCode), offsetof(ExifIfdRecord, hasUserComment)},
+    TagRow{tag::userComment, TiffType::undefined, Fetch::userComment, 8, offsetof(ExifIfdRecord, userCommentCode), sizeof(ExifIfdRecord::userCommentCode), offsetof(ExifIfdRecord, hasUserComment), "UserComment"},
     FIELD(subSecTime, SubSecTime, ascii, bytes, 34),
     FIELD(subSecTimeOriginal, SubSecTimeOriginal, ascii, bytes, 34),
     FIELD(subSecTimeDigitized, SubSecTimeDigitized, ascii, bytes, 34),
@@ -207,7 +225,7 @@ inline constexpr TagRow gpsTags[] = {
 #undef RECORD
 #undef FIELD
 
-// Fills the Exif record: the interoperability directory has no record of its own.
+// Part of the Exif record, as the interoperability directory has no record of its own.
 inline constexpr TagRow interoperabilityTags[] = {
     TagRow{tag::interoperabilityIndex, TiffType::ascii, Fetch::isR98, 4, noField, 0, offsetof(ExifIfdRecord, isR98Interoperability)},
     TagRow{tag::interoperabilityVersion, TiffType::undefined, Fetch::rawText, 4, offsetof(ExifIfdRecord, interoperabilityVersion), sizeof(ExifIfdRecord::interoperabilityVersion), noField},
@@ -217,45 +235,7 @@ inline constexpr TagRow interoperabilityTags[] = {
 
 using TagTable = std::span<const TagRow>;
 
-// A table and the way to a tag's row in one step: a multiplier, found when this is compiled, sends
-// every tag of the table to a slot of its own. (A search's comparisons cannot be predicted, and
-// mistaking them costs more than the rest of decoding an entry.)
-class TagIndex {
- public:
-  consteval explicit TagIndex(TagTable rows) : rows_(rows) {
-    while (!everyTagHasItsSlot()) multiplier_ += 2;
-  }
-  // The row of `tag`, or null.
-  const TagRow* find(uint16_t tag) const {
-    const TagRow& row = rows_[slots_[slotOf(tag)]];
-    return row.tag == tag ? &row : nullptr;
-  }
-
- private:
-  constexpr uint8_t slotOf(uint16_t tag) const { return (tag * multiplier_ & 0xFFFF) >> 8; }
-  constexpr bool everyTagHasItsSlot() {
-    slots_ = {};
-    bool taken[256] = {};
-    for (size_t i = 0; i < rows_.size(); ++i) {
-      const uint8_t slot = slotOf(rows_[i].tag);
-      if (taken[slot]) return false;
-      taken[slot] = true;
-      slots_[slot] = static_cast<uint8_t>(i);
-    }
-    return true;
-  }
-
-  TagTable rows_;
-  uint32_t multiplier_ = 1;
-  std::array<uint8_t, 256> slots_ = {};  // the first row where no tag has its slot
-};
-
-inline constexpr TagIndex imageIndex(imageTags);
-inline constexpr TagIndex exifIndex(exifTags);
-inline constexpr TagIndex gpsIndex(gpsTags);
-inline constexpr TagIndex interoperabilityIndex(interoperabilityTags);
-
-// The row of a tag that the table has; any other tag ends the compilation.
+// The row of a tag. A tag that the table does not have is a compile-time error.
 constexpr const TagRow& knownTag(TagTable table, uint16_t tag) {
   for (const TagRow& row : table)
     if (row.tag == tag) return row;
@@ -264,7 +244,7 @@ constexpr const TagRow& knownTag(TagTable table, uint16_t tag) {
 
 namespace tag_tables_check {
 
-// Bytes that the fetch may store, terminator included.
+// The maximum number of bytes that are stored, including the terminator.
 constexpr size_t bytesStored(const TagRow& row) {
   switch (row.fetch) {
     case Fetch::rationals: return row.limit * sizeof(Rational);

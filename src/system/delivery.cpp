@@ -13,13 +13,13 @@ namespace exifkeep {
 
 namespace {
 
-// Brings bytes from file to file. All memory is taken beforehand: once the first byte is on its
-// way, nothing but the files can fail.
+// Copies bytes between files. All memory is allocated beforehand: once the copying has begun, only
+// the files can fail.
 class Copier {
  public:
   bool isReady() const { return lock_.bytes() != nullptr; }
 
-  // From and to the same position.
+  // Between the same positions of both files.
   bool copy(DiskFile& from, DiskFile& to, uint64_t begin, uint64_t end) {
     return copy(from, begin, to, begin, end - begin);
   }
@@ -33,7 +33,7 @@ class Copier {
     return true;
   }
 
-  // Makes `to` the same as `from`, and writes only where it differs.
+  // Makes `to` equal to `from`, writing only what differs.
   bool restore(DiskFile& from, DiskFile& to) {
     if (!to.setSize(from.size())) return false;
     for (uint64_t at = 0; at < from.size();) {
@@ -58,8 +58,7 @@ class Copier {
 
 enum class Outcome { done, failed, refused };
 
-// What an error of creating or renaming a file means: that it will always be refused here, or that
-// it failed this time.
+// Whether creating or renaming a file will always be refused here or only failed this time.
 Outcome outcomeOf(DWORD error) {
   switch (error) {
     case ERROR_ACCESS_DENIED:
@@ -71,9 +70,9 @@ Outcome outcomeOf(DWORD error) {
   }
 }
 
-// The new file beside the destination. Unless it takes the destination's place it is deleted with
-// this object. It is made once and used through its handle: in a folder where others may write, the
-// name may soon be another file's.
+// The new file beside the destination. Unless it replaces the destination, it is deleted with this
+// object. It is opened once and used through its handle: where others may write to the folder, its
+// name may soon belong to another file.
 class Sibling {
  public:
   Sibling(const std::string& target, const DiskFile* old)
@@ -89,8 +88,8 @@ class Sibling {
 
   DiskFile& file() { return file_; }
 
-  // Windows may fail halfway, with the old file under the backup's name; without one it would be
-  // gone. POSIX makes no backup.
+  // Windows may fail halfway and leave the old file under the backup's name; without a backup the
+  // file would be lost. The POSIX stand-in makes none.
   bool replace(const std::string& target) {
     const std::string backup = randomName(std::string(directoryOf(target)) + "~exifkeep");
     const BOOL isReplaced = ReplaceFileA(target.c_str(), path_.c_str(), backup.c_str(),
@@ -119,7 +118,7 @@ class Sibling {
   bool exists_;
 };
 
-// By a new file. `old`, if given, is what exists at `target`.
+// Replaces `target` by a new file. `old`, if given, is the existing one.
 Outcome replace(const std::string& target, const DiskFile* old, std::span<const Piece> pieces) {
   Sibling sibling(target, old);
   DiskFile& file = sibling.file();
@@ -129,8 +128,8 @@ Outcome replace(const std::string& target, const DiskFile* old, std::span<const 
   return isDone ? Outcome::done : outcomeOf(GetLastError());
 }
 
-// What is added to the destination goes first: a full disk refuses it while the old bytes are still
-// there.
+// Writes what extends the destination first: if the disk is full, this fails while the old bytes
+// are still there.
 bool writeOver(DiskFile& destination, DiskFile& whole, Copier& copier) {
   const uint64_t shared = std::min(destination.size(), whole.size());
   return copier.copy(whole, destination, shared, whole.size()) && destination.flush() &&
@@ -138,8 +137,8 @@ bool writeOver(DiskFile& destination, DiskFile& whole, Copier& copier) {
          destination.flush();
 }
 
-// In place, from a whole new file and with the old bytes kept, both in the temporary folder. When
-// even putting the old bytes back fails, they stay there: it is the only place that has them.
+// Rewrites the destination in place, with the complete new file and a copy of the old one in the
+// temporary folder. If even restoring the old bytes fails, that copy is kept, as no other is left.
 Outcome overwrite(DiskFile& destination, const char* name, std::span<const Piece> pieces) {
   TemporaryPicture newPlace(fileNameOf(name)), oldPlace(fileNameOf(name));
   DiskFile whole = DiskFile::createNew(newPlace.path().c_str());

@@ -1,13 +1,11 @@
-// Puts a finished file in its place. Whatever fails, an existing destination keeps its bytes: it is
-// neither deleted nor emptied on any path, and not touched before the new file is whole and on
-// disk.
+// Replaces a file by a finished one. An existing destination keeps its bytes whatever fails: it is
+// never deleted or truncated, and not touched before the new file is complete and on disk.
 //
-// Most files are replaced: the new one is made beside the destination, with its rights, and renamed
-// over it, so that the destination is the old file or the new one at every moment. Only where the
-// folder admits no new file or the destination's name may not be given to another (for a reason
-// that will not pass, such as missing rights or a mount) are the new bytes written over the old
-// ones. The old ones are then kept aside until the new ones are on disk, and put back when that
-// fails.
+// Usually the new file is created beside the destination, with the same rights, and renamed over
+// it, so that the destination is always either the old file or the new one. Only where the folder
+// does not permit a new file or the destination's name cannot be given to another file (for a
+// lasting reason, such as missing rights or a mount) are the old bytes overwritten. A copy of them
+// is kept until the new ones are on disk, and restored if that fails.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +15,7 @@
 
 namespace exifkeep {
 
-// Some of a new file's bytes: from memory, or a range of another file.
+// Part of a new file: bytes in memory, or a range of another file.
 struct Piece {
   explicit Piece(std::span<const uint8_t> memory) : bytes(memory.data()), size(memory.size()) {}
   Piece(DiskFile& source, uint64_t position, uint64_t length)
@@ -29,12 +27,11 @@ struct Piece {
   uint64_t size;
 };
 
-// Writes the pieces one behind the other over a file, from its start.
+// Writes the pieces in order over a file, from its start.
 bool writePieces(DiskFile& file, std::span<const Piece> pieces);
 
-// Gives `destination` these bytes. What exists there has to be a file that may be read and written;
-// links are followed, and one that leads nowhere is refused. False, and nothing changed, on
-// failure.
+// Makes `destination` a file of these bytes. An existing file must be readable and writable. Links
+// are followed; a dangling one is refused. On failure returns false and changes nothing.
 bool deliver(const char* destination, std::span<const Piece> pieces);
 
 }  // namespace exifkeep

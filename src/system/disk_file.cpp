@@ -8,13 +8,13 @@ namespace exifkeep {
 namespace {
 
 constexpr DWORD readWrite = GENERIC_READ | GENERIC_WRITE;
-constexpr uint64_t largestTransfer = 0x40000000;  // a DWORD counts the bytes of one call
+constexpr uint64_t maxTransfer = 0x40000000;  // the length of one call is a DWORD
 
 HANDLE openExisting(const char* path, DWORD access, DWORD share) {
   return CreateFileA(path, access, share, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-// Where a transfer begins; a file that was not opened for overlapped work is still read in turn.
+// The position of a transfer. A file not opened for overlapped access is still read synchronously.
 OVERLAPPED placeAt(uint64_t at) {
   OVERLAPPED place = {};
   place.Offset = static_cast<DWORD>(at);
@@ -45,7 +45,7 @@ DiskFile DiskFile::openForReading(const char* path) {
   return file;
 }
 
-// Shared for deletion as well, so that a new file can take the place of one that is open.
+// Shared for deletion as well, so that a new file can replace it while it is open.
 DiskFile DiskFile::openForWriting(const char* path) {
   DiskFile file(
       openExisting(path, readWrite, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE));
@@ -53,7 +53,7 @@ DiskFile DiskFile::openForWriting(const char* path) {
   return file;
 }
 
-// Its size is 0, and nothing has to be asked that could fail once the file is there.
+// The size is known to be 0: once the file exists, nothing here can fail.
 DiskFile DiskFile::createNew(const char* path, const DiskFile* pattern) {
   return DiskFile(CreateFileA(path, readWrite, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
                               pattern ? pattern->handle_ : nullptr));
@@ -86,7 +86,7 @@ size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
   const size_t wanted = static_cast<size_t>(std::min<uint64_t>(length, size_ - at));
   size_t done = 0;
   for (DWORD delivered = 1; done < wanted && delivered > 0; done += delivered) {
-    const auto step = static_cast<DWORD>(std::min<uint64_t>(wanted - done, largestTransfer));
+    const auto step = static_cast<DWORD>(std::min<uint64_t>(wanted - done, maxTransfer));
     OVERLAPPED place = placeAt(at + done);
     delivered = 0;
     const bool isRead =
@@ -100,7 +100,7 @@ size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
 bool DiskFile::writeAt(uint64_t at, const void* bytes, size_t length) {
   if (!isOpen()) return false;
   for (size_t done = 0; done < length;) {
-    const auto step = static_cast<DWORD>(std::min<uint64_t>(length - done, largestTransfer));
+    const auto step = static_cast<DWORD>(std::min<uint64_t>(length - done, maxTransfer));
     OVERLAPPED place = placeAt(at + done);
     DWORD written = 0;
     if (!check(WriteFile(handle_, static_cast<const char*>(bytes) + done, step, &written, &place) &&

@@ -1,5 +1,5 @@
-// A file on disk by position: opened, sized, read and written in 64 bits and closed with its
-// object. It remembers the first error that the system reported; the end of the file is none.
+// A file on disk, read and written by 64-bit position and closed with its object. It keeps the
+// first error that the system reported; the end of the file is not one.
 #pragma once
 
 #include <windows.h>
@@ -14,9 +14,9 @@ class DiskFile {
  public:
   // An existing file, shared for reading and writing.
   static DiskFile openForReading(const char* path);
-  static DiskFile openForWriting(const char* path);  // reading too
-  // A file where there is none, for reading and writing; not shared. After a `pattern` it has the
-  // rights and attributes of that file, as far as they can be given.
+  static DiskFile openForWriting(const char* path);  // and for reading
+  // Creates a file, which must not exist, for reading and writing; not shared. If a `pattern` is
+  // given, the file gets its rights and attributes as far as possible.
   static DiskFile createNew(const char* path, const DiskFile* pattern = nullptr);
 
   DiskFile(DiskFile&& other) noexcept;
@@ -24,30 +24,30 @@ class DiskFile {
   ~DiskFile();
 
   bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-  // ERROR_SUCCESS when nothing has failed so far. A file that is not open says why; one
-  // whose size cannot be told is not open.
+  // The first error, also that of opening; ERROR_SUCCESS if nothing has failed. A file whose size
+  // cannot be determined is not open.
   DWORD error() const { return error_; }
-  // The size when it was opened, and by what has been written since.
+  // The size when the file was opened, updated by writes since.
   uint64_t size() const { return size_; }
-  // The file's path behind all links; empty when it cannot be told. REQUIRES: openForWriting.
+  // The file's path with all links resolved, or empty. REQUIRES: openForWriting.
   std::string finalPath() const;
 
-  // Copies up to `length` bytes from position `at`; returns how many the file had there.
+  // Reads up to `length` bytes at position `at`; returns how many there were.
   size_t readAt(uint64_t at, void* destination, size_t length);
-  // True when all bytes were written; a short write is a failure.
+  // True if all bytes were written.
   bool writeAt(uint64_t at, const void* bytes, size_t length);
-  // Cuts the file or lengthens it with zeros.
+  // Truncates the file or extends it with zeros.
   bool setSize(uint64_t size);
-  // True when everything written is on disk.
+  // True if everything written is on disk.
   bool flush();
-  // True when the file was open and closing reported no late error.
+  // True if the file was open and closing it reported no error.
   bool close();
 
  private:
   explicit DiskFile(HANDLE handle);
-  // Closes the file when its size cannot be told.
+  // Closes the file if its size cannot be determined.
   void takeSize();
-  // Keeps the system's error when `succeeded` is false, and returns it.
+  // Records the system's error if `succeeded` is false; returns `succeeded`.
   bool check(bool succeeded);
 
   HANDLE handle_;

@@ -1,4 +1,4 @@
-// A movable, zero-filled block of global memory with one owner, and its lock.
+// A movable, zero-filled block of global memory with a single owner, and its lock.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@ namespace exifkeep {
 class GlobalBlock {
  public:
   GlobalBlock() = default;
-  // Empty when there is no memory.
+  // Empty if memory runs out.
   explicit GlobalBlock(size_t size) : handle_(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size)) {}
   GlobalBlock(GlobalBlock&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
   GlobalBlock& operator=(GlobalBlock&& other) noexcept {
@@ -30,7 +30,7 @@ class GlobalBlock {
   HGLOBAL handle_ = nullptr;
 };
 
-// Locks a block while it lives. REQUIRES: the block outlives it.
+// Locks a block. REQUIRES: the block outlives this object.
 class BlockLock {
  public:
   explicit BlockLock(const GlobalBlock& block)
@@ -40,9 +40,9 @@ class BlockLock {
   BlockLock(const BlockLock&) = delete;
   BlockLock& operator=(const BlockLock&) = delete;
 
-  // Null when the block is empty or cannot be locked.
+  // Null if the block is empty or cannot be locked.
   uint8_t* bytes() const { return bytes_; }
-  // Before its time; bytes() is null then.
+  // Unlocks early; bytes() is null from then on.
   void unlock() {
     if (std::exchange(bytes_, nullptr)) GlobalUnlock(handle_);
   }

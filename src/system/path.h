@@ -1,4 +1,4 @@
-// The parts of a path: rules on its bytes that touch no file.
+// The parts of a path, from its text alone.
 #pragma once
 
 #include <string>
@@ -6,16 +6,16 @@
 
 namespace exifkeep {
 
-// The one place where the library asks for the system.
+// The only place in the library that depends on the operating system.
 #if defined(_WIN32)
 inline constexpr char pathSeparator = '\\';
-inline constexpr std::string_view pathSeparators = "\\/:";  // what a directory may end with
+inline constexpr std::string_view pathSeparators = "\\/:";  // any of these ends a directory
 #else
 inline constexpr char pathSeparator = '/';
 inline constexpr std::string_view pathSeparators = "/";
 #endif
 
-// What precedes the file name, its separator included, and the file name itself.
+// The part before the file name, including the separator, and the file name itself.
 constexpr std::string_view directoryOf(std::string_view path) noexcept {
   while (!path.empty() && pathSeparators.find(path.back()) == pathSeparators.npos)
     path.remove_suffix(1);
@@ -25,13 +25,13 @@ constexpr std::string_view fileNameOf(std::string_view path) noexcept {
   return path.substr(directoryOf(path).size());
 }
 
-// The text after the last '.' of the path, the whole path when it has none. A '.' in a directory
-// name counts: what follows it is then no known extension.
+// The text after the last '.' of the path, or the whole path if there is none. If that '.' is in a
+// directory name, the result is no known extension.
 constexpr std::string_view extensionOf(std::string_view path) noexcept {
   return path.substr(path.rfind('.') + 1);
 }
 
-// Whether the file name, and not only its directory, has a '.'.
+// Whether the file name itself has a '.'.
 constexpr bool hasExtension(std::string_view path) noexcept {
   return fileNameOf(path).find('.') != std::string_view::npos;
 }
@@ -39,7 +39,7 @@ constexpr bool hasExtension(std::string_view path) noexcept {
 // The path with the text after its last '.' replaced. REQUIRES: hasExtension(path).
 std::string withExtension(std::string_view path, std::string_view extension);
 
-// By the extension alone, in any case: jpg, jpeg or jpe; tif or tiff.
+// Whether the extension, in any case, is jpg, jpeg or jpe; tif or tiff.
 bool isJpegName(std::string_view path);
 bool isTiffName(std::string_view path);
 

@@ -1,4 +1,4 @@
-// Names for files and folders that nobody else is to have made before.
+// Names for new files and folders that nobody can predict.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace exifkeep {
 
-// `head` and 16 hexadecimal digits from the system's source of randomness: in a folder where
-// everybody may write nobody can guess the name, or take all of them.
+// `head` and 16 hexadecimal digits from the system's source of randomness. Even in a folder to
+// which everybody may write, nobody can guess the name or use up all names.
 std::string randomName(std::string_view head);
 
 }  // namespace exifkeep

@@ -21,12 +21,12 @@ TemporaryPicture::TemporaryPicture(std::string_view fileName) {
 
 TemporaryPicture::~TemporaryPicture() {
   if (path_.empty() || isKept_) return;
-  // A scanner or a network file system may refuse once what it allows a moment later.
+  // A virus scanner or a network file system may refuse this once and allow it a moment later.
   if (!DeleteFileA(path_.c_str())) DeleteFileA(path_.c_str());
   RemoveDirectoryA(folder_.c_str());
 }
 
-// A move to the own name changes nothing, and waits until the name is on disk.
+// Moving a file to its own name changes nothing but waits until the name is on disk.
 void TemporaryPicture::settle() const {
   for (const char* name : {path_.c_str(), folder_.c_str()})
     MoveFileExA(name, name, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);

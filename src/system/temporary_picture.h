@@ -1,6 +1,5 @@
-// A picture file in a private folder of its own below the system's temporary folder. Both go with
-// the object, so that calls on other threads and in other processes do not meet it, and nothing
-// stays behind.
+// A picture file in a private folder of its own in the system's temporary folder, so that calls on
+// other threads and in other processes do not interfere. Both are deleted with the object.
 #pragma once
 
 #include <string>
@@ -10,17 +9,17 @@ namespace exifkeep {
 
 class TemporaryPicture {
  public:
-  // Makes the folder, not the file.
+  // Creates the folder but not the file.
   explicit TemporaryPicture(std::string_view fileName);
   ~TemporaryPicture();
   TemporaryPicture(const TemporaryPicture&) = delete;
   TemporaryPicture& operator=(const TemporaryPicture&) = delete;
 
-  // Empty when the folder could not be made; GetLastError then says why.
+  // Empty if the folder could not be created; GetLastError then gives the reason.
   const std::string& path() const { return path_; }
-  // Brings the names of folder and file on disk, as flushing the file does with its bytes.
+  // Waits until the names of folder and file are on disk, as a flush does for the file's bytes.
   void settle() const;
-  // Leaves the file where it is.
+  // Does not delete the file after all.
   void keep() { isKept_ = true; }
 
  private:

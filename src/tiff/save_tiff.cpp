@@ -6,18 +6,18 @@
 #include "imageio/praster_block.h"
 #include "system/delivery.h"
 #include "tiff/codec_tiff.h"
+#include "tiff/saved_pixels.h"
 #include "tiff/tiff_block.h"
-#include "tiff/true_records.h"
 #include "write/encoded_picture.h"
 
 namespace exifkeep {
 
 namespace {
 
-// Delivers the front part with the strip of the codec's file behind it, and with what the codec's
-// file has beyond the length that this makes: intended, saved files have always ended so.
-bool deliverBehind(const FrontPart& front, const char* destination, const char* encoded,
-                   uint64_t strip, uint64_t stripSize) {
+// Delivers the front part followed by the strip of the codec's file. If the codec's file is longer
+// than that, the rest of it follows too. Intended: saved files have always ended so.
+bool deliverWithStrip(const FrontPart& front, const char* destination, const char* encoded,
+                      uint64_t strip, uint64_t stripSize) {
   DiskFile file = DiskFile::openForReading(encoded);
   const BlockLock lock(front.block);
   if (!lock.bytes() || !file.isOpen()) return false;
@@ -32,8 +32,8 @@ uint64_t stripSizeOf(const PRaster& picture) {
   return stripSize(picture.GetImageWidth(), picture.GetImageHeight());
 }
 
-// The caller's Software, empty or not, always goes along; all else is the codec's. False when the
-// file did not yield all that describes the strip: nobody could open the picture.
+// Keeps the caller's Software, even if it is empty, and takes all other fields from the codec's
+// file. False if any field is missing without which nobody could open the picture.
 bool takeCodecFields(ExifReader& reader, ExifFile& saved, ImageIfdRecord& primary) {
   char software[sizeof primary.software];
   std::memcpy(software, primary.software, sizeof software);
@@ -49,7 +49,7 @@ bool takeCodecFields(ExifReader& reader, ExifFile& saved, ImageIfdRecord& primar
 bool saveTiffWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, ExifMetadata& metadata) {
   if (isMissing(picture)) return false;
-  describeTruly(metadata, *picture, thumbnail);
+  describeSavedPixels(metadata, *picture, thumbnail);
   return saveExifTiff(reader, destination, picture, thumbnail, metadata);
 }
 
@@ -62,9 +62,9 @@ bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
   ExifFile saved(encoded.path());
   const uint64_t size = stripSizeOf(*picture);
   const auto strip = locateStrip(saved, size);
-  // What is kept are the file's last bytes.
+  // The strip must be the end of the file.
   if (!strip || saved.size() != *strip + size) return false;
-  return deliverBehind(front, destination, encoded.path(), *strip, size);
+  return deliverWithStrip(front, destination, encoded.path(), *strip, size);
 }
 
 bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
@@ -76,7 +76,7 @@ bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* pictu
   const auto strip = locateStrip(saved, size);
   if (!strip || !takeCodecFields(reader, saved, primary)) return false;
   const FrontPart front = buildNewTiffBlock(reader, *picture, thumbnail, exif, primary);
-  return front && deliverBehind(front, destination, encoded.path(), *strip, size);
+  return front && deliverWithStrip(front, destination, encoded.path(), *strip, size);
 }
 
 }  // namespace exifkeep

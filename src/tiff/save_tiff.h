@@ -1,5 +1,5 @@
-// Saving a picture as an Exif TIFF file: the codec's file with a new front part, which holds the
-// TIFF header, all directories and the thumbnail, in front of the codec's pixel strip.
+// Saves a picture as an Exif TIFF file: a new front part with the TIFF header, all directories and
+// the thumbnail, followed by the pixel strip of the codec's file.
 #pragma once
 
 #include <praster.h>
@@ -9,19 +9,21 @@
 
 namespace exifkeep {
 
-// All put the whole file together in the temporary folder before they touch the destination. False
-// when the picture is missing or empty or anything fails: the destination is then what it was.
+// The complete file is built in memory and in the temporary folder before the destination is
+// touched. All functions return false, with the destination unchanged, if the picture is missing or
+// empty or anything fails.
 
-// With the metadata of the picture's source, made to describe what is saved: what the exports call.
+// With the metadata of the picture's source, adjusted to describe the saved pixels. The exports
+// call this one.
 bool saveTiffWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, ExifMetadata& metadata);
 
-// The same with the records just as they are. They leave with the picture's size in `primary`.
+// The same without the adjustment. Sets the picture's size in `primary`.
 bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture, PRaster* thumbnail,
                   ExifMetadata& metadata);
 
-// With default fields, what is set in `exif`, and the Software of `primary`; `primary` leaves with
-// the fields of the codec's file.
+// With default fields, the fields set in `exif`, and Software from `primary`. Sets all other fields
+// of `primary` to those of the codec's file.
 bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
                      PRaster* thumbnail, ExifIfdRecord& exif, ImageIfdRecord& primary);
 

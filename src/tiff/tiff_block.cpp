@@ -9,16 +9,16 @@ namespace exifkeep {
 
 namespace {
 
-// The TIFF header with IFD0 right behind it.
+// The TIFF header, directly followed by IFD0.
 constexpr uint8_t fileStart[] = {'I', 'I', 42, 0, 8, 0, 0, 0};
 constexpr BlockHead fileHead{fileStart, 0};
 
-// Puts the strip of the thumbnail file behind the directories.
+// Appends the strip of the thumbnail file to the directories.
 bool embedThumbnail(MetadataBlock& front, const ThumbnailFile& thumbnail) {
   ExifFile file(thumbnail.path());
   const auto strip = locateStrip(file, stripSize(thumbnail.width(), thumbnail.height()));
   if (!strip || file.size() - *strip > DirectoryWriter::blockSize) return false;
-  // All that follows the strip's beginning counts.
+  // Everything from the start of the strip to the end of the file is embedded.
   const auto length = static_cast<uint32_t>(file.size() - *strip);
   uint8_t* to = front.thumbnailRoom(length);
   if (!to || file.readAt(*strip, to, length) != length) return false;
@@ -41,7 +41,7 @@ void setPictureSize(ImageIfdRecord& primary, const PRaster& picture) {
   primary.imageLength = picture.GetImageHeight();
 }
 
-// The context of a directory that describes a strip of width x height pixels.
+// The context of a directory for a strip of width x height pixels.
 RowContext ofStrip(RowContext context, unsigned samples, unsigned width, unsigned height) {
   context[Supplied::stripBytes] = samples * width * height;
   context[Supplied::rowsPerStrip] = height;
@@ -54,12 +54,12 @@ FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& pic
                                     PRaster* hostThumbnail, ExifMetadata& metadata) {
   ImageIfdRecord& primary = metadata.primary;
   ThumbnailFile file(temporaryTiffName);
-  // Not looked for (-1) does not count as none.
+  // A position of -1 (not looked for) does not count as none.
   if (reader.thumbnailIfdOffset != 0 && !file.write(*reader.codec, picture, hostThumbnail))
     return {};
   setPictureSize(primary, picture);
   const RowContext context = contextOf(picture);
-  // The record's samples: intended, the byte counts agree with the entry beside them.
+  // The record's number of samples. Intended: the byte counts match the entry written with them.
   const unsigned samples = primary.samplesPerPixel;
   const RowContext ofPicture = ofStrip(context, samples, primary.imageWidth, primary.imageLength);
   const RowContext ofThumbnail = ofStrip(context, samples, file.width(), file.height());

@@ -1,5 +1,5 @@
-// The front part of a saved Exif TIFF file: the TIFF header, all directories and the thumbnail,
-// assembled in one block. Block offsets are file offsets; the picture's strip follows the block.
+// Builds the front part of a saved Exif TIFF file in a block: the TIFF header, all directories and
+// the thumbnail. Block offsets are file offsets; the picture's strip follows the block.
 #pragma once
 
 #include <praster.h>
@@ -19,17 +19,16 @@ struct FrontPart {
   explicit operator bool() const { return static_cast<bool>(block); }
 };
 
-// Both put the picture's size into `primary`, whose flags stay as they are, and take the host's
-// thumbnail when it is given and not empty, else make one.
+// Both set the picture's size in `primary`, but not its flags, and embed the host's thumbnail if it
+// is given and not empty, or else make one. On failure they return no block.
 
 // From the records of the picture's source: with the interoperability and GPS directories where the
-// source had them, and with IFD1 unless the reader saw that the source had none. None when the
-// front part cannot be built.
+// source had them, and with IFD1 unless the reader found that the source had none.
 FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& picture,
                                     PRaster* hostThumbnail, ExifMetadata& metadata);
 
-// With default fields, what is set in `exif`, and the codec's fields and Software in `primary`. The
-// reader's byte order becomes that of the codec's thumbnail file.
+// With default fields, the fields set in `exif`, and the codec's fields and Software from
+// `primary`. Sets the reader's byte order to that of the codec's thumbnail file.
 FrontPart buildNewTiffBlock(ExifReader& reader, const PRaster& picture, PRaster* hostThumbnail,
                             const ExifIfdRecord& exif, ImageIfdRecord& primary);
 

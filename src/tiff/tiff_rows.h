@@ -1,5 +1,5 @@
-// What the directories of a written TIFF file hold, in their order: those of a written JPEG segment
-// with the fields that describe the strips.
+// The contents of the directories of a written TIFF file, in order: those of a JPEG segment and the
+// fields that describe the strips.
 #pragma once
 
 #include <algorithm>
@@ -21,21 +21,21 @@ constexpr size_t indexOf(const std::array<OutputRow, n>& rows, uint16_t tag) {
   throw "the list has no row of that tag";
 }
 
-// The list with rows of its own for some tags.
+// The list with some rows replaced, by tag.
 template <size_t n>
 constexpr auto replacing(std::array<OutputRow, n> rows, std::initializer_list<OutputRow> own) {
   for (const OutputRow& row : own) rows[indexOf(rows, row.tag)] = row;
   return rows;
 }
 
-// The list with one more row behind that of `tag`.
+// The list with a row inserted after that of `tag`.
 template <size_t n>
 constexpr auto inserting(const std::array<OutputRow, n>& rows, uint16_t tag, OutputRow row) {
   std::array<OutputRow, n + 1> longer = {};
-  const auto behind = rows.begin() + indexOf(rows, tag) + 1;
-  auto at = std::copy(rows.begin(), behind, longer.begin());
+  const auto next = rows.begin() + indexOf(rows, tag) + 1;
+  auto at = std::copy(rows.begin(), next, longer.begin());
   *at = row;
-  std::copy(behind, rows.end(), at + 1);
+  std::copy(next, rows.end(), at + 1);
   return longer;
 }
 
@@ -49,7 +49,7 @@ inline constexpr auto stripRows = row_lists::joined(
     Image::supplied(tag::stripByteCounts, TiffType::long_, Supplied::stripBytes),
     Image::supplied(tag::rowsPerStrip, TiffType::short_, Supplied::rowsPerStrip));
 
-// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever they were there.
+// IFD0 of a picture that keeps its source's metadata. The pixels are RGB whatever the source's were.
 inline constexpr auto tiffPrimaryRows = row_lists::joined(
     Image::copies(tag::make, tag::samplesPerPixel, tag::planarConfiguration),
     Image::fixedNumber(tag::photometricInterpretation, 2),
@@ -62,7 +62,7 @@ inline constexpr auto tiffPrimaryRows = row_lists::joined(
     pointerRows);
 
 inline constexpr auto tiffExifRows = row_lists::replacing(exifRows, {
-    // Intended: TIFF files of this library have always carried such a note as its empty text.
+    // Intended: TIFF files of this library have always had the two zero bytes for such a note.
     Exif::noteOrZeros(tag::makerNote),
 });
 

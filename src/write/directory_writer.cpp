@@ -18,6 +18,10 @@ void storeShort(uint8_t* to, uint32_t value) {
   to[1] = static_cast<uint8_t>(value >> 8);
 }
 
+uint32_t loadShort(const uint8_t* from) {
+  return from[0] | uint32_t{from[1]} << 8;
+}
+
 void storeLong(uint8_t* to, uint32_t value) {
   storeShort(to, value);
   storeShort(to + 2, value >> 16);
@@ -83,13 +87,13 @@ uint32_t DirectoryWriter::writeDirectory(OutputRows rows, const void* record,
 void DirectoryWriter::setValue(uint32_t directory, uint16_t tag, uint32_t value) {
   if (hasFailed_) return;
   uint8_t* entry = block_ + directory + 2;
-  for (uint32_t left = block_[directory]; left > 0; --left, entry += entrySize)
-    if ((entry[0] | entry[1] << 8) == tag) storeLong(entry + valueField, value);
+  for (uint32_t left = loadShort(block_ + directory); left > 0; --left, entry += entrySize)
+    if (loadShort(entry) == tag) storeLong(entry + valueField, value);
 }
 
 void DirectoryWriter::setNextDirectory(uint32_t directory, uint32_t next) {
   if (!hasFailed_)
-    storeLong(block_ + directory + 2 + entrySize * block_[directory], tiffOffset(next));
+    storeLong(block_ + directory + 2 + entrySize * loadShort(block_ + directory), tiffOffset(next));
 }
 
 void DirectoryWriter::writeRow(const OutputRow& row, const void* record,
@@ -97,7 +101,7 @@ void DirectoryWriter::writeRow(const OutputRow& row, const void* record,
   switch (row.value) {
     case RowValue::record: return writeRecordValue(row, record);
     case RowValue::reference:
-      // One byte of altitude reference, two characters of any other.
+      // The altitude reference is one byte, all others two characters.
       return putBytesInEntry(row, 2, RecordField(record, *row.source).bytes(), row.source->limit);
     case RowValue::resolution: return writeResolution(row, record, context);
     case RowValue::now: return putText(row, context.now);
@@ -122,7 +126,7 @@ void DirectoryWriter::writeResolution(const OutputRow& row, const void* record,
   putRationals(row, value, 1);
 }
 
-// The written form follows from the way the value is read, so that the readers find it again.
+// The form depends on how the value is read, so that the readers find it again.
 void DirectoryWriter::writeRecordValue(const OutputRow& row, const void* record) {
   const TagRow& source = *row.source;
   const RecordField field(record, source);
@@ -143,7 +147,7 @@ void DirectoryWriter::writeRecordValue(const OutputRow& row, const void* record)
     case Fetch::userComment: return writeUserComment(row, exif);
     case Fetch::interoperability:
     case Fetch::isR98:
-    case Fetch::passedOver: return;  // no rows copy these
+    case Fetch::skipped: return;  // no rows copy these
   }
 }
 
@@ -167,8 +171,8 @@ void DirectoryWriter::writeUserComment(const OutputRow& row, const ExifIfdRecord
   }
 }
 
-// A circle's or rectangle's values beyond the point are not 0; a fourth without a third makes a
-// rectangle too.
+// The values after the point are not 0 for a circle or a rectangle. A fourth value without a third
+// is a rectangle too.
 void DirectoryWriter::writeSubjectArea(const OutputRow& row, const ExifIfdRecord& exif) {
   const uint16_t* area = exif.subjectArea;
   putShorts(row, area, area[3] != 0 ? 4 : area[2] != 0 ? 3 : 2);

@@ -1,5 +1,5 @@
-// A picture as the codec encodes it: a temporary file, which is gone with the object. The codec
-// never gets to write a destination itself.
+// A picture encoded by the codec into a temporary file, which is deleted with the object. The codec
+// never writes to a destination itself.
 #pragma once
 
 #include <praster.h>
@@ -11,11 +11,11 @@ namespace exifkeep {
 
 class EncodedPicture {
  public:
-  // In the format that the destination's extension names. One that the codec cannot write shows its
-  // message box.
+  // The destination's extension selects the format. If the codec cannot write that format, the
+  // bridge shows its message box.
   EncodedPicture(const ImageCodecBridge& codec, PRaster& picture, const char* destination);
 
-  // A path at which no file is when the picture could not be encoded.
+  // A path that cannot be opened if encoding failed.
   const char* path() const { return isEncoded_ ? file_.path().c_str() : ""; }
 
  private:

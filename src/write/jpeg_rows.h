@@ -1,5 +1,5 @@
-// What the directories of a written JPEG segment hold, in their order. The strip and photometric
-// fields are not carried over: intended, they describe pixels of another kind.
+// The contents of the directories of a written JPEG segment, in order. The strip and photometric
+// fields are not copied. Intended: they describe pixels stored in another way.
 #pragma once
 
 #include "write/metadata_rows.h"
@@ -11,8 +11,8 @@ inline constexpr auto primaryRows =
     row_lists::joined(Image::copy(tag::make), describingRows, resolutionRows, colourRows,
                       Image::now(tag::dateTime), yCbCrRows, pointerRows);
 
-// IFD1, from the record of the source's thumbnail: Compression, sizes and resolution go along as
-// they were, and describe that thumbnail.
+// IFD1, from the record of the source's thumbnail. Intended: Compression, sizes and resolution are
+// copied and describe that thumbnail, not the new one.
 inline constexpr auto thumbnailRows = row_lists::joined(
     Image::copy(tag::make), describingRows, resolutionRows, colourRows,
     Image::nowIfPresent(tag::dateTime), yCbCrRows, Image::pointer(tag::jpegInterchangeFormat),
@@ -52,7 +52,7 @@ inline constexpr auto newExifRows = row_lists::joined(
     Exif::copies(tag::relatedSoundFile, tag::subjectLocation, tag::fileSource),
     Exif::pointer(tag::interoperabilityIfdPointer));
 
-// IFD1 of a picture without a source; its resolution is the thumbnail's own.
+// IFD1 of a picture without a source, with the thumbnail's own resolution.
 inline constexpr OutputRow newThumbnailRows[] = {
     Image::fixedNumber(tag::compression, 6),
     Image::resolutionOfPicture(tag::xResolution),

@@ -13,17 +13,17 @@ namespace exifkeep {
 
 namespace {
 
-// Marker, length, identifier; then the TIFF header with IFD0 right behind it.
+// Marker, length and identifier, then the TIFF header, directly followed by IFD0.
 constexpr uint8_t segmentStart[] = {0xFF, 0xE1, 0,   0,  'E', 'x', 'i', 'f', 0,
                                     0,    'I',  'I', 42, 0,   8,   0,   0,   0};
 constexpr BlockHead segmentHead{segmentStart, 10};
 constexpr uint32_t lengthField = 2;
 
-// Puts the thumbnail file, without its APP0 segment, behind the directories.
+// Appends the thumbnail file, without its APP0 segment, to the directories.
 bool embedThumbnail(MetadataBlock& segment, const char* path) {
   constexpr size_t soiSize = 2;
   DiskFile file = DiskFile::openForReading(path);
-  // The file's whole size counts, its APP0 segment included.
+  // The limit applies to the size of the file with its APP0 segment.
   if (file.size() <= soiSize || file.size() > DirectoryWriter::blockSize) return false;
   const auto size = static_cast<uint32_t>(file.size());
   uint8_t* to = segment.thumbnailRoom(size);

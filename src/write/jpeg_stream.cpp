@@ -9,16 +9,16 @@ namespace exifkeep {
 
 namespace {
 
-constexpr uint64_t largestFile = UINT32_MAX;
+constexpr uint64_t maxFileSize = UINT32_MAX;
 constexpr size_t markerSize = 2;
 constexpr size_t segmentHead = 4;  // marker and length
 constexpr size_t quantTable = 65;
 constexpr size_t dcTable = 29;
 constexpr size_t acTable = 179;
-constexpr size_t frameHeader = 19;  // SOF0 of three components, marker included
+constexpr size_t frameHeader = 19;  // SOF0 with three components, including the marker
 constexpr size_t scanHeader = 14;   // SOS likewise
 
-// The codec's header segments: where each starts behind APP0, and its first bytes.
+// The codec's header segments: the position of each after APP0, and its first bytes.
 struct Segment {
   size_t at;
   uint8_t head[segmentHead];
@@ -34,7 +34,7 @@ constexpr uint8_t oneQuantSegment[] = {0xFF, 0xDB, 0, 2 + 3 * quantTable};
 constexpr size_t huffmanLength = 2 + 2 * (dcTable + acTable);
 constexpr uint8_t oneHuffmanSegment[] = {0xFF, 0xC4, huffmanLength >> 8, huffmanLength & 0xFF};
 
-// What compaction adds to a stream without APP0.
+// How much compaction adds to a stream without APP0.
 constexpr size_t growth = sizeof oneQuantSegment + 3 * quantTable + frameHeader +
                           sizeof oneHuffmanSegment + 2 * (dcTable + acTable) + scanHeader -
                           codecHeadersSize;
@@ -47,7 +47,7 @@ size_t app0SizeAt(Bytes bytes) {
 }
 
 JpegStream::JpegStream(DiskFile& file)
-    : block_(file.isOpen() && file.size() <= largestFile
+    : block_(file.isOpen() && file.size() <= maxFileSize
                  ? GlobalBlock(static_cast<size_t>(file.size()))
                  : GlobalBlock()),
       lock_(block_) {
@@ -85,7 +85,7 @@ bool JpegStream::compact() {
   take(segmentHead);
   const Bytes secondTable = take(quantTable);
   add(secondTable);
-  add(secondTable);  // three tables, the third a copy of the second: intended, readers ignore it
+  add(secondTable);  // a third table, which readers ignore: intended
   add(take(frameHeader));
   add(oneHuffmanSegment);
   for (size_t table : {dcTable, acTable, dcTable, acTable}) {
@@ -94,8 +94,8 @@ bool JpegStream::compact() {
   }
   add(take(scanHeader));
   add(rest);
-  // The file keeps its size when a long APP0 goes, and so its last bytes, behind the new EOI:
-  // intended, a decoder stops there.
+  // If the removed APP0 is long, the file keeps its size and thus its last bytes after the new EOI.
+  // Intended: a decoder stops at EOI.
   if (app0Size > growth) add(bytes_.last(app0Size - growth));
   return true;
 }

@@ -1,6 +1,6 @@
-// A JPEG file as the codec wrote it, in memory: its compaction (each kind of table in one segment,
-// no APP0) and the splicing of an Exif segment behind SOI, both without copying the entropy-coded
-// data. ITU-T T.81, annex B, gives the segments.
+// A JPEG file written by the codec, in memory. Compacts it (one segment for each kind of table, no
+// APP0) and inserts an Exif segment after SOI, both without copying the entropy-coded data. For the
+// segments see ITU-T T.81, annex B.
 #pragma once
 
 #include <cstddef>
@@ -15,26 +15,26 @@ namespace exifkeep {
 
 using Bytes = std::span<const uint8_t>;
 
-// Bytes that an APP0 segment at the start of `bytes` claims, its marker included; 0 when there is
+// The size that an APP0 segment at the start of `bytes` claims, including the marker; 0 if there is
 // none.
 size_t app0SizeAt(Bytes bytes);
 
 class JpegStream {
  public:
-  // Loads the whole file; empty when memory or the file fails, or for 4 GiB and more.
+  // Loads the whole file. Empty if that fails or the file is 4 GiB or larger.
   explicit JpegStream(DiskFile& file);
 
   bool isLoaded() const { return !pieces_.empty(); }
 
-  // Rearranges a stream of exactly the codec's layout: SOI, an optional APP0, two DQT, SOF0 with
-  // three components, four DHT, SOS. False, and nothing changed, for any other stream.
+  // Rearranges a stream that has exactly the codec's layout: SOI, an optional APP0, two DQT, SOF0
+  // with three components, four DHT, SOS. Leaves any other stream unchanged and returns false.
   bool compact();
 
-  // Puts a segment behind SOI, in place of an APP0 segment that may still be there. REQUIRES: the
+  // Inserts a segment after SOI, replacing the APP0 segment if there still is one. REQUIRES: the
   // stream is loaded; the segment outlives it.
   void insert(Bytes segment);
 
-  // What the stream consists of now. They point into this object.
+  // The parts of the stream, which point into this object.
   std::span<const Piece> pieces() const { return pieces_; }
 
  private:
@@ -46,8 +46,8 @@ class JpegStream {
   std::vector<Piece> pieces_;  // SOI first
 };
 
-// Compacts the JPEG file at `path` in place; a file of another layout, or one that cannot be read,
-// stays as it is. False when writing failed: the file, damaged then, is deleted.
+// Compacts the JPEG file at `path` in place. Leaves it unchanged if it has another layout or cannot
+// be read. If writing fails, deletes the damaged file and returns false.
 bool compactJpegStream(const char* path);
 
 }  // namespace exifkeep

@@ -7,6 +7,32 @@
 
 namespace exifkeep {
 
+namespace {
+
+// The records to try until the directories fit the block: unchanged, then without the maker note
+// (or the user comment, if the note is small), then without both.
+class ShrinkingRecord {
+ public:
+  explicit ShrinkingRecord(const ExifIfdRecord& exif) : exif_(exif) {}
+  const ExifIfdRecord& record() const { return exif_; }
+  // Leaves out one more of the two; false if neither is left.
+  bool shrink() {
+    const bool isNoteSmall = exif_.makerNoteLength <= smallNote;
+    uint32_t& first = isNoteSmall ? exif_.hasUserComment : exif_.hasMakerNote;
+    uint32_t& last = isNoteSmall ? exif_.hasMakerNote : exif_.hasUserComment;
+    return std::exchange(first, 0u) || std::exchange(last, 0u);
+  }
+
+ private:
+  // A small note is kept as long as there is a comment to leave out. A large one goes first, as it
+  // would often leave no room for the thumbnail.
+  static constexpr uint32_t smallNote = 4096;
+
+  ExifIfdRecord exif_;
+};
+
+}  // namespace
+
 bool MetadataBlock::write(const BlockHead& head, const BlockContents& contents) {
   if (!bytes()) return false;
   ShrinkingRecord exif(contents.exif);

@@ -1,6 +1,6 @@
-// The one machine behind every written file's metadata: the directories in their order, chained and
-// pointed to, in a block of 65536 bytes. A JPEG segment and the front part of a TIFF file differ in
-// the bytes before IFD0, in their row lists and in how the thumbnail follows.
+// Builds the metadata of every written file in a block of 65536 bytes: all directories in order,
+// with their links and pointers. A JPEG segment and the front part of a TIFF file differ only in
+// the bytes before IFD0, in their row lists and in how the thumbnail is appended.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,13 @@
 
 namespace exifkeep {
 
-// What a block begins with, and where in it the TIFF header is. IFD0 follows.
+// The first bytes of a block, followed by IFD0, and the position of the TIFF header in them.
 struct BlockHead {
   std::span<const uint8_t> bytes;
   uint32_t tiffHeader;
 };
 
-// What the directories of a block are to hold: by which rows and from which record.
+// The contents of a block's directories: the rows of each and the record that they refer to.
 struct BlockContents {
   OutputRows primaryRows;
   const ImageIfdRecord& primary;
@@ -28,34 +28,34 @@ struct BlockContents {
   bool hasInteroperability;
   const GpsIfdRecord* gps;          // null: no GPS directory
   OutputRows thumbnailRows;         // empty: no IFD1
-  const ImageIfdRecord* thumbnail;  // null where the rows need none
-  const RowContext& context;        // of all directories but IFD1
-  const RowContext& ofThumbnail;    // of IFD1
+  const ImageIfdRecord* thumbnail;  // null if the rows need none
+  const RowContext& context;        // for all directories except IFD1
+  const RowContext& ofThumbnail;    // for IFD1
 };
 
 class MetadataBlock {
  public:
   MetadataBlock() : block_(DirectoryWriter::blockSize), lock_(block_) {}
 
-  // Writes the head and all directories; where they do not fit, without the maker note and then
-  // without the user comment. IFD1's thumbnail has to follow. False when there is no memory or even
-  // that does not fit.
+  // Writes the head and all directories, leaving out the maker note and the user comment as far as
+  // necessary. The thumbnail of IFD1 must be added next. False if memory runs out or even that does
+  // not fit.
   bool write(const BlockHead& head, const BlockContents& contents);
 
   uint8_t* bytes() const { return lock_.bytes(); }
   // Bytes in use.
   uint32_t length() const { return writer_.length(); }
 
-  // Where `length` bytes of thumbnail are to be put; null when they do not fit.
+  // Where the caller is to store a thumbnail of `length` bytes; null if it does not fit.
   uint8_t* thumbnailRoom(uint32_t length) { return writer_.room(length); }
-  // They are there: IFD1's entry of this tag holds their position.
+  // Ends the thumbnail: the entry `positionTag` of IFD1 gets its position.
   void endThumbnail(uint16_t positionTag, uint32_t length);
 
-  // Fills in a number of IFD0, of IFD1.
+  // Fill in a number in IFD0 or IFD1.
   void setPrimary(uint16_t tag, uint32_t value) { writer_.setValue(primary_, tag, value); }
   void setThumbnail(uint16_t tag, uint32_t value) { writer_.setValue(thumbnail_, tag, value); }
 
-  // Hands the block over; this object is done with.
+  // Releases the block; this object must not be used any more.
   GlobalBlock release();
 
  private:

@@ -1,8 +1,8 @@
-// What written directories of both containers, JPEG segment and TIFF file, have in common: whole
-// directories and groups of rows. The order is fixed and not ascending by tag: intended, the files
-// of this library have always looked so and readers do not mind. Intended as well: values that
-// would fit in their entry go out of line, GPS references are UNDEFINED, and Artist,
-// ComponentsConfiguration, GPSDestLatitudeRef and GPSDestLongitude are not carried over.
+// Directories and groups of rows that JPEG segments and TIFF files have in common. The order is
+// fixed and not ascending by tag. Intended: files of this library have always had it, and readers
+// accept it. It is also intended that values which would fit in their entry are out of line, that
+// GPS references are UNDEFINED, and that Artist, ComponentsConfiguration, GPSDestLatitudeRef and
+// GPSDestLongitude are not copied.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +20,7 @@ inline constexpr size_t rowCount = 1;
 template <size_t n>
 inline constexpr size_t rowCount<std::array<OutputRow, n>> = n;
 
-// The rows and lists of rows one after the other.
+// Concatenates rows and lists of rows.
 template <class... Part>
 consteval auto joined(const Part&... parts) {
   std::array<OutputRow, (rowCount<Part> + ...)> all = {};
@@ -110,7 +110,7 @@ inline constexpr OutputRow interoperabilityRows[] = {
     Interoperability::fixedBytes(tag::interoperabilityVersion, "0100"),
 };
 
-// What the library says of itself in a picture that had no metadata.
+// What the library writes into a picture that had no metadata.
 namespace defaults {
 inline constexpr const char* make = "Orvalle";
 inline constexpr const char* model = "Tesslar";

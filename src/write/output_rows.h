@@ -1,6 +1,6 @@
-// Row lists: what a written directory holds, in its order, as data. A row takes type, count and
-// value from the tag's own row in the directory tables unless its kind says otherwise; a tag that
-// its table does not have does not compile.
+// Row lists define the contents of written directories, in order. A row takes type, count and value
+// from the tag's row in the tag tables unless its kind says otherwise. A tag that the table does
+// not have is a compile-time error.
 #pragma once
 
 #include <array>
@@ -13,19 +13,19 @@ namespace exifkeep {
 // Where a row's value comes from.
 enum class RowValue : uint8_t {
   record,       // the record's field
-  reference,    // likewise, as UNDEFINED of count 2
-  resolution,   // the record's when the row has a source and it is present, else the picture's
+  reference,    // the record's field, as UNDEFINED with a count of 2
+  resolution,   // the record's if the row has a source that is present, else the picture's
   now,          // the time of saving
-  textOrNow,    // the record's when present, else the time of saving
+  textOrNow,    // the record's if present, else the time of saving
   fixedText,    // the row's text
   fixedNumber,  // the row's number
   fixedBytes,   // the four bytes of the row's text
-  supplied,     // a number that the directory's writer supplies; as LONG when SHORT cannot hold it
-  noteOrZeros,  // the maker note, or two zero bytes for one that begins with a zero byte
-  pointer,      // a position that is filled in later; 0 until then
+  supplied,     // a number from the RowContext; a LONG if it does not fit into a SHORT
+  noteOrZeros,  // the maker note, or two zero bytes if it begins with a zero byte
+  pointer,      // a position that is filled in later, 0 until then
 };
 
-// The numbers that writers supply.
+// The numbers in a RowContext.
 enum class Supplied : uint8_t {
   pictureWidth,
   pictureHeight,
@@ -38,24 +38,24 @@ struct OutputRow {
   uint16_t tag;
   TiffType type;
   RowValue value;
-  uint16_t flag = noField;         // written when this flag is set; noField: always
-  const TagRow* source = nullptr;  // the record's field, for values that come from it
+  uint16_t flag = noField;         // the row is written if this flag is set; noField: always
+  const TagRow* source = nullptr;  // the record's field, if the value comes from it
   const char* text = nullptr;
   uint32_t number = 0;  // fixedNumber's value; supplied's index
 };
 
-// The kinds of rows. All are named after what they write.
+// The kinds of rows, named after the value they write.
 template <const auto& table>
 struct RowsOf {
   static constexpr const TagRow& known(uint16_t tag) { return knownTag(table, tag); }
 
-  // When present, as its table says.
+  // The field if present, with the type of its table.
   static consteval OutputRow copy(uint16_t tag) { return as(known(tag).type, tag); }
   template <class... Tag>
   static consteval auto copies(Tag... tags) {
     return std::array<OutputRow, sizeof...(tags)>{copy(tags)...};
   }
-  // When present, as another type than its table's.
+  // The field if present, with another type.
   static constexpr OutputRow as(TiffType type, uint16_t tag) {
     const TagRow& row = known(tag);
     return {tag, type, RowValue::record, row.flag, &row};
@@ -89,7 +89,7 @@ struct RowsOf {
   static consteval OutputRow fixedNumber(uint16_t tag, uint32_t number) {
     return {tag, known(tag).type, RowValue::fixedNumber, noField, nullptr, nullptr, number};
   }
-  // When present, but with this number whatever the record holds.
+  // This number if the field is present, whatever its value.
   static consteval OutputRow fixedNumberIfPresent(uint16_t tag, uint32_t number) {
     return {tag, known(tag).type, RowValue::fixedNumber, known(tag).flag, nullptr, nullptr, number};
   }

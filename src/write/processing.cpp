@@ -9,7 +9,7 @@ namespace {
 
 enum ProcessCode { turned = 2, resized = 3, firstFiltered = 4, lastFiltered = 6 };
 
-// The new pixels lie as they are meant to be seen.
+// Processed pixels are stored upright.
 void describeResult(ImageIfdRecord& primary) {
   constexpr char software[] = "Vexapict";
   if (primary.hasOrientation) primary.orientation = 1;
@@ -19,7 +19,7 @@ void describeResult(ImageIfdRecord& primary) {
   primary.hasSoftware = 1;
 }
 
-// Only the low 16 bits: intended, the fields have held SHORT values to hosts.
+// Only the low 16 bits. Intended: to hosts these fields have always been SHORTs.
 void updateDimensions(const PRaster& picture, ExifIfdRecord& exif) {
   if (exif.hasPixelXDimension)
     exif.pixelXDimension = static_cast<uint16_t>(picture.GetImageWidth());
@@ -31,21 +31,20 @@ void turnSubject(ExifIfdRecord& exif) {
   if (exif.hasSubjectLocation) std::swap(exif.subjectLocation[0], exif.subjectLocation[1]);
   if (!exif.hasSubjectArea) return;
   std::swap(exif.subjectArea[0], exif.subjectArea[1]);
-  // A rectangle has a height; the diameter of a circle stays.
+  // Only a rectangle has a height; a circle's diameter does not change.
   if (exif.subjectArea[3] != 0) std::swap(exif.subjectArea[2], exif.subjectArea[3]);
 }
 
 }  // namespace
 
-void applyProcessing(int processCode, const PRaster* picture, ExifIfdRecord* exif,
-                     ImageIfdRecord* primary) {
+void applyProcessing(int processCode, const PRaster& picture, ExifMetadata& metadata) {
   if (processCode < turned || processCode > lastFiltered) return;
-  if (primary) describeResult(*primary);
-  if (!exif) return;
-  if (picture && processCode <= resized) updateDimensions(*picture, *exif);
-  if (processCode == turned) turnSubject(*exif);
-  if (processCode >= firstFiltered && exif->hasCustomRendered && exif->customRendered == 0)
-    exif->customRendered = 1;
+  ExifIfdRecord& exif = metadata.exif;
+  describeResult(metadata.primary);
+  if (processCode <= resized) updateDimensions(picture, exif);
+  if (processCode == turned) turnSubject(exif);
+  if (processCode >= firstFiltered && exif.hasCustomRendered && exif.customRendered == 0)
+    exif.customRendered = 1;
 }
 
 }  // namespace exifkeep

@@ -1,4 +1,4 @@
-// What a named kind of processing does to the metadata that is saved with its result.
+// Adjusts the metadata of a picture to how it was processed.
 #pragma once
 
 #include <praster.h>
@@ -7,9 +7,7 @@
 
 namespace exifkeep {
 
-// Adjusts the records for process codes 2 to 6 and leaves them alone for any other. `picture` may
-// be null: the pixel dimensions then stay. Either record may be null, too.
-void applyProcessing(int processCode, const PRaster* picture, ExifIfdRecord* exif,
-                     ImageIfdRecord* primary);
+// Adjusts the records for process codes 2 to 6 and leaves them alone for any other.
+void applyProcessing(int processCode, const PRaster& picture, ExifMetadata& metadata);
 
 }  // namespace exifkeep

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <utility>
 
 namespace exifkeep {
 
@@ -24,13 +23,6 @@ RowContext contextOf(const PRaster& picture) {
   context[Supplied::pictureWidth] = picture.GetImageWidth();
   context[Supplied::pictureHeight] = picture.GetImageHeight();
   return context;
-}
-
-bool ShrinkingRecord::shrink() {
-  const bool isNoteSmall = exif_.makerNoteLength <= smallNote;
-  uint32_t& first = isNoteSmall ? exif_.hasUserComment : exif_.hasMakerNote;
-  uint32_t& last = isNoteSmall ? exif_.hasMakerNote : exif_.hasUserComment;
-  return std::exchange(first, 0u) || std::exchange(last, 0u);
 }
 
 }  // namespace exifkeep

@@ -1,33 +1,28 @@
-// What every writer takes from the picture and the clock.
+// What a written directory takes from the picture and the clock instead of a record.
 #pragma once
 
 #include <praster.h>
 
-#include "write/directory_writer.h"
+#include <array>
+#include <cstdint>
+
+#include "write/output_rows.h"
 
 namespace exifkeep {
+
+struct RowContext {
+  char now[20] = {};  // YYYY:MM:DD HH:MM:SS
+  Rational xResolution = {0, 1};
+  Rational yResolution = {0, 1};
+  std::array<uint32_t, static_cast<size_t>(Supplied::count)> supplied = {};
+
+  uint32_t& operator[](Supplied what) { return supplied[static_cast<size_t>(what)]; }
+};
 
 // Dots per inch of a resolution in dots per metre, rounded to nearest.
 Rational resolutionDefault(uint32_t dotsPerMetre);
 
-// The local time now, the picture's resolution and its size.
+// The current local time and the picture's resolution and size.
 RowContext contextOf(const PRaster& picture);
-
-// The records to try, in turn, until the directories fit their block: as they are, without the
-// maker note (the user comment, when the note is small), without both.
-class ShrinkingRecord {
- public:
-  explicit ShrinkingRecord(const ExifIfdRecord& exif) : exif_(exif) {}
-  const ExifIfdRecord& record() const { return exif_; }
-  // Leaves one more of the two out; false when neither is left.
-  bool shrink();
-
- private:
-  // A small note stays while there is a comment to leave out. A large one goes first: beside it,
-  // there would often be no room for the thumbnail.
-  static constexpr uint32_t smallNote = 4096;
-
-  ExifIfdRecord exif_;
-};
 
 }  // namespace exifkeep

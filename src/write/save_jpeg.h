@@ -1,6 +1,7 @@
-// Saving a picture through the codec, plain or with an Exif segment behind SOI. Each puts the whole
-// file together in the temporary folder and in memory before it touches the destination. False when
-// the picture is missing or empty or anything fails: the destination is then what it was.
+// Saves a picture without metadata or as a JPEG file with an Exif segment after SOI. The complete
+// file is built in memory and in the temporary folder before the destination is touched. All
+// functions return false, with the destination unchanged, if the picture is missing or empty or
+// anything fails.
 #pragma once
 
 #include <praster.h>
@@ -14,7 +15,7 @@ namespace exifkeep {
 bool saveJpegWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, const ExifMetadata& metadata);
 
-// As a JPEG file with a segment of default fields, what is set in `exif`, and the Software of
+// As a JPEG file with a segment of default fields, the fields set in `exif`, and Software from
 // `primary`.
 bool saveJpegWithNewExif(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, const ExifIfdRecord& exif,

@@ -10,16 +10,12 @@ namespace exifkeep {
 
 namespace {
 
-bool create(PRaster& image, int type, unsigned width, unsigned height) {
-  return image.CreateImage(type, width, height, 0, 0, 0, 0, 15, 0, 0) != 0;
-}
-
 BYTE brightness(const RGBQUAD& colour) {
   return std::max({colour.rgbRed, colour.rgbGreen, colour.rgbBlue});
 }
 
-// The entry of the target's palette, which is the source's, that shows black. Where none does, one
-// that no pixel of the source uses becomes black; where all are used, the darkest has to do.
+// Returns the black entry of the target's palette, which is a copy of the source's. If there is
+// none, makes an entry black that no pixel of the source uses; if all are used, takes the darkest.
 size_t blackEntry(const PRaster& source, PRaster& target) {
   const size_t entries = size_t{1} << target.bitsPerPixel();
   RGBQUAD* palette = target.palette();
@@ -37,22 +33,20 @@ size_t blackEntry(const PRaster& source, PRaster& target) {
 
 }  // namespace
 
-bool makeThumbnail(const PRaster* source, PRaster* thumbnail, uint64_t fillColour) {
-  if (isMissing(source) || !thumbnail) return false;
-  if (!thumbnail->IsEmpty()) thumbnail->DeleteImage(1);
-  return create(*thumbnail, source->GetImageType(), thumbnailWidth, thumbnailHeight) &&
-         fitIntoThumbnail(*source, *thumbnail, fillColour);
+bool makeThumbnail(const PRaster& source, PRaster& thumbnail) {
+  return thumbnail.CreateImage(source.GetImageType(), thumbnailWidth, thumbnailHeight) &&
+         fitIntoThumbnail(source, thumbnail);
 }
 
-bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail, uint64_t fillColour) {
+bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail) {
   const unsigned sourceWidth = source.GetImageWidth(), sourceHeight = source.GetImageHeight();
   const unsigned width = thumbnail.GetImageWidth(), height = thumbnail.GetImageHeight();
-  // Ratios in single precision, as the thumbnails of earlier saves were sized.
+  // Single precision, so that thumbnails keep the sizes they have always had.
   const auto ratioX = static_cast<float>(static_cast<double>(sourceWidth) / width);
   const auto ratioY = static_cast<float>(static_cast<double>(sourceHeight) / height);
-  if (ratioX == ratioY) return thumbnail.RescaleImage(source, nullptr, 0, 100);
+  if (ratioX == ratioY) return thumbnail.RescaleImage(source);
   if (sourceWidth <= width && sourceHeight <= height) {
-    centerImage(source, thumbnail, fillColour);
+    centerImage(source, thumbnail);
     return true;
   }
   const double ratio = std::max(ratioX, ratioY);
@@ -60,26 +54,27 @@ bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail, uint64_t fillCo
     return std::max(1u, static_cast<unsigned>(static_cast<double>(size) / ratio));
   };
   PRasterBlock scratch;
-  if (!create(scratch, source.GetImageType(), scaled(sourceWidth), scaled(sourceHeight)) ||
-      !scratch.RescaleImage(source, nullptr, 0, 100))
+  if (!scratch.CreateImage(source.GetImageType(), scaled(sourceWidth), scaled(sourceHeight)) ||
+      !scratch.RescaleImage(source))
     return false;
-  centerImage(scratch, thumbnail, fillColour);
+  centerImage(scratch, thumbnail);
   return true;
 }
 
-void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour) {
-  target.Clear(fillColour);
-  // Levels mean colours only together with their palette.
-  if (source.palette() && target.palette() && source.GetImageType() == target.GetImageType()) {
+void centerImage(const PRaster& source, PRaster& target) {
+  // Levels are colours only through their palette.
+  if (source.palette()) {
     std::copy_n(source.palette(), size_t{1} << source.bitsPerPixel(), target.palette());
-    if (fillColour == 0) target.Clear(blackEntry(source, target));
+    target.Clear(blackEntry(source, target));
+  } else {
+    target.Clear(0);
   }
   const unsigned left = (target.GetImageWidth() - source.GetImageWidth()) / 2;
   const unsigned top = (target.GetImageHeight() - source.GetImageHeight()) / 2;
   for (unsigned y = 0; y < source.GetImageHeight(); ++y)
     for (unsigned x = 0; x < source.GetImageWidth(); ++x)
       target.SetPixel(static_cast<int>(left + x), static_cast<int>(top + y),
-                      source.GetPixel(static_cast<int>(x), static_cast<int>(y), nullptr));
+                      source.GetPixel(static_cast<int>(x), static_cast<int>(y)));
 }
 
 bool ThumbnailFile::write(const ImageCodecBridge& codec, const PRaster& picture,
@@ -90,7 +85,7 @@ bool ThumbnailFile::write(const ImageCodecBridge& codec, const PRaster& picture,
     return true;
   }
   PRasterBlock made;
-  if (!makeThumbnail(&picture, &made, 0)) return false;
+  if (!makeThumbnail(picture, made)) return false;
   isWritten_ = save(codec, made);
   return isWritten_ || GetLastError() == ERROR_SUCCESS;
 }

@@ -1,5 +1,5 @@
-// The thumbnail of a saved picture: the host's own, or the picture scaled into 160 x 120 pixels
-// with its proportions kept, centred on a uniform background.
+// The thumbnail of a saved picture: the host's own, or the picture scaled to fit 160 x 120 pixels
+// and centred on black.
 #pragma once
 
 #include <praster.h>
@@ -15,31 +15,31 @@ namespace exifkeep {
 inline constexpr unsigned thumbnailWidth = 160;
 inline constexpr unsigned thumbnailHeight = 120;
 
-// Makes `thumbnail` a 160 x 120 image of the source's type that shows the source. False when one of
-// them is missing, the source is empty, or memory runs out.
-bool makeThumbnail(const PRaster* source, PRaster* thumbnail, uint64_t fillColour);
+// Makes `thumbnail` a 160 x 120 image of the source's type that shows the source. False when the
+// source is empty or memory runs out.
+bool makeThumbnail(const PRaster& source, PRaster& thumbnail);
 
-// Fills the thumbnail from the source: scaled to fill it when the proportions agree (also when the
-// source is smaller), else unscaled when it fits, else scaled down to fit; centred.
-bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail, uint64_t fillColour);
+// Fills the thumbnail from the source: scaled to fill it when the proportions agree (even if the
+// source is smaller), else unscaled when it fits, else scaled down to fit. The source is centred.
+bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail);
 
-// Clears the target and copies the source into its middle. A fill colour of 0 is black in palette
-// images too.
-void centerImage(const PRaster& source, PRaster& target, uint64_t fillColour);
+// Copies the source into the middle of the target and makes the rest black. REQUIRES: images of
+// the same type, the source no larger than the target.
+void centerImage(const PRaster& source, PRaster& target);
 
-// The thumbnail as the codec writes it to a temporary file, which is gone with the object.
+// A thumbnail encoded by the codec into a temporary file, which is deleted with the object.
 class ThumbnailFile {
  public:
-  // The name's extension selects the format.
+  // The extension of `name` selects the format.
   explicit ThumbnailFile(const char* name) : name_(name) {}
 
-  // Saves the host's thumbnail, when there is one and it is not empty, at its own size; else one
-  // made of the picture. False when memory or room for the file ran out: the metadata has to fail
-  // then, or a picture would lose its thumbnail for want of something that passes.
+  // Saves the host's thumbnail at its own size if it is given and not empty, or else one made from
+  // the picture. False if memory or disk space runs out. The save must fail then: a picture should
+  // not lose its thumbnail because of a temporary condition.
   bool write(const ImageCodecBridge& codec, const PRaster& picture, PRaster* hostThumbnail);
 
-  // Whether the picture gets a thumbnail directory. A host's thumbnail counts as written whatever
-  // its save reported: intended, the missing file then fails the whole metadata.
+  // Whether the picture gets a thumbnail directory. A host's thumbnail counts as written even if
+  // saving it failed. Intended: the missing file then makes the whole save fail.
   bool isWritten() const { return isWritten_; }
   // REQUIRES: write was called.
   const char* path() const { return file_->path().c_str(); }

@@ -158,7 +158,7 @@ std::string afterProcessing(int code, uint32_t present, uint16_t fourthOfArea, u
   for (uint16_t i = 0; i < 3; ++i) exif.subjectArea[i] = i + 1;
   exif.subjectArea[3] = fourthOfArea;
   const PRaster wide = picture(65538, 3);
-  applyProcessing(code, &wide, &exif, &primary);
+  applyProcessing(code, wide, metadata);
   std::ostringstream text;
   text << primary.software << primary.hasSoftware << ' ' << primary.orientation
        << primary.yCbCrPositioning << ' ' << exif.pixelXDimension << exif.pixelYDimension << ' '

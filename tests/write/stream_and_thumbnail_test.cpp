@@ -110,7 +110,7 @@ TEST_F(ThumbnailTest, ShowsThePictureInTheMiddle) {
       PRaster source = picture(width, height, bits), thumbnail = picture(3, 3);
       for (unsigned i = 0; bits == 8 && i < 256; ++i)
         source.palette()[i] = {BYTE(i * 7), BYTE(255 - i), 9, 0};
-      ASSERT_TRUE(makeThumbnail(&source, &thumbnail, 0));
+      ASSERT_TRUE(makeThumbnail(source, thumbnail));
       EXPECT_EQ(thumbnail.GetImageType(), source.GetImageType());
       ASSERT_EQ(placeOf(thumbnail), place);
       if (width == 1 || height == 1) continue;
@@ -124,12 +124,9 @@ TEST_F(ThumbnailTest, ShowsThePictureInTheMiddle) {
   PRaster empty, thumbnail, light = picture(320, 80, 8);
   std::fill_n(light.palette(), 256, RGBQUAD{255, 255, 200, 0});
   light.Clear(0);
-  ASSERT_TRUE(makeThumbnail(&light, &thumbnail, 0));
+  ASSERT_TRUE(makeThumbnail(light, thumbnail));
   EXPECT_EQ(placeOf(thumbnail), (Place{0, 40, 160, 40}));
-  const PRaster source = picture(4, 3);
-  EXPECT_FALSE(makeThumbnail(&empty, &thumbnail, 0));
-  EXPECT_FALSE(makeThumbnail(nullptr, &thumbnail, 0));
-  EXPECT_FALSE(makeThumbnail(&source, nullptr, 0));
+  EXPECT_FALSE(makeThumbnail(empty, thumbnail));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "tiff/true_records.h"
+#include "tiff/saved_pixels.h"
 
 #include <algorithm>
 
@@ -8,8 +8,8 @@ namespace exifkeep {
 
 namespace {
 
-// TIFF 6.0, section 6: three samples of 8 bits, not compressed, together in each pixel. Without
-// their flags the values mean nothing.
+// TIFF 6.0, section 6: three samples of 8 bits, not compressed, interleaved. Sets values only; they
+// are not used unless their flags are set.
 void describeRgb(ImageIfdRecord& record, unsigned width, unsigned height) {
   constexpr uint16_t bits = 8, uncompressed = 1, samples = 3, chunky = 1;
   std::ranges::fill(record.bitsPerSample, bits);
@@ -20,8 +20,8 @@ void describeRgb(ImageIfdRecord& record, unsigned width, unsigned height) {
   record.imageLength = height;
 }
 
-// TIFF 6.0, section 20: what is black and what is white in the samples of RGB pixels. Those of
-// YCbCr pixels differ.
+// TIFF 6.0, section 20: the sample values of black and white in RGB pixels. Those of YCbCr pixels
+// differ.
 void describeRange(ImageIfdRecord& record) {
   constexpr uint32_t rgb = 2;
   if (record.hasPhotometricInterpretation && record.photometricInterpretation == rgb) return;
@@ -30,7 +30,8 @@ void describeRange(ImageIfdRecord& record) {
 
 }  // namespace
 
-void describeTruly(ExifMetadata& metadata, const PRaster& picture, const PRaster* hostThumbnail) {
+void describeSavedPixels(ExifMetadata& metadata, const PRaster& picture,
+                         const PRaster* hostThumbnail) {
   ImageIfdRecord& primary = metadata.primary;
   describeRgb(primary, picture.GetImageWidth(), picture.GetImageHeight());
   describeRange(primary);
