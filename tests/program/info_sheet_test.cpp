@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <language.h>
 
+#include <nlohmann/json.hpp>
+
 #include "codec/picture_fixture.h"
 #include "program/exif_fixture.h"
 #include "program/shell.h"
@@ -48,16 +50,25 @@ TEST_F(InfoSheet, IsWholeEscapedAndInAllLanguages) {
                                     "\uFFFD\uFFFD\uFFFD</td>"),
                           HasSubstr("alt=\"plain.jpg\""), Not(HasSubstr("://"))));
   EXPECT_EQ(run("$E info --html --lang sv a*.jpg plain.jpg gone.jpg -o -").out, html);
+  const size_t data = html.find("json\">") + 6, row = html.find("<tr>");
+  const auto texts = nlohmann::json::parse(html.substr(data, html.find("</script", data) - data));
+  const int number = std::stoi(html.substr(html.find("data-text=\"", row) + 11));
   for (const LanguageVariant& variant : languageVariants()) {
-    const std::string tag(variant.tag), start = "<span lang=\"" + tag + "\">";
-    const std::string listed = run("$E info --lang " + tag + " a*.jpg").out;
-    EXPECT_THAT(html, HasSubstr(start + listed.substr(0, listed.find("  ")) + "</span>"));
+    const std::string tag(variant.tag), listed = run("$E info --lang " + tag + " a*.jpg").out;
+    EXPECT_EQ(texts[tag][number], listed.substr(0, listed.find("  ")));
     EXPECT_THAT(html, HasSubstr(std::string(variant.name) + "</option>"));
   }
+  EXPECT_EQ(texts["de"][0], "Bildeigenschaften");
+  EXPECT_THAT(html, HasSubstr("<title data-text=\"0\">Bildegenskaper</title>"));
+  // Browsers run and apply nothing whose hash the page does not give.
+  EXPECT_EQ(run("python3 -c 'import re, hashlib, base64; page = open(\"sheet.html\").read(); "
+                "print([base64.b64encode(hashlib.sha256(part.encode()).digest()).decode() in page "
+                "for part in re.findall(\"<(?:style|script)>(.*?)</\", page, re.S)])'")
+                .out,
+            "[True, True]\n");
 }
 
-// The page finds both by the library's English labels and words. In orientation 6 the stored top
-// is seen at the right.
+// In orientation 6 the stored top is seen at the right.
 TEST_F(InfoSheet, ShowsTheFactsAndTurnsThePicture) {
   const Picture picture{.image = {exifPointer(), text(0x110, "Camera 7"), shorts(0x112, {6})},
                         .exif = {bytes(0x9000, "0220"), rationals(0x829A, {1, 60}),
@@ -68,8 +79,9 @@ TEST_F(InfoSheet, ShowsTheFactsAndTurnsThePicture) {
   const std::string html = run("TMPDIR=/" + std::string(300, '/') + "tmp $E info --html a.jpg").out;
   EXPECT_EQ(read("preview.jpg"), "mine");
   const std::string facts = html.substr(0, html.find("<table>"));
-  for (const char* fact : {">Camera 7<", ">2002/05/14 10:20:30<", ">1/60 <small>seconds<", ">2.8<",
-                           ">400<", ">50.0 <small>mm<", "width=\"160\" height=\"320\""})
+  for (const char* fact :
+       {">Camera 7<", ">2002/05/14 10:20:30<", ">seconds</small>", ">1/60 <small", ">2.8<", ">400<",
+        ">50.0 <small lang=\"\">mm<", "width=\"160\" height=\"320\""})
     EXPECT_THAT(facts, HasSubstr(fact));
   write("sheet.html", html);
   run("sed -n 's/.*base64,\\([^\"]*\\)\".*/\\1/p' sheet.html | base64 -d >preview.jpg");
@@ -80,6 +92,13 @@ TEST_F(InfoSheet, ShowsTheFactsAndTurnsThePicture) {
     for (const int shift : {0, 8, 16})
       EXPECT_NEAR(preview->GetPixel(x, y) >> shift & 0xFF,
                   original.GetPixel(2 * y, 319 - 2 * x) >> shift & 0xFF, 12);
+}
+
+TEST_F(InfoSheet, SaysThatAPreviewIsDamaged) {
+  const std::string whole = read("plain.jpg"), damaged = "The picture is damaged";
+  EXPECT_THAT(run("$E info --html plain.jpg").out, Not(HasSubstr(damaged)));
+  write("cut.jpg", whole.substr(0, whole.size() / 2));
+  EXPECT_THAT(run("$E info --html cut.jpg").out, AllOf(HasSubstr("<img"), HasSubstr(damaged)));
 }
 
 TEST_F(InfoSheet, FailsWithoutATrace) {

@@ -13,6 +13,7 @@ namespace program {
 namespace {
 
 using Kind = SheetPicture::Kind;
+using namespace std::string_view_literals;
 
 // The page goes to standard output piece by piece, or to a file in the end.
 class SheetOutput {
@@ -39,14 +40,19 @@ class SheetOutput {
   std::string kept_;
 };
 
+// Without the blanks that fill fields of fixed size.
+std::string trimmed(std::string_view text) {
+  return std::string(text.substr(0, text.find_last_not_of(" \t\r\n") + 1));
+}
+
 // Adds the texts of the language selected now; a file that has changed meanwhile may lack some.
 void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, size_t language) {
   const size_t count = exifkeep::languageVariants().size();
   size_t at = 0;
   info.forEachItem([&](const exifkeep::InfoField& field) {
-    if (at == rows.size()) rows.push_back({LanguageTexts(count), LanguageTexts(count)});
+    if (at == rows.size()) rows.push_back({field.name, LanguageTexts(count), LanguageTexts(count)});
     rows[at].label[language] = static_cast<const char*>(field.label);
-    rows[at].value[language] = static_cast<const char*>(field.value);
+    rows[at].value[language] = trimmed(field.value);
     ++at;
   });
 }
@@ -55,17 +61,22 @@ SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
   SheetPicture picture;
   picture.path = path;
   size_t language = 0;
+  std::int64_t orientation = 1;
   for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
     selectLanguage(variant.tag);
     const PictureInfo info(path);
     refusal = info.refusal();
     if (!info.isExif()) break;
     addLanguage(info, picture.rows, language++);
+    info.forEachItem([&](const exifkeep::InfoField& field) {
+      if (field.name == "Orientation"sv && !field.numbers.empty())
+        orientation = field.numbers.front();
+    });
   }
   if (refusal.status == ExitStatus::notExif) picture.kind = Kind::notExif;
   if (refusal.status == ExitStatus::failed) picture.kind = Kind::notOpened;
   if (picture.kind != Kind::notOpened) {
-    picture.preview = makePreview(path, englishValue(picture, "Orientation of image"));
+    picture.preview = makePreview(path, orientation);
   }
   return picture;
 }
@@ -81,20 +92,20 @@ bool wouldOverwrite(const std::string& out, const std::string& path) {
 
 ExitStatus listAsHtml(const FileNames& files, const std::string& out) {
   SheetOutput output(out);
-  const std::string title = files.several() ? "Exif" : files.arguments.front();
-  output.write(beginSheet(title, selectedLanguage()));
+  InfoSheet sheet(selectedLanguage());
+  output.write(sheet.begin(files.several() ? "" : files.arguments.front()));
   bool overwrites = false;
   const ExitStatus status = files.forEach(
       [&](const std::string& path) {
         overwrites = overwrites || wouldOverwrite(out, path);
         if (overwrites) return ExitStatus::failed;
         FileRefusal refusal{ExitStatus::ok, "", nullptr};
-        output.write(sheetSection(readPicture(path, refusal)));
+        output.write(sheet.section(readPicture(path, refusal)));
         if (refusal.status != ExitStatus::ok) complainAbout(path, refusal.reason);
         return refusal.status;
       },
       output.keepsBack());
-  output.write(endSheet());
+  output.write(sheet.end());
   return !overwrites && output.finish() ? status : ExitStatus::failed;
 }
 

@@ -61,22 +61,15 @@ bool shrink(PRaster& image) {
   return true;
 }
 
-// The side of the visible picture that `what`, a row or a column, lies at: t, b, l or r. The
-// library lists the tag as a sentence, not as a number, so the sentences of res/1033-en.txt are
-// read back.
-char sideOf(std::string_view what, std::string_view orientation) {
-  const std::string phrase = std::string(what) + " 0 is at the visible ";
-  const size_t at = orientation.find(phrase);
-  return at == orientation.npos ? '\0' : orientation[at + phrase.size()];
-}
-
 // Moves the pixels to where they are to be seen (Exif 2.2, 4.6.4 A, Orientation).
-bool turn(PRaster& image, std::string_view orientation) {
-  const char row = sideOf("Row", orientation), column = sideOf("column", orientation);
-  if (row == '\0' || column == '\0' || (row == 't' && column == 'l')) return true;
-  const bool onItsSide = row == 'l' || row == 'r';
-  const bool rowsBackwards = row == 'b' || row == 'r';
-  const bool columnsBackwards = column == 'b' || column == 'r';
+bool turn(PRaster& image, std::int64_t orientation) {
+  if (orientation < 2 || orientation > 8) return true;
+  const bool onItsSide = orientation >= 5;
+  // Row 0 is seen at the bottom or the right, and column 0 is.
+  const bool rowsBackwards =
+      orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
+  const bool columnsBackwards =
+      orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
   const int width = static_cast<int>(image.width()), height = static_cast<int>(image.height());
   PRaster turned;
   if (!turned.CreateImage(PRaster::type24Bit, onItsSide ? image.height() : image.width(),
@@ -107,16 +100,20 @@ std::string jpegBytes(PRaster& image) {
 
 }  // namespace
 
-PicturePreview makePreview(const std::string& path, std::string_view orientation) {
+PicturePreview makePreview(const std::string& path, std::int64_t orientation) {
   PRaster image;
   {
     const EndingDelay delay;
     OpenExifFile(path.c_str(), nullptr, &image);
   }
-  if (image.IsEmpty() && !exifkeep::loadPicture(path.c_str(), image)) return {};
+  if (PRaster whole; image.IsEmpty() || image.lostRows() != 0) {
+    if (exifkeep::loadPicture(path.c_str(), whole) && (image.IsEmpty() || whole.lostRows() == 0))
+      image = std::move(whole);
+  }
+  const bool isDamaged = image.lostRows() != 0;
   // Palettes and single bits cannot be averaged.
   if (!image.ConvertTo24bit() || !shrink(image) || !turn(image, orientation)) return {};
-  return {jpegBytes(image), image.width(), image.height()};
+  return {jpegBytes(image), image.width(), image.height(), isDamaged};
 }
 
 }  // namespace program

@@ -1,8 +1,8 @@
 // A small picture of a picture, for pages and lists.
 #pragma once
 
+#include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace program {
 
@@ -10,10 +10,11 @@ struct PicturePreview {
   std::string jpeg;  // the bytes of a JPEG file; empty when the picture cannot be shown
   unsigned width = 0;
   unsigned height = 0;
+  bool isDamaged = false;  // rows are missing
 };
 
-// The thumbnail that the file holds, else one made from its image, turned as `orientation` says:
-// the library's English words for the Orientation tag, or nothing. Silent on failure.
-PicturePreview makePreview(const std::string& path, std::string_view orientation);
+// The thumbnail that the file holds, or one made from its image when there is none or a damaged
+// one; turned as `orientation` says, the number of the Orientation tag. Silent on failure.
+PicturePreview makePreview(const std::string& path, std::int64_t orientation);
 
 }  // namespace program

@@ -12,12 +12,18 @@ struct SheetWords {
   std::string_view language;
   std::string_view noExif;
   std::string_view notOpened;
+  std::string_view damaged;
 };
 
 // REQUIRES: `tag` is that of a language variant.
 const SheetWords& sheetWords(std::string_view tag);
 
-extern const char* const sheetStyle;
-extern const char* const sheetScript;
+struct SheetAsset {
+  std::string_view text;
+  std::string_view sha256;  // of the text, as bytes
+};
+
+extern const SheetAsset sheetStyle;
+extern const SheetAsset sheetScript;
 
 }  // namespace program
