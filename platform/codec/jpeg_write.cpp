@@ -86,8 +86,8 @@ class JpegEncoder {
 
   // An unknown resolution is an aspect ratio of 1 to 1.
   void setDensity() {
-    const unsigned x = perInchFromPerMetre(rows_.dpmX());
-    const unsigned y = perInchFromPerMetre(rows_.dpmY());
+    const unsigned x = PRaster::dotsPerInch(rows_.dpmX());
+    const unsigned y = PRaster::dotsPerInch(rows_.dpmY());
     if (x == 0 || y == 0 || x > 0xFFFF || y > 0xFFFF) return;
     codec_.density_unit = 1;
     codec_.X_density = static_cast<UINT16>(x);

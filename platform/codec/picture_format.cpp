@@ -1,9 +1,6 @@
 // Image rows, plausibility of sizes, and resolution units, as all formats need them.
 #include "picture_format.h"
 
-#include <cmath>
-#include <cstring>
-
 namespace exifkeep {
 
 PictureRows::PictureRows(const tagLmmInfo& image, CodecProgress progress) noexcept
@@ -21,27 +18,11 @@ bool PictureRows::fit(const PictureDescription& picture) const noexcept {
 }
 
 bool PictureRows::isGrey() const noexcept {
-  for (unsigned i = 0; i < paletteSize(); ++i) {
-    const RGBQUAD& colour = image_.palette[i];
-    const unsigned level = i * 255 / (paletteSize() - 1);
-    if (colour.rgbRed != level || colour.rgbGreen != level || colour.rgbBlue != level) return false;
-  }
-  return bits() <= 8;
+  return bits() <= 8 && isGreyRamp({image_.palette, paletteSize()});
 }
 
 void PictureRows::expand(unsigned y, BYTE* bgr) const noexcept {
-  const BYTE* from = row(y);
-  if (bits() == 24) {
-    std::memcpy(bgr, from, size_t{width()} * 3);
-    return;
-  }
-  for (unsigned x = 0; x < width(); ++x, bgr += 3) {
-    const unsigned index = bits() == 8 ? from[x] : from[x / 8] >> (7 - x % 8) & 1;
-    const RGBQUAD& colour = image_.palette[index];
-    bgr[0] = colour.rgbBlue;
-    bgr[1] = colour.rgbGreen;
-    bgr[2] = colour.rgbRed;
-  }
+  expandRow(row(y), width(), bits(), image_.palette, bgr);
 }
 
 bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept {
@@ -56,10 +37,6 @@ bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept
 unsigned perMetreFromPerInch(double dotsPerInch) noexcept {
   const double dotsPerMetre = dotsPerInch / 0.0254;
   return dotsPerMetre >= 0.5 && dotsPerMetre < 1e9 ? static_cast<unsigned>(dotsPerMetre + 0.5) : 0;
-}
-
-unsigned perInchFromPerMetre(unsigned dotsPerMetre) noexcept {
-  return static_cast<unsigned>((uint64_t{dotsPerMetre} * 254 + 5000) / 10000);
 }
 
 }  // namespace exifkeep

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "palette_row.h"
 #include "picture_file.h"
 #include "pxcodec32.h"
 
@@ -36,12 +37,12 @@ class PictureRows {
   unsigned bits() const noexcept { return image_.header->biBitCount; }
   unsigned dpmX() const noexcept { return static_cast<unsigned>(image_.header->biXPelsPerMeter); }
   unsigned dpmY() const noexcept { return static_cast<unsigned>(image_.header->biYPelsPerMeter); }
-  unsigned paletteSize() const noexcept { return bits() <= 8 ? 1u << bits() : 0; }
+  unsigned paletteSize() const noexcept { return paletteSizeOf(bits()); }
   const RGBQUAD* palette() const noexcept { return image_.palette; }
   bool isGrey() const noexcept;
 
   BYTE* row(unsigned y) const noexcept { return image_.bits + (height() - 1 - y) * image_.stride; }
-  // Row y in 24 bits: `bgr` (3 bytes a pixel) receives it.
+  // Converts row y to 24 bits. REQUIRES: an image of 1 or 8 bits.
   void expand(unsigned y, BYTE* bgr) const noexcept;
 
   // That so many rows could not be decoded whole.
@@ -79,8 +80,7 @@ void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) noexcept;
 // reaches 1032, LZW 1360). So a tiny file is refused before any large block is allocated or filled.
 bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept;
 
-// Resolutions: what does not fit or is not positive counts as unknown, 0.
+// Dots per metre; 0, for unknown, if the resolution is not positive or too large.
 unsigned perMetreFromPerInch(double dotsPerInch) noexcept;
-unsigned perInchFromPerMetre(unsigned dotsPerMetre) noexcept;
 
 }  // namespace exifkeep

@@ -150,13 +150,13 @@ int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProg
   return guarded(0, [&] {
     const PictureRows rows(*image, progress);
     rows.reportLost(0);
-    return rows.areValid() && decode(path, rows) ? 1 : 0;
+    return rows.areValid() && decode(path, rows);
   });
 }
 
 int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProgress progress) {
   return guarded(0, [&] {
     const PictureRows rows(*image, progress);
-    return rows.areValid() && encode(path, rows) ? 1 : 0;
+    return rows.areValid() && encode(path, rows);
   });
 }

@@ -16,8 +16,8 @@ namespace {
 constexpr size_t bytesAtOnce = 1 << 22;
 
 void setResolution(TIFF* tiff, const PictureRows& rows) {
-  const unsigned x = perInchFromPerMetre(rows.dpmX());
-  const unsigned y = perInchFromPerMetre(rows.dpmY());
+  const unsigned x = PRaster::dotsPerInch(rows.dpmX());
+  const unsigned y = PRaster::dotsPerInch(rows.dpmY());
   const bool known = x != 0 && y != 0;
   TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, known ? RESUNIT_INCH : RESUNIT_NONE);
   TIFFSetField(tiff, TIFFTAG_XRESOLUTION, known ? x : 1.0);

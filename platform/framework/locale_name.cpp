@@ -5,13 +5,6 @@
 #include <cstdlib>
 
 namespace exifkeep {
-namespace {
-
-char folded(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-}
-
-}  // namespace
 
 std::string_view firstSet(std::initializer_list<const char*> variables) {
   for (const char* variable : variables) {
@@ -32,13 +25,13 @@ std::string_view charsetOf(std::string_view localeName) {
 }
 
 bool isAsciiLetterOrDigit(char letter) {
-  letter = folded(letter);
+  letter = lowerCase(letter);
   return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9');
 }
 
 bool isSameIgnoringCase(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return folded(a) == folded(b); });
+                    [](char a, char b) { return lowerCase(a) == lowerCase(b); });
 }
 
 }  // namespace exifkeep

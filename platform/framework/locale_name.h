@@ -15,6 +15,11 @@ std::string_view firstSet(std::initializer_list<const char*> variables);
 std::string_view languageOf(std::string_view localeName);
 std::string_view charsetOf(std::string_view localeName);
 
+// The letter in lower case; any other character as it is.
+constexpr char lowerCase(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+}
+
 bool isAsciiLetterOrDigit(char letter);
 bool isSameIgnoringCase(std::string_view left, std::string_view right);
 

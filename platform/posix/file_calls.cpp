@@ -9,7 +9,6 @@
 #include <windows.h>
 
 #include <cerrno>
-#include <limits>
 #include <new>
 
 using exifkeep::failed;
@@ -33,7 +32,6 @@ int accessFlags(DWORD access) {
 int creationFlags(DWORD disposition) {
   switch (disposition) {
     case OPEN_EXISTING: return 0;
-    case CREATE_ALWAYS: return O_CREAT | O_TRUNC;
     case CREATE_NEW: return O_CREAT | O_EXCL | O_NOFOLLOW;
   }
   return -1;
@@ -97,40 +95,6 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERL
   const bool succeeded = opened && opened->write(bytes, count, done);
   store(written, done);
   return succeeded || failed();
-}
-
-// Without a high half the distance is a signed 32-bit number, and the new position must fit into
-// 32 bits without being mistaken for the failure value.
-DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method) {
-  OpenFile* opened = fileOf(file);
-  if (!opened) return INVALID_SET_FILE_POINTER;
-  const int64_t before = opened->position();
-  int64_t whole = distance;
-  if (distanceHigh) whole = *distanceHigh * (INT64_C(1) << 32) + DWORD(distance);
-  if (!opened->seek(whole, method)) return INVALID_SET_FILE_POINTER;
-  const int64_t after = opened->position();
-  if (distanceHigh) {
-    *distanceHigh = static_cast<LONG>(after >> 32);
-  } else if (after >= int64_t{INVALID_SET_FILE_POINTER}) {
-    opened->moveTo(before);
-    return INVALID_SET_FILE_POINTER;
-  }
-  return static_cast<DWORD>(after);
-}
-
-BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER newPosition,
-                      DWORD method) {
-  OpenFile* opened = fileOf(file);
-  if (!opened || !opened->seek(distance.QuadPart, method)) return FALSE;
-  if (newPosition) newPosition->QuadPart = opened->position();
-  return TRUE;
-}
-
-DWORD GetFileSize(HANDLE file, LPDWORD sizeHigh) {
-  LARGE_INTEGER size = {};
-  if (!GetFileSizeEx(file, &size)) return INVALID_FILE_SIZE;
-  store(sizeHigh, static_cast<DWORD>(size.QuadPart >> 32));
-  return static_cast<DWORD>(size.QuadPart);
 }
 
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size) {

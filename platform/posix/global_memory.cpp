@@ -45,10 +45,6 @@ BOOL GlobalUnlock(HGLOBAL block) {
   return --header->locks > 0;
 }
 
-SIZE_T GlobalSize(HGLOBAL block) {
-  return block ? headerOf(block)->size : 0;
-}
-
 HGLOBAL GlobalFree(HGLOBAL block) {
   if (block) exifkeep::countBlock(-1);
   std::free(block);

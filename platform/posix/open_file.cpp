@@ -139,12 +139,6 @@ void OpenFile::updateWindow(Window& window, const std::byte* source, size_t coun
               end - start);
 }
 
-bool OpenFile::seek(int64_t distance, DWORD origin) {
-  if (origin > FILE_END) return false;
-  const int64_t base = origin == FILE_BEGIN ? 0 : origin == FILE_CURRENT ? position_ : size_;
-  return distance <= INT64_MAX - base && moveTo(base + distance);
-}
-
 bool OpenFile::truncateTo(int64_t size) {
   if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::write)) return false;

@@ -37,8 +37,6 @@ class OpenFile {
   }
   bool write(const void* bytes, size_t count, size_t& done);
 
-  // `origin` is FILE_BEGIN, FILE_CURRENT or FILE_END. False, and nothing moved, before the start.
-  bool seek(int64_t distance, DWORD origin);
   // False, and nothing moved, for a position that no file can have.
   bool moveTo(int64_t position) {
     if (position < 0) errno = EINVAL;

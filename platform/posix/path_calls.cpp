@@ -118,19 +118,12 @@ DWORD GetTempPathA(DWORD size, LPSTR buffer) {
   return store(std::strcat(path, "/"), buffer, size);
 }
 
-// The attributes of a link are its own, so a link that leads nowhere still takes its name.
+// Does not follow links: the name of a dangling link is taken too.
 DWORD GetFileAttributesA(LPCSTR path) {
   struct stat status;
   if (lstat(path, &status) != 0) {
     failed();
     return INVALID_FILE_ATTRIBUTES;
   }
-  DWORD attributes = 0;
-  if (S_ISLNK(status.st_mode)) {
-    attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
-    if (stat(path, &status) != 0) return attributes;
-  }
-  if (S_ISDIR(status.st_mode)) attributes |= FILE_ATTRIBUTE_DIRECTORY;
-  if ((status.st_mode & 0222) == 0) attributes |= FILE_ATTRIBUTE_READONLY;
-  return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
+  return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
 }

@@ -1,13 +1,13 @@
 // The kernel's and the C runtime's 8-bit string calls. Case is folded for ASCII only and order is
 // that of the bytes: file name extensions and format names must compare alike in every locale.
+#include <locale_name.h>
 #include <mbstring.h>
 #include <windows.h>
 
 namespace {
 
 int folded(char letter) {
-  const int byte = static_cast<unsigned char>(letter);
-  return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
+  return static_cast<unsigned char>(exifkeep::lowerCase(letter));
 }
 
 int compareFolded(const char* left, const char* right) {

@@ -27,23 +27,18 @@
 /// @{
 /// A type of the real interface, of the same width.
 using BOOL = int;
-using INT = int;
 using UINT = unsigned int;
 using BYTE = unsigned char;
 using WORD = uint16_t;
 using DWORD = uint32_t;
 using LONG = int32_t;
-using ULONG = uint32_t;
 using LONGLONG = int64_t;
 using SIZE_T = size_t;
 using ULONG_PTR = uintptr_t;
 using LANGID = WORD;
-using COLORREF = DWORD;
 using LPSTR = char*;
 using LPCSTR = const char*;
-using LPBYTE = BYTE*;
 using LPDWORD = DWORD*;
-using PLONG = LONG*;
 using LPVOID = void*;
 using LPCVOID = const void*;
 /// @}
@@ -119,18 +114,10 @@ inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD FILE_SHARE_WRITE = 2;
 inline constexpr DWORD FILE_SHARE_DELETE = 4;
 inline constexpr DWORD CREATE_NEW = 1;
-inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
-inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
-inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
 inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
-inline constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
-inline constexpr DWORD INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
-inline constexpr DWORD FILE_BEGIN = 0;
-inline constexpr DWORD FILE_CURRENT = 1;
-inline constexpr DWORD FILE_END = 2;
 inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
 inline constexpr DWORD MOVEFILE_WRITE_THROUGH = 8;
 inline constexpr DWORD REPLACEFILE_WRITE_THROUGH = 1;
@@ -142,10 +129,6 @@ BOOL WINAPI ReadFile(HANDLE file, LPVOID buffer, DWORD count, LPDWORD read,
                      LPOVERLAPPED overlapped);
 BOOL WINAPI WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written,
                       LPOVERLAPPED overlapped);
-DWORD WINAPI SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method);
-BOOL WINAPI SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER newPosition,
-                             DWORD method);
-DWORD WINAPI GetFileSize(HANDLE file, LPDWORD sizeHigh);
 BOOL WINAPI GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
 BOOL WINAPI SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS what,
                                        LPVOID information, DWORD size);
@@ -187,7 +170,6 @@ inline constexpr UINT GHND = GMEM_MOVEABLE | GMEM_ZEROINIT;
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size);
 LPVOID WINAPI GlobalLock(HGLOBAL block);
 BOOL WINAPI GlobalUnlock(HGLOBAL block);
-SIZE_T WINAPI GlobalSize(HGLOBAL block);
 HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 /// @}
 
@@ -202,7 +184,6 @@ int WINAPI lstrcmpiA(LPCSTR left, LPCSTR right);
 
 // ---- GDI: bitmaps and palettes -----------------------------------------------------------------
 
-inline constexpr DWORD BI_RGB = 0;
 /// @endcond
 
 /// What a picture is, as PRaster and the codec tell it. Fields that are not described are 0 or
@@ -213,7 +194,7 @@ struct BITMAPINFOHEADER {
   LONG biHeight;         ///< In pixels; positive, for rows go from the bottom up.
   WORD biPlanes;         ///< 1.
   WORD biBitCount;       ///< Bits a pixel: 1, 8 or 24.
-  DWORD biCompression;   ///< BI_RGB: none.
+  DWORD biCompression;   ///< 0: none.
   DWORD biSizeImage;     ///< Bytes of all rows, or 0.
   LONG biXPelsPerMeter;  ///< Resolution in dots per metre, 0 when unknown.
   LONG biYPelsPerMeter;  ///< Likewise.
@@ -221,9 +202,6 @@ struct BITMAPINFOHEADER {
   DWORD biClrImportant;  ///< Not used.
 };
 static_assert(sizeof(BITMAPINFOHEADER) == 40);
-/// @cond
-using LPBITMAPINFOHEADER = BITMAPINFOHEADER*;
-/// @endcond
 
 /// A colour of a palette.
 struct RGBQUAD {

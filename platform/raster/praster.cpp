@@ -6,6 +6,7 @@
 #include <new>
 
 #include "failure_switch.h"
+#include "palette_row.h"
 #include "raster_image.h"
 #include "raster_scaling.h"
 
@@ -26,29 +27,6 @@ constexpr bool isAllowedSize(unsigned width, unsigned height) {
 
 constexpr size_t strideOf(unsigned width, int bits) {
   return (size_t{width} * static_cast<unsigned>(bits) + 31) / 32 * 4;
-}
-
-RGBQUAD greyOf(unsigned index, unsigned entries) {
-  const BYTE level = static_cast<BYTE>(index * 255 / (entries - 1));
-  return {level, level, level, 0};
-}
-
-bool isSameColour(const RGBQUAD& a, const RGBQUAD& b) {
-  return a.rgbBlue == b.rgbBlue && a.rgbGreen == b.rgbGreen && a.rgbRed == b.rgbRed;
-}
-
-// Whether the leftmost-first bit x of a 1-bit row is set.
-bool bitOf(const BYTE* row, unsigned x) {
-  return (row[x / 8] >> (7 - x % 8) & 1) != 0;
-}
-
-void expandRow(const PRaster::Image& source, const BYTE* from, BYTE* to) {
-  for (unsigned x = 0; x < source.width(); ++x, to += 3) {
-    const RGBQUAD& colour = source.colours[source.depth() == 8 ? from[x] : bitOf(from, x)];
-    to[0] = colour.rgbBlue;
-    to[1] = colour.rgbGreen;
-    to[2] = colour.rgbRed;
-  }
 }
 
 void fillRow24(BYTE* row, unsigned width, uint64_t value) {
@@ -76,7 +54,7 @@ PRaster::Data makeImage(int bits, unsigned width, unsigned height) noexcept {
   const uint64_t size = image->stride * height;
   header.biSizeImage = size <= 0xFFFFFFFF ? static_cast<DWORD>(size) : 0;
   for (unsigned i = 0; i < image->paletteSize(); ++i)
-    image->colours[i] = greyOf(i, image->paletteSize());
+    image->colours[i] = exifkeep::greyOf(i, image->paletteSize());
   return image;
 }
 
@@ -92,7 +70,7 @@ PRaster& PRaster::operator=(PRaster&& other) noexcept = default;
 PRaster::~PRaster() = default;
 
 int PRaster::IsEmpty() const noexcept {
-  return image_ ? 0 : 1;
+  return !image_;
 }
 
 void PRaster::DeleteImage(int) noexcept {
@@ -155,7 +133,7 @@ unsigned PRaster::GetPixel(int x, int y, void*) const noexcept {
   if (!image_ || !image_->contains(x, y)) return 0;
   const unsigned column = static_cast<unsigned>(x);
   const BYTE* row = image_->row(static_cast<unsigned>(y));
-  if (image_->depth() == 1) return bitOf(row, column) ? 255 : 0;
+  if (image_->depth() == 1) return exifkeep::bitAt(row, column) * 255;
   if (image_->depth() == 8) return row[column];
   const BYTE* pixel = row + size_t{column} * 3;
   return static_cast<unsigned>(pixel[0] << 16 | pixel[1] << 8 | pixel[2]);
@@ -207,7 +185,8 @@ int PRaster::ConvertTo24bit(Progress, int, int) noexcept {
   if (image_->depth() == 24) return 1;
   Data converted = makeImage(24, width(), height());
   if (!converted) return 0;
-  for (unsigned y = 0; y < height(); ++y) expandRow(*image_, image_->row(y), converted->row(y));
+  for (unsigned y = 0; y < height(); ++y)
+    exifkeep::expandRow(image_->row(y), width(), image_->depth(), palette(), converted->row(y));
   converted->header.biXPelsPerMeter = image_->header.biXPelsPerMeter;
   converted->header.biYPelsPerMeter = image_->header.biYPelsPerMeter;
   converted->lostRows = image_->lostRows;
@@ -275,8 +254,5 @@ const RGBQUAD* PRaster::palette() const noexcept {
 }
 
 bool PRaster::hasGreyPalette() const noexcept {
-  if (!image_ || image_->paletteSize() == 0) return false;
-  for (unsigned i = 0; i < image_->paletteSize(); ++i)
-    if (!isSameColour(image_->colours[i], greyOf(i, image_->paletteSize()))) return false;
-  return true;
+  return palette() && exifkeep::isGreyRamp({palette(), image_->paletteSize()});
 }

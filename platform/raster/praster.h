@@ -92,6 +92,11 @@ class EXIFKEEP_PLATFORM_API PRaster {
   unsigned GetDpmY() const noexcept;
   /// @}
 
+  /// A resolution in dots per metre as dots per inch, rounded to nearest.
+  static constexpr unsigned dotsPerInch(unsigned dotsPerMetre) noexcept {
+    return static_cast<unsigned>((uint64_t{dotsPerMetre} * 254 + 5000) / 10000);
+  }
+
   /// The image's information header (positive height: bottom-up); null when the object is empty.
   const BITMAPINFOHEADER* GetBIH() const noexcept;
 

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "palette_row.h"
 #include "praster.h"
 
 struct FreeBlock {
@@ -25,7 +26,7 @@ struct PRaster::Image {
   unsigned depth() const noexcept { return header.biBitCount; }
   // Without the padding.
   size_t rowBytes() const noexcept { return (size_t{width()} * depth() + 7) / 8; }
-  unsigned paletteSize() const noexcept { return depth() <= 8 ? 1u << depth() : 0; }
+  unsigned paletteSize() const noexcept { return exifkeep::paletteSizeOf(depth()); }
   bool contains(int x, int y) const noexcept {
     return x >= 0 && y >= 0 && x < header.biWidth && y < header.biHeight;
   }

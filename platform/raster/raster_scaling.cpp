@@ -199,8 +199,7 @@ void pickBits(const BYTE* from, unsigned sourceWidth, BYTE* to, unsigned targetW
   std::memset(to, 0, (targetWidth + 7) / 8);
   for (unsigned x = 0; x < targetWidth; ++x) {
     const unsigned at = nearestIndex(x, sourceWidth, targetWidth);
-    const unsigned bit = from[at / 8] >> (7 - at % 8) & 1;
-    to[x / 8] = static_cast<BYTE>(to[x / 8] | bit << (7 - x % 8));
+    to[x / 8] = static_cast<BYTE>(to[x / 8] | bitAt(from, at) << (7 - x % 8));
   }
 }
 

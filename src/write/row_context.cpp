@@ -7,8 +7,7 @@
 namespace exifkeep {
 
 Rational resolutionDefault(uint32_t dotsPerMetre) {
-  const uint64_t tenThousandths = uint64_t{dotsPerMetre} * 254 + 5000;
-  return {static_cast<uint32_t>(tenThousandths / 10000), 1};
+  return {PRaster::dotsPerInch(dotsPerMetre), 1};
 }
 
 RowContext contextOf(const PRaster& picture) {

@@ -1,4 +1,4 @@
-// File handles: the window against a plain model, what opens and what does not, 64-bit positions.
+// File handles: random use compared with a model, what can be opened, 64-bit positions.
 #include <failure_switch.h>
 #include <platform/scratch.h>
 #include <sys/stat.h>
@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <array>
 #include <random>
 
 namespace exifkeep::test {
@@ -21,37 +20,35 @@ HANDLE openPath(const std::string& path, DWORD access, DWORD disposition = OPEN_
 
 using FileTest = ScratchTest;
 
-// Random reads, writes and moves on a file of 50000 bytes, beside a string and a position.
+OVERLAPPED placeAt(uint64_t at) {
+  OVERLAPPED place = {};
+  place.Offset = static_cast<DWORD>(at);
+  place.OffsetHigh = static_cast<DWORD>(at >> 32);
+  return place;
+}
+
+// Random reads and writes of a file of 50000 bytes, compared with a string. Each begins where the
+// last one ended, near it or elsewhere.
 void useAtRandom(HANDLE file, std::string& model, std::mt19937& random) {
   size_t at = 0;
   for (int step = 0; step < 20000; ++step) {
     const size_t count = 1 + random() % (random() % 6 == 0 ? 40000 : 40);
     std::string bytes(count, static_cast<char>(random()));
+    if (random() % 5 == 0)
+      at =
+          random() % 4 == 0 ? at + random() % 20 : random() % (random() % 9 ? 30000 : model.size());
+    OVERLAPPED place = placeAt(at);
     DWORD done = 0;
-    switch (random() % 10) {
-      case 0:
-      case 1:
-        ASSERT_TRUE(WriteFile(file, bytes.data(), static_cast<DWORD>(count), &done, nullptr));
-        ASSERT_EQ(done, count);
-        model.resize(std::max(model.size(), at + count));
-        model.replace(at, count, bytes);
-        at += count;
-        break;
-      case 2:
-      case 3: {
-        const DWORD origin = random() % 3;
-        const size_t base = std::array{size_t{0}, at, model.size()}[origin];
-        at = random() % 4 == 0 ? base + random() % 20
-                               : random() % (random() % 9 ? 30000 : model.size());
-        const LONG distance = static_cast<LONG>(at) - static_cast<LONG>(base);
-        ASSERT_EQ(SetFilePointer(file, distance, nullptr, origin), at);
-        break;
-      }
-      default:
-        ASSERT_TRUE(ReadFile(file, bytes.data(), static_cast<DWORD>(count), &done, nullptr));
-        ASSERT_TRUE(bytes.substr(0, done) == (at < model.size() ? model.substr(at, count) : ""));
-        at += done;
+    if (random() % 4 == 0) {
+      ASSERT_TRUE(WriteFile(file, bytes.data(), static_cast<DWORD>(count), &done, &place));
+      ASSERT_EQ(done, count);
+      model.resize(std::max(model.size(), at + count));
+      model.replace(at, count, bytes);
+    } else {
+      ASSERT_TRUE(ReadFile(file, bytes.data(), static_cast<DWORD>(count), &done, &place));
+      ASSERT_TRUE(bytes.substr(0, done) == (at < model.size() ? model.substr(at, count) : ""));
     }
+    at += done;
   }
 }
 
@@ -61,7 +58,6 @@ TEST_F(FileTest, AgreesWithAModelUnderRandomUse) {
   writeFile(path("file"), model);
   const HANDLE file = openPath(path("file"), readWrite);
   useAtRandom(file, model, random);
-  EXPECT_EQ(GetFileSize(file, nullptr), model.size());
   EXPECT_TRUE(CloseHandle(file));
   EXPECT_TRUE(readFile(path("file")) == model);
   EXPECT_EQ(openHandles(), 0);
@@ -74,7 +70,6 @@ TEST_F(FileTest, RefusesAtOnceWhatIsNoRegularFile) {
                                   std::string("/dev/zero"), std::string()})
     for (const DWORD access : {GENERIC_READ, GENERIC_WRITE, readWrite})
       EXPECT_EQ(openPath(name, access), INVALID_HANDLE_VALUE) << name;
-  EXPECT_EQ(openPath(path("fifo"), readWrite, CREATE_ALWAYS), INVALID_HANDLE_VALUE);
   EXPECT_EQ(names(), (std::set<std::string>{"fifo", "link"}));
 }
 
@@ -90,31 +85,23 @@ TEST_F(FileTest, KeepsTheSizeOfTheOpeningWhileOthersAppend) {
   CloseHandle(file);
 }
 
-TEST_F(FileTest, PositionsBeyond32BitsAndFilesCutMeanwhile) {
+TEST_F(FileTest, PositionsBeyond32BitsAndFilesTruncatedMeanwhile) {
   constexpr int64_t size = (INT64_C(1) << 32) + 5;
   writeFile(path("file"), "");
   ASSERT_EQ(truncate(path("file").c_str(), size), 0);
   const HANDLE file = openPath(path("file"), GENERIC_READ);
-  DWORD high = 0, done = 0;
-  EXPECT_EQ(GetFileSize(file, &high), 5u);
-  EXPECT_EQ(high, 1u);
-  LONG distanceHigh = 1;
-  EXPECT_EQ(SetFilePointer(file, 3, &distanceHigh, FILE_BEGIN), 3u);
+  LARGE_INTEGER found;
+  EXPECT_TRUE(GetFileSizeEx(file, &found));
+  EXPECT_EQ(found.QuadPart, size);
+  DWORD done = 0;
   std::string buffer(60000, '#');
-  EXPECT_TRUE(ReadFile(file, buffer.data(), 4, &done, nullptr));
+  OVERLAPPED nearEnd = placeAt(size - 2), start = {}, impossible = placeAt(UINT64_MAX);
+  EXPECT_TRUE(ReadFile(file, buffer.data(), 4, &done, &nearEnd));
   EXPECT_EQ(done, 2u);
+  EXPECT_FALSE(ReadFile(file, buffer.data(), 4, &done, &impossible));
 
-  // Moves that fail leave the position where it was.
-  EXPECT_EQ(SetFilePointer(file, -1, nullptr, FILE_BEGIN), INVALID_SET_FILE_POINTER);
-  LARGE_INTEGER distance, position;
-  distance.QuadPart = INT64_MAX;
-  EXPECT_FALSE(SetFilePointerEx(file, distance, nullptr, FILE_END));
-  EXPECT_TRUE(SetFilePointerEx(file, {}, &position, FILE_CURRENT));
-  EXPECT_EQ(position.QuadPart, size);
-
-  EXPECT_EQ(SetFilePointer(file, 0, nullptr, FILE_BEGIN), 0u);
   ASSERT_EQ(truncate(path("file").c_str(), 30000), 0);
-  EXPECT_TRUE(ReadFile(file, buffer.data(), 60000, &done, nullptr));
+  EXPECT_TRUE(ReadFile(file, buffer.data(), 60000, &done, &start));
   EXPECT_EQ(done, 30000u);
   CloseHandle(file);
 }

