@@ -1,4 +1,3 @@
-// Errors leave the library, its warnings are dropped.
 #include "jpeg_errors.h"
 
 namespace exifkeep {

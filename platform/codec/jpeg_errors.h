@@ -1,6 +1,6 @@
-// Errors of the JPEG library as a way back out of it: they jump to `escape`, which the caller of
-// the library sets; so no function between there and the library may hold an object that needs its
-// destructor. Nothing is printed.
+// Error handling for the JPEG library: errors jump to `escape`, which the caller of the library
+// sets. No function between there and the library may have an object with a destructor. Warnings
+// are ignored and nothing is printed.
 #pragma once
 
 #include <csetjmp>
@@ -8,13 +8,13 @@
 #include <cstdio>
 
 #include <jpeglib.h>
-// after jpeglib.h, which it relies on
+// must come after jpeglib.h
 #include <jerror.h>
 
 namespace exifkeep {
 
 struct JpegErrors {
-  jpeg_error_mgr base;  // first: the library hands back its address
+  jpeg_error_mgr base;  // must be first: the library passes its address
   std::jmp_buf escape;
 
   JpegErrors() noexcept;

@@ -1,6 +1,6 @@
-// Decodes straight into the image's rows: the library delivers blue, green, red, and takes one
-// pointer a row, so bottom-up costs nothing. Memory and work are bounded: 1 GiB for the
-// coefficients of a picture of several scans, 100 scans, and 2^32 pixels over all scans.
+// Decodes directly into the image's rows: the library supports blue, green, red and takes a pointer
+// to each row, so that bottom-up order costs nothing. Memory and work are bounded: 1 GiB for the
+// coefficients of a picture with several scans, 100 scans, and 2^32 pixels over all scans.
 #include "jpeg_read.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace {
 constexpr int rowsAtOnce = 16;
 
 struct Source {
-  jpeg_source_mgr base;  // first: the library hands back its address
+  jpeg_source_mgr base;  // must be first: the library passes its address
   PictureReading* file;
   bool ended;
   JOCTET bytes[65536];
@@ -23,8 +23,8 @@ struct Source {
 
 void startSource(j_decompress_ptr) {}
 
-// Behind the end of the file comes an EOI marker: it ends a picture whose scan is complete, and
-// leaves any other without the rest of its rows.
+// At the end of the file, supplies an EOI marker. It ends the picture if the scan is complete;
+// otherwise the remaining rows are missing.
 boolean fillSource(j_decompress_ptr codec) {
   Source& source = *reinterpret_cast<Source*>(codec->src);
   size_t count = source.file->read(source.bytes, sizeof source.bytes);
@@ -73,11 +73,11 @@ bool losesPixels(int warning) {
          warning == JWRN_ARITH_BAD_CODE || warning == JWRN_MUST_RESYNC;
 }
 
-// The rows of MCUs (of the components that are sampled most, 8 to 32 pixels high) in which the data
-// of a scan is damaged or missing. A scan is read from top to bottom.
+// The rows of MCUs (8 to 32 pixels high, according to the sampling factors) in which the data of a
+// scan is damaged or missing. A scan is read from top to bottom.
 class LostRows {
  public:
-  // Damage was met in the row that is being read.
+  // Records damage in the row that is being read.
   void note(const jpeg_decompress_struct& codec) {
     if (codec.input_scan_number != scan_) {
       scan_ = codec.input_scan_number;
@@ -93,7 +93,7 @@ class LostRows {
     for (unsigned row = 0; row < all; ++row) rows_.set(row);
   }
 
-  // Whether nothing of the picture is left: later scans only add to what the first one gives.
+  // Whether no row is usable: later scans only refine the first one.
   bool areAll(unsigned all) const { return inFirstScan_.count() == all; }
 
   unsigned pixelRows(const jpeg_decompress_struct& codec) const {
@@ -105,7 +105,7 @@ class LostRows {
   }
 
  private:
-  // What follows damage is lost as far as the next restart marker.
+  // Everything after the damage is lost up to the next restart marker.
   static unsigned endOfDamage(const jpeg_decompress_struct& codec) {
     const uint64_t interval = codec.restart_interval;
     if (interval == 0) return codec.total_iMCU_rows;
@@ -120,7 +120,7 @@ class LostRows {
   using Rows = std::bitset<JPEG_MAX_DIMENSION / DCTSIZE + 1>;
   Rows rows_, inFirstScan_;
   int scan_ = 0;
-  unsigned next_ = 0;  // rows above it are done with in this scan
+  unsigned next_ = 0;  // the rows above it are finished in this scan
 };
 
 class JpegDecoder {
@@ -144,27 +144,27 @@ class JpegDecoder {
     return attempt(&JpegDecoder::readHeader) && isAcceptable(picture, source_.file->size());
   }
 
-  // True when any row could be decoded.
+  // True if at least one row could be decoded.
   bool decode(const PictureRows& rows) {
     rows_ = &rows;
     if (!attempt(&JpegDecoder::readPixels)) return false;
     if (lost_.areAll(codec_.total_iMCU_rows)) return false;
-    // Without EOI more scans may be missing, of which every row lacks its part.
+    // Without EOI more scans may be missing, which affects every row.
     if (source_.ended && jpeg_has_multiple_scans(&codec_)) lost_.noteAll(codec_.total_iMCU_rows);
     rows.reportLost(lost_.pixelRows(codec_));
     return true;
   }
 
  private:
-  // Some warnings say that pixels are lost. Others (extraneous bytes, unknown JFIF revisions, odd
-  // progressions) do no harm.
+  // Only some warnings mean that pixels are lost. Others (extraneous bytes, unknown JFIF revisions,
+  // odd progressions) are harmless.
   static void heed(j_common_ptr common, int level) {
     if (level >= 0 || !losesPixels(common->err->msg_code)) return;
     JpegDecoder& decoder = *static_cast<JpegDecoder*>(common->client_data);
     decoder.lost_.note(decoder.codec_);
   }
 
-  // The one place to which errors come back.
+  // All errors return here.
   bool attempt(void (JpegDecoder::*step)()) {
     if (setjmp(errors_.escape) != 0) return false;
     (this->*step)();
@@ -212,7 +212,7 @@ class JpegDecoder {
     }
   }
 
-  // Adobe's files hold CMYK inverted; they are known by their APP14 marker.
+  // In files with an Adobe marker (APP14), CMYK is inverted.
   void readCmykRows() {
     JSAMPARRAY cmyk = codec_.mem->alloc_sarray(reinterpret_cast<j_common_ptr>(&codec_), JPOOL_IMAGE,
                                                codec_.output_width * 4, 1);

@@ -1,6 +1,6 @@
-// Writes JPEG files whose header segments are, in this order and nothing else: SOI, APP0 of 18
-// bytes, two DQT of 69, SOF0 of 19, four DHT of 33, 183, 33 and 183, SOS header of 14 (ITU-T T.81
-// B.2, K.3 tables). Exif compaction relies on that. Also holds the format's row of the table.
+// Writes JPEG files with exactly these header segments, in this order: SOI, APP0 of 18 bytes, two
+// DQT of 69, SOF0 of 19, four DHT of 33, 183, 33 and 183, SOS header of 14 (ITU-T T.81 B.2, with
+// the tables of K.3). JpegStream::compact relies on this layout.
 #include <algorithm>
 #include <cstring>
 
@@ -15,7 +15,7 @@ constexpr int quality = 90;
 constexpr int rowsAtOnce = 16;
 
 struct Destination {
-  jpeg_destination_mgr base;  // first: the library hands back its address
+  jpeg_destination_mgr base;  // must be first: the library passes its address
   PictureWriting* file;
   JOCTET bytes[65536];
 };
@@ -36,7 +36,7 @@ void startDestination(j_compress_ptr codec) {
   destinationOf(codec).base.free_in_buffer = sizeof destinationOf(codec).bytes;
 }
 
-// The library calls this with the whole buffer full, whatever the counter says.
+// The library calls this when the buffer is full, whatever the counter says.
 boolean emptyDestination(j_compress_ptr codec) {
   flush(codec, sizeof destinationOf(codec).bytes);
   return TRUE;
@@ -57,7 +57,7 @@ class JpegEncoder {
   JpegEncoder(const JpegEncoder&) = delete;
   JpegEncoder& operator=(const JpegEncoder&) = delete;
 
-  // The one place to which errors come back.
+  // All errors return here.
   bool encode() {
     if (setjmp(errors_.escape) != 0) return false;
     describe();
@@ -84,7 +84,7 @@ class JpegEncoder {
     setDensity();
   }
 
-  // An unknown resolution is an aspect ratio of 1 to 1.
+  // Without a known resolution, the file has an aspect ratio of 1:1.
   void setDensity() {
     const unsigned x = PRaster::dotsPerInch(rows_.dpmX());
     const unsigned y = PRaster::dotsPerInch(rows_.dpmY());

@@ -1,4 +1,3 @@
-// The codec's calls in their order: header, palette, pixels.
 #include <load_picture.h>
 #include <pxcodec32.h>
 

@@ -1,5 +1,5 @@
 /// @file
-/// Opening pictures of every kind that the codec reads, with metadata or without.
+/// Loads pictures of any kind that the codec reads, with or without metadata.
 #pragma once
 
 #include <platform_api.h>
@@ -7,11 +7,11 @@
 
 namespace exifkeep {
 
-/// Decodes a picture in a file: JPEG, TIFF or PNG, by its first bytes. Pixels come as they are
-/// stored. See pxcodec32.h for what is refused.
+/// Decodes a JPEG, TIFF or PNG file, which is recognised by its first bytes. Pixels are returned as
+/// stored. See pxcodec32.h for limits.
 ///
 /// @param path  the file
-/// @param[out] image  what it held is freed; empty when the result is false
+/// @param[out] image  its old contents are freed; empty if the result is false
 /// @return whether the picture was decoded
 EXIFKEEP_PLATFORM_API bool loadPicture(const char* path, PRaster& image) noexcept;
 

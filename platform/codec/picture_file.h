@@ -1,6 +1,6 @@
-// One picture file while it is read or written, with its own position: the three codec libraries
-// get all their bytes through it. Only regular files open. Nothing is buffered here. Made of the
-// system's own calls, in platform/posix and platform/windows.
+// A picture file that is being read or written, through which the three codec libraries do all
+// input and output. Has its own position and no buffer. Only regular files can be opened.
+// Implemented in platform/posix and platform/windows.
 #pragma once
 
 #include <cstddef>
@@ -19,9 +19,9 @@ class PictureFile {
   uint64_t position() const noexcept { return position_; }
   void moveTo(uint64_t position) noexcept { position_ = position; }
 
-  // Reads at the position; fewer bytes than asked for only at the end of the file or on an error.
+  // Reads at the position. Returns fewer bytes only at the end of the file or on an error.
   size_t read(void* bytes, size_t count) noexcept;
-  // Whether any reading or writing failed so far; the libraries pass over some errors.
+  // Whether any read or write has failed; the libraries ignore some errors.
   bool hasFailed() const noexcept { return failed_; }
 
  protected:
@@ -29,7 +29,7 @@ class PictureFile {
   enum class Purpose { reading, writing };
   bool open(const char* path, Purpose purpose) noexcept;
 
-  intptr_t file_ = -1;  // a descriptor; on Windows a handle
+  intptr_t file_ = -1;  // a descriptor, or on Windows a handle
   uint64_t size_ = 0;
   uint64_t position_ = 0;
   bool failed_ = false;
@@ -41,8 +41,8 @@ class PictureReading : public PictureFile {
   explicit PictureReading(const char* path) noexcept;
 };
 
-// A new file, or an existing one that is emptied. Unless finish() returned true, the file is
-// removed again on destruction: nothing half-written stays.
+// A new file, or an existing one that is truncated. The destructor deletes the file unless finish()
+// has returned true.
 class PictureWriting : public PictureFile {
  public:
   explicit PictureWriting(const char* path) noexcept;
@@ -50,7 +50,7 @@ class PictureWriting : public PictureFile {
 
   // Writes all bytes at the position.
   bool write(const void* bytes, size_t count) noexcept;
-  // Closes the file; false when that, or any write before, failed.
+  // Closes the file. False if this or any previous write failed.
   bool finish() noexcept;
 
  private:

@@ -1,4 +1,3 @@
-// Image rows, plausibility of sizes, and resolution units, as all formats need them.
 #include "picture_format.h"
 
 namespace exifkeep {
@@ -26,9 +25,9 @@ void PictureRows::expand(unsigned y, BYTE* bgr) const noexcept {
 }
 
 bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept {
-  constexpr unsigned longestSide = 1 << 20;
+  constexpr unsigned maxSide = 1 << 20;
   const uint64_t width = picture.width, height = picture.height;
-  if (width == 0 || width > longestSide || height == 0 || height > longestSide) return false;
+  if (width == 0 || width > maxSide || height == 0 || height > maxSide) return false;
   if (width * height > PRaster::maxPixels) return false;
   const uint64_t bytes = (width * picture.bits + 31) / 32 * 4 * height;
   return bytes <= (uint64_t{64} << 20) || bytes / 2048 <= fileSize;

@@ -1,5 +1,5 @@
-// What a picture format offers, and what travels between the codec's five functions and a format:
-// a description of the picture in a file, and the rows of an image in memory.
+// The interface of a picture format, and what the codec's functions exchange with it: the
+// description of a picture in a file and the rows of an image in memory.
 #pragma once
 
 #include <array>
@@ -12,23 +12,23 @@
 
 namespace exifkeep {
 
-// The picture in a file, as it will be delivered.
+// The picture in a file as it will be decoded.
 struct PictureDescription {
   unsigned width = 0;
   unsigned height = 0;
   unsigned bits = 0;  // 1 (0 is black), 8 or 24
-  unsigned dpmX = 0;  // dots per metre, 0 when the file does not say
+  unsigned dpmX = 0;  // dots per metre, 0 if the file does not specify it
   unsigned dpmY = 0;
-  unsigned coloursUsed = 0;  // of a palette picture, else 0
+  unsigned coloursUsed = 0;  // in a palette picture, else 0
   std::array<RGBQUAD, 256> palette = {};
 };
 
-// Rows of an image in memory: row 0 at the top, colours as blue, green, red.
+// The rows of an image in memory: row 0 is at the top, colours are blue, green, red.
 class PictureRows {
  public:
   PictureRows(const tagLmmInfo& image, CodecProgress progress) noexcept;
 
-  // Whether the record describes an image at all.
+  // Whether the record describes an image.
   bool areValid() const noexcept;
   bool fit(const PictureDescription& picture) const noexcept;
 
@@ -45,11 +45,11 @@ class PictureRows {
   // Converts row y to 24 bits. REQUIRES: an image of 1 or 8 bits.
   void expand(unsigned y, BYTE* bgr) const noexcept;
 
-  // That so many rows could not be decoded whole.
+  // Reports how many rows could not be decoded completely.
   void reportLost(unsigned rows) const noexcept {
     if (image_.lostRows) *image_.lostRows = rows;
   }
-  // Tells the caller, every 64 rows, how far the work is.
+  // Calls the progress function every 64 rows.
   void report(unsigned y) const noexcept {
     if (progress_ && y % 64 == 0) progress_(static_cast<int>(y), 0, static_cast<int>(height()));
   }
@@ -61,7 +61,7 @@ class PictureRows {
 
 struct PictureFormat {
   bool (*recognizes)(const BYTE* start, size_t count);
-  // Each of these gets a file that stands at its start.
+  // These three are called with the file positioned at its start.
   bool (*describe)(PictureReading& file, PictureDescription& picture);
   bool (*decode)(PictureReading& file, const PictureRows& rows);
   bool (*encode)(PictureWriting& file, const PictureRows& rows);
@@ -71,13 +71,13 @@ extern const PictureFormat jpegFormat;
 extern const PictureFormat tiffFormat;
 extern const PictureFormat pngFormat;
 
-// Exchanges the first and the third byte of each pixel. The two may not overlap.
+// Swaps the first and the third byte of each pixel. `from` and `to` must not overlap.
 void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) noexcept;
 
-// Whether a file may hold a picture of that size: sides of at most 2^20 pixels (each row costs time
-// of its own), at most PRaster::maxPixels, and from 64 MiB of pixels on at most 2048 bytes of
-// pixels a byte of the file, which the formats' compression does not exceed in practice (Deflate
-// reaches 1032, LZW 1360). So a tiny file is refused before any large block is allocated or filled.
+// Whether a file may contain a picture of that size: sides of at most 2^20 pixels (each row takes
+// some time), at most PRaster::maxPixels, and above 64 MiB of pixels at most 2048 bytes of pixels
+// per byte of the file. The formats' compression does not exceed this in practice (Deflate reaches
+// 1032, LZW 1360). So a tiny file is rejected before any large block is allocated.
 bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept;
 
 // Dots per metre; 0, for unknown, if the resolution is not positive or too large.

@@ -1,6 +1,6 @@
-// Errors of the PNG library as a way back out of it: they jump to `escape`, which the caller of the
-// library sets; so no function between there and the library may hold an object that needs its
-// destructor. Warnings are dropped, nothing is printed.
+// Error handling for the PNG library: errors jump to `escape`, which the caller of the library
+// sets. No function between there and the library may have an object with a destructor. Warnings
+// are ignored and nothing is printed.
 #pragma once
 
 #include <png.h>

@@ -1,7 +1,7 @@
-// Decodes straight into the image's rows, interlaced files pass by pass. A file without its IEND
-// chunk is truncated and fails. Memory and work are bounded: of the chunks that need not be
-// understood only transparency and resolution are, so that compressed texts and profiles are never
-// inflated, and image data behind the last row ends the decoding.
+// Decodes directly into the image's rows, pass by pass if interlaced. Decoding fails if the IEND
+// chunk is missing. Memory and work are bounded: of the ancillary chunks only transparency and
+// resolution are read, so that compressed texts and profiles are never inflated, and decoding fails
+// if there is much image data after the last row.
 #include "png_read.h"
 
 #include <algorithm>
@@ -24,14 +24,14 @@ class PngDecoder {
     return attempt(&PngDecoder::readHeader) && isAcceptable(picture, file_.size());
   }
 
-  // REQUIRES: describe succeeded
+  // REQUIRES: describe succeeded.
   bool decode(const PictureRows& rows) {
     rows_ = &rows;
     return attempt(&PngDecoder::readPixels);
   }
 
  private:
-  // The one place to which errors come back.
+  // All errors return here.
   bool attempt(void (PngDecoder::*step)()) {
     if (setjmp(errors_.escape) != 0) return false;
     (this->*step)();
@@ -104,8 +104,8 @@ class PngDecoder {
     if (png_get_rowbytes(png_, info_) != rowBytes) png_error(png_, "row size");
     for (int pass = 0; pass < passes; ++pass)
       for (unsigned y = 0; y < rows_->height(); ++y) {
-        // With the last row the library inflates all image data that is left. Two rows' worth is
-        // more than a row takes, however badly it was compressed.
+        // At the last row the library inflates all remaining image data. Two rows' worth is more
+        // than one row needs, however badly it was compressed.
         if (pass + 1 == passes && y + 1 == rows_->height()) bytesLeft_ = 2 * storedRow + 65536;
         png_read_row(png_, rows_->row(y), nullptr);
         rows_->report(y);
@@ -122,7 +122,8 @@ class PngDecoder {
     if (rows_->bits() == 8) png_set_expand_gray_1_2_4_to_8(png_);
     if (isTransparent()) {
       png_set_tRNS_to_alpha(png_);
-      // In 8 bits for samples of 16 as well: libpng itself widens what it will scale down again.
+      // 8-bit levels even for 16-bit samples: libpng widens them itself, and scales to 8 bits
+      // later.
       const png_color_16 white = {0, 0xFF, 0xFF, 0xFF, 0xFF};
       png_set_background_fixed(png_, &white, PNG_BACKGROUND_GAMMA_SCREEN, 0, 0);
     }
@@ -133,7 +134,7 @@ class PngDecoder {
   static constexpr uint64_t unlimited = UINT64_MAX;
 
   PictureReading& file_;
-  uint64_t bytesLeft_ = unlimited;  // that may be read
+  uint64_t bytesLeft_ = unlimited;  // how many may still be read
   PngErrors errors_;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;

@@ -1,5 +1,5 @@
-// Reading PNG files: opaque bilevel grey as 1 bit, other grey and palette as 8, the rest as 24.
-// Transparency becomes a white background, 16-bit levels are rounded to 8.
+// Reads PNG files: opaque 1-bit grey as 1 bit, other grey and palette as 8, the rest as 24.
+// Transparent pixels are blended with white, 16-bit levels are rounded to 8.
 #pragma once
 
 #include "picture_format.h"

@@ -1,5 +1,4 @@
-// Writes PNG files in the image's own depth: 24-bit RGB, 8-bit grey or palette, 1 bit. Also holds
-// the format's row of the table.
+// Writes PNG files in the image's own depth: 24-bit RGB, 8-bit grey or palette, or 1 bit.
 #include "picture_format.h"
 #include "png_errors.h"
 #include "png_read.h"
@@ -21,7 +20,7 @@ class PngEncoder {
   PngEncoder(const PngEncoder&) = delete;
   PngEncoder& operator=(const PngEncoder&) = delete;
 
-  // The one place to which errors come back.
+  // All errors return here.
   bool encode() {
     if (setjmp(errors_.escape) != 0) return false;
     create();

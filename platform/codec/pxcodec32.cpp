@@ -1,5 +1,4 @@
-// The five functions of the picture codec, and the table of its formats. Each call opens its file,
-// finds the format and leaves the rest to it.
+// Each call opens its file, finds the format and lets it do the work.
 #include "pxcodec32.h"
 
 #include <algorithm>
@@ -34,7 +33,7 @@ constexpr auto capabilities = [] {
   return records;
 }();
 
-// For writing: by the text after the last '.'.
+// For writing: by the extension.
 const PictureFormat* formatOfName(const char* path) noexcept {
   const char* dot = std::strrchr(path, '.');
   if (!dot) return nullptr;
@@ -43,7 +42,7 @@ const PictureFormat* formatOfName(const char* path) noexcept {
   return nullptr;
 }
 
-// For reading: by the file's first bytes. Leaves the file at its start.
+// For reading: by the first bytes. Resets the position to the start.
 const PictureFormat* formatOfContent(PictureReading& file) noexcept {
   BYTE start[16];
   const size_t count = file.read(start, sizeof start);
@@ -90,8 +89,8 @@ HPALETTE makePalette(const PictureDescription& picture) noexcept {
   return CreatePalette(&palette.head);
 }
 
-// Runs one call: no exception leaves it, and the failure switch can end it. The picture libraries
-// say nothing of memory that ran out, but errno does.
+// Runs one call so that no exception leaves it and the failure switch can make it fail. The picture
+// libraries do not report that memory ran out, but errno does.
 template <typename Result, typename Body>
 Result guarded(Result failure, Body body) noexcept {
   if (failsNow(PlatformCall::codec)) return failure;

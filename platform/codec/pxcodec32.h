@@ -1,20 +1,19 @@
 /// @file
-/// The picture codec: pictures in files to and from images in memory. All functions take 8-bit
-/// paths, report failure as 0 (or null), throw nothing, print nothing and may be called from any
-/// thread.
+/// The picture codec, which decodes and encodes picture files. All functions take 8-bit paths,
+/// return 0 or null on failure, throw nothing, print nothing and may be called from any thread.
 ///
-/// Reading goes by the first bytes of a file, writing by the extension of its name. Formats: JPEG
-/// (jpg, jpeg, jpe), TIFF (tif, tiff), PNG (png). Orientation tags are ignored: pixels come as they
-/// are stored. A picture has at most PRaster::maxPixels pixels, 2^20 on a side. Transparency
-/// becomes a white background.
+/// The format is recognised by the first bytes of a file when reading, and selected by the
+/// extension of its name when writing: JPEG (jpg, jpeg, jpe), TIFF (tif, tiff) or PNG (png).
+/// Orientation tags are ignored: pixels are returned as stored. A picture has at most
+/// PRaster::maxPixels pixels, and 2^20 on a side. Transparent pixels are blended with white.
 ///
-/// A JPEG picture whose data is damaged or cut short is delivered as far as it can be decoded, and
-/// PRaster::lostRows (tagLmmInfo::lostRows) tells how many rows that leaves out; one of which
-/// nothing can be decoded is a failure. A TIFF or PNG picture that is damaged or cut short is a
-/// failure, as is any file that claims more than 64 MiB of pixels and is over 2048 times smaller.
+/// A damaged or truncated JPEG picture is decoded as far as possible, and PRaster::lostRows
+/// (tagLmmInfo::lostRows) is the number of bad rows; if no row can be decoded, that is a failure.
+/// So is a damaged or truncated TIFF or PNG picture, and any file whose pixels take more than 64
+/// MiB and more than 2048 times the size of the file.
 ///
-/// Written are: JPEG, baseline 4:2:2 of quality 90, always three components; TIFF, one uncompressed
-/// 8-bit RGB strip at the end of the file; PNG, the image's own depth.
+/// JPEG files are written as baseline 4:2:2 with quality 90 and always three components; TIFF files
+/// with one uncompressed 8-bit RGB strip at the end; PNG files in the image's own depth.
 #pragma once
 
 #include <platform_api.h>
@@ -23,11 +22,11 @@
 
 extern "C" {
 
-/// Called now and then with (done, from, to) while pixels are read or written; its result is
-/// ignored. May be null.
+/// Called repeatedly with (done, from, to) while pixels are read or written. The result is ignored.
+/// May be null.
 typedef int (*CodecProgress)(int, int, int);
 
-/// One record of the capability list, 52 bytes.
+/// A record of the capability list, 52 bytes.
 struct CodecCapability {
   char extension[8];  ///< Without the dot, NUL-terminated.
   int readable;       ///< 1 or 0.
@@ -35,27 +34,27 @@ struct CodecCapability {
   char reserved[36];  ///< Zero.
 };
 
-/// Writes one CodecCapability a known extension into a global memory block of at least 1300 bytes
-/// (25 records). `owner` is not used. Returns the number of records, 0 on failure.
+/// Writes a CodecCapability for each known extension into a global memory block of at least 1300
+/// bytes (25 records). `owner` is not used. Returns the number of records, or 0 on failure.
 EXIFKEEP_PLATFORM_API short AllGetReadWriteCaps(HWND owner, HGLOBAL block);
 
-/// Fills the 40-byte header of the picture at `path`: size, bits a pixel as they will be delivered
-/// (1, 8 or 24), resolution in pixels per metre (0 when the file does not say), colours used
-/// (palette pictures, else 0). Returns 1 or 0.
+/// Fills the 40-byte header for the picture at `path`: size, bits per pixel when decoded (1, 8 or
+/// 24), resolution in pixels per metre (0 if the file does not specify it), colours used (0 unless
+/// it has a palette). Returns 1 or 0.
 EXIFKEEP_PLATFORM_API int AllReadHeader(const char* path, BITMAPINFOHEADER* header);
 
-/// The palette of a palette picture, null for one without (grey pictures included). The caller
+/// The palette of a palette picture, or null for other pictures, including grey ones. The caller
 /// deletes it.
 EXIFKEEP_PLATFORM_API HPALETTE AllReadPalette(const char* path);
 
-/// Decodes the picture at `path` into the image that `image` describes, whose size and depth must
-/// be those of AllReadHeader. Returns 1, or 0 with undefined pixels; where 1, `image->lostRows`
-/// says how many rows are not whole. `offset` is that of the image's GetLmmOffset.
+/// Decodes the picture at `path` into the image that `image` describes, which must have the size
+/// and depth given by AllReadHeader. Returns 1 and sets `image->lostRows` to the number of bad
+/// rows, or returns 0 with undefined pixels. `offset` is the image's GetLmmOffset.
 EXIFKEEP_PLATFORM_API int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                         CodecProgress progress);
 
-/// Writes the image to `path`, replacing an existing file. Returns 1, or 0: then the file does not
-/// exist, unless it could not be opened for writing in the first place.
+/// Writes the image to `path`, replacing any existing file. Returns 1, or 0 on failure; the file is
+/// then deleted, unless it could not be opened for writing in the first place.
 EXIFKEEP_PLATFORM_API int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                         CodecProgress progress);
 

@@ -1,5 +1,6 @@
-// Between the raster's blue, green, red and the red, green, blue of TIFF files. Measured on 12
-// megapixels: byte by byte costs 60 % of writing the file's bytes, five pixels at a time 10 %.
+// Converts between the raster's blue, green, red and the red, green, blue of TIFF files. For 12
+// megapixels this takes 60 % of the time needed to write the file if done byte by byte, and 10 %
+// with five pixels at a time.
 #include <cstring>
 
 #include "picture_format.h"
@@ -27,8 +28,8 @@ constexpr bool hasByteShuffle() noexcept {
 }
 #endif
 
-// Five pixels at a time out of 16 bytes; the 16th is rewritten by the next five. Returns how many
-// pixels are done: all but the last few.
+// Converts five pixels at a time in 16 bytes; the next step overwrites the 16th byte. Returns how
+// many pixels it has converted: all but the last few.
 EXIFKEEP_BYTE_SHUFFLE size_t swapFives(const BYTE* from, BYTE* to, size_t pixels) noexcept {
   using Bytes16 = unsigned char __attribute__((vector_size(16)));
   size_t done = 0;

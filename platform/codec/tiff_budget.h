@@ -1,4 +1,4 @@
-// What decoding a TIFF picture may cost, judged by its directory before any of it is decoded.
+// Limits the cost of decoding a TIFF picture, which is estimated from its directory.
 #pragma once
 
 #include <tiffio.h>
@@ -8,16 +8,17 @@
 
 namespace exifkeep {
 
-// Whether decoding costs no more than the picture and the file justify. `isConverted`: by the
-// library's conversion, which takes a whole strip or row of tiles at a time.
+// Whether the cost of decoding is justified by the sizes of picture and file. `isConverted`:
+// whether the library's conversion is used, which processes a whole strip or row of tiles at a
+// time.
 bool isWithinBudget(TIFF* tiff, uint64_t fileSize, bool isConverted);
 
-// The rows of a strip or tile.
+// The number of rows of a strip or tile.
 uint32_t rowsInPart(TIFF* tiff);
 
-// The size of the buffer for stored bytes that the library is to be given. With one of its own it
-// allocates as it reads, by what the file claims, and 4.5.0 crashes when that fails; it also takes
-// its own for the size of an uncompressed tile, and so refuses most of these.
+// The size of the buffer for stored bytes that must be given to the library. Its own buffer would
+// be reallocated according to sizes in the file, and version 4.5.0 crashes if that fails; it also
+// mistakes that buffer's size for the size of an uncompressed tile and rejects most of them.
 size_t bytesReadAtOnce(TIFF* tiff, bool isConverted);
 
 }  // namespace exifkeep

@@ -1,4 +1,3 @@
-// The TIFF library's view of a picture file: reading, writing and seeking.
 #include "tiff_handle.h"
 
 #include <cstdarg>
@@ -6,9 +5,9 @@
 namespace exifkeep {
 namespace {
 
-constexpr tmsize_t largestAllocation = tmsize_t{1} << 30;
+constexpr tmsize_t maxAllocation = tmsize_t{1} << 30;
 
-// Not 0: the message is dealt with and the process-wide handlers are not called.
+// Returns 1 so that the process-wide handlers are not called.
 int swallow(TIFF*, void*, const char*, const char*, va_list) {
   return 1;
 }
@@ -48,13 +47,13 @@ int keepOpen(thandle_t) {
   return 0;
 }
 
-// "m" in a mode keeps the library from asking for the file in memory.
+// "m" in the mode disables memory mapping.
 template <class File>
 TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept {
   const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
                                                                              TIFFOpenOptionsFree);
   if (!options) return nullptr;
-  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), largestAllocation);
+  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), maxAllocation);
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), swallow, nullptr);
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), swallow, nullptr);
   file.moveTo(0);

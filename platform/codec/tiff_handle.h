@@ -1,6 +1,5 @@
-// A TIFF library handle over a picture file. Its errors and warnings are swallowed (each handle has
-// its own handlers, so nothing reaches the process-wide ones), and no single allocation of the
-// library exceeds 1 GiB.
+// A TIFF library handle for a picture file. Its errors and warnings are ignored, without changing
+// the process-wide handlers, and no single allocation of the library exceeds 1 GiB.
 #pragma once
 
 #include <tiffio.h>
@@ -17,9 +16,9 @@ struct TiffClose {
 };
 using TiffHandle = std::unique_ptr<TIFF, TiffClose>;
 
-// The source must outlive the handle. Null when this is no readable TIFF file.
+// Null if this is not a readable TIFF file. REQUIRES: the source outlives the handle.
 TiffHandle openTiff(TiffSource& source) noexcept;
-// A new little-endian file, which must outlive the handle.
+// Creates a little-endian TIFF file. REQUIRES: `file` outlives the handle.
 TiffHandle createTiff(PictureWriting& file) noexcept;
 
 }  // namespace exifkeep

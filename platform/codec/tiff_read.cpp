@@ -1,6 +1,6 @@
-// Plain pictures (strips, one or three interleaved samples, grey, palette or RGB) are read row by
-// row; all others through the library's conversion to red, green, blue and alpha, one strip or row
-// of tiles at a time. Rows come as stored: Orientation is ignored.
+// Plain pictures (grey, palette or RGB in strips of interleaved samples) are read row by row; all
+// others through the library's conversion to red, green, blue and alpha, one strip or row of tiles
+// at a time. Orientation is ignored.
 #include "tiff_read.h"
 
 #include <algorithm>
@@ -61,7 +61,7 @@ unsigned dotsPerMetre(TIFF* tiff, uint32_t tag) {
   return perMetreFromPerInch(unit == RESUNIT_CENTIMETER ? value * 2.54 : value);
 }
 
-// Colour maps hold 16-bit levels; some writers store 8-bit ones, which then are all below 256.
+// Colour maps have 16-bit levels, but some writers store 8-bit levels, which are all below 256.
 bool readPalette(TIFF* tiff, unsigned count, PictureDescription& picture) {
   uint16_t* red;
   uint16_t* green;
@@ -107,7 +107,7 @@ unsigned levelAt16(const BYTE* levels, size_t index) {
   return level;
 }
 
-// The index or unscaled level of column x in a row of 1, 2, 4 or 8 bits a pixel.
+// The index or unscaled level of column x in a row of 1, 2, 4 or 8 bits per pixel.
 unsigned packedAt(const BYTE* row, unsigned x, unsigned bits) {
   const size_t position = size_t{x} * bits;
   return row[position / 8] >> (8 - bits - position % 8) & ((1u << bits) - 1);
@@ -152,7 +152,7 @@ bool decodeRows(TIFF* tiff, const Layout& layout, const PictureRows& rows) {
   return true;
 }
 
-// Over white. Colours are premultiplied by their alpha.
+// Blends with white. Colours are premultiplied by their alpha.
 void blendRow(const uint32_t* from, BYTE* to, unsigned width) {
   const auto onWhite = [](unsigned level, unsigned alpha) {
     return static_cast<BYTE>(std::min(255u, level + 255 - alpha));
@@ -180,10 +180,10 @@ class ColourConversion {
 
   bool decode(unsigned rowsAtOnce, const PictureRows& rows) {
     if (!begun_ || rowsAtOnce == 0) return false;
-    const unsigned most = std::min(rowsAtOnce, rows.height());
-    std::vector<uint32_t> pixels(size_t{rows.width()} * most);
-    for (unsigned y = 0; y < rows.height(); y += most) {
-      const unsigned count = std::min(most, rows.height() - y);
+    const unsigned maxCount = std::min(rowsAtOnce, rows.height());
+    std::vector<uint32_t> pixels(size_t{rows.width()} * maxCount);
+    for (unsigned y = 0; y < rows.height(); y += maxCount) {
+      const unsigned count = std::min(maxCount, rows.height() - y);
       image_.row_offset = static_cast<int>(y);
       if (!TIFFRGBAImageGet(&image_, pixels.data(), rows.width(), count)) return false;
       for (unsigned i = 0; i < count; ++i)
@@ -220,7 +220,7 @@ bool describeTiff(PictureReading& file, PictureDescription& picture) {
 
 bool decodeTiff(PictureReading& file, const PictureRows& rows) {
   TiffSource source(file);
-  std::vector<BYTE> stored;  // outlives the handle, which reads into it
+  std::vector<BYTE> stored;  // must outlive the handle, which reads into it
   const TiffHandle tiff = source.hasDirectory() ? openTiff(source) : nullptr;
   PictureDescription picture;
   if (!tiff || !describe(tiff.get(), file.size(), picture) || !rows.fit(picture)) return false;

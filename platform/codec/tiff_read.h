@@ -1,4 +1,5 @@
-// Reading TIFF files (TIFF 6.0, any byte order, BigTIFF, every compression the TIFF library knows).
+// Reads TIFF files (TIFF 6.0 and BigTIFF, in either byte order; see tiff_budget.cpp for
+// compressions).
 #pragma once
 
 #include "picture_format.h"
@@ -6,8 +7,9 @@
 namespace exifkeep {
 
 bool isTiff(const BYTE* start, size_t count);
-// The picture is the file's first directory. Strips of bilevel pixels come as 1 bit, grey and
-// palette as 8; everything else, and whatever is tiled, as 24.
+// The picture is that of the file's first directory. Pictures in strips are decoded as 1 bit if
+// they have 1-bit grey levels, as 8 if grey or palette; everything else, and all tiled pictures,
+// as 24.
 bool describeTiff(PictureReading& file, PictureDescription& picture);
 bool decodeTiff(PictureReading& file, const PictureRows& rows);
 

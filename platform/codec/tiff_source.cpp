@@ -1,4 +1,4 @@
-// Both forms of TIFF, classic (TIFF 6.0, section 2) and BigTIFF, in both byte orders.
+// Handles both classic TIFF (TIFF 6.0, section 2) and BigTIFF, in both byte orders.
 #include "tiff_source.h"
 
 #include <tiffio.h>
@@ -23,10 +23,10 @@ constexpr uint16_t neededTags[] = {
     TIFFTAG_JPEGTABLES,       TIFFTAG_YCBCRCOEFFICIENTS,  TIFFTAG_YCBCRSUBSAMPLING,
     TIFFTAG_YCBCRPOSITIONING, TIFFTAG_REFERENCEBLACKWHITE};
 
-constexpr uint64_t largestTable = 8 << 20;  // offsets or sizes of strips or tiles
-constexpr uint64_t largestValue = 1 << 20;  // anything else
+constexpr uint64_t maxTableSize = 8 << 20;  // offsets or sizes of strips or tiles
+constexpr uint64_t maxValueSize = 1 << 20;  // anything else
 
-// Bytes of a value of each type; 0 for types that there are not.
+// The size of a value of each type; 0 for unknown types.
 constexpr uint8_t typeSizes[] = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4, 0, 0, 8, 8, 8};
 
 struct Form {
@@ -55,7 +55,7 @@ bool isTable(uint16_t tag) {
          tag == TIFFTAG_TILEOFFSETS || tag == TIFFTAG_TILEBYTECOUNTS;
 }
 
-// The needed tags of which there has been no entry yet.
+// The needed tags that have not occurred yet.
 class Wanted {
  public:
   bool take(const Form& form, const uint8_t* entry) {
@@ -68,7 +68,7 @@ class Wanted {
     const uint64_t type = form.number(entry + 2, 2);
     const uint64_t count = form.number(entry + 4, form.offsetSize());
     const uint64_t size = type < std::size(typeSizes) ? typeSizes[type] : 0;
-    return size != 0 && count <= (isTable(tag) ? largestTable : largestValue) / size;
+    return size != 0 && count <= (isTable(tag) ? maxTableSize : maxValueSize) / size;
   }
 
  private:
@@ -82,7 +82,7 @@ TiffSource::TiffSource(PictureReading& file) : file_(file) {
   file_.moveTo(0);
 }
 
-// Leaves directory_ empty when the file does not hold it.
+// Leaves directory_ empty if the file does not have the whole directory.
 void TiffSource::readDirectory() {
   uint8_t header[16] = {};
   file_.moveTo(0);
@@ -90,14 +90,14 @@ void TiffSource::readDirectory() {
   Form form = {header[0] == 'M', false};
   form.isBig = form.number(header + 2, 2) == TIFF_VERSION_BIG;
   directoryAt_ = form.number(header + form.headerSize() - form.offsetSize(), form.offsetSize());
-  if (directoryAt_ < form.headerSize()) return;  // the header itself is read unchanged
+  if (directoryAt_ < form.headerSize()) return;  // must not overlap the header
 
   uint8_t countBytes[8];
   file_.moveTo(directoryAt_);
   if (file_.read(countBytes, form.countSize()) != form.countSize()) return;
   const uint64_t count = form.number(countBytes, form.countSize());
-  constexpr uint64_t mostEntries = 65535;
-  if (count == 0 || count > mostEntries) return;
+  constexpr uint64_t maxEntries = 65535;
+  if (count == 0 || count > maxEntries) return;
   std::vector<uint8_t> entries(count * form.entrySize());
   if (file_.read(entries.data(), entries.size()) != entries.size()) return;
 

@@ -1,6 +1,6 @@
-// A TIFF file as the TIFF library gets to see it: in its first directory only the entries that
-// decoding needs, each once and none larger than it can sensibly be, and no further directory. The
-// library loads every entry that it finds, of any size, and compares each with each.
+// Presents a TIFF file to the TIFF library with only those entries in the first directory that are
+// needed for decoding, each once and limited in size, and no other directory. The library would
+// load all entries, whatever their size, and compare each with every other.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ class TiffSource {
   // REQUIRES: `file` outlives this object.
   explicit TiffSource(PictureReading& file);
 
-  // Whether the file holds its first directory whole.
+  // Whether the file has its whole first directory.
   bool hasDirectory() const noexcept { return !directory_.empty(); }
 
   uint64_t size() const noexcept { return file_.size(); }
@@ -29,7 +29,7 @@ class TiffSource {
 
   PictureReading& file_;
   uint64_t directoryAt_ = 0;
-  std::vector<uint8_t> directory_;  // what is read there instead of the file's bytes; not longer
+  std::vector<uint8_t> directory_;  // replaces the file's bytes there, and is not longer
 };
 
 }  // namespace exifkeep

@@ -1,6 +1,6 @@
-// Writes TIFF files of one form for every image: little-endian, directory at offset 8, its values,
-// then one uncompressed strip of 8-bit RGB rows that ends the file. Exif saving moves that strip
-// and relies on the form. Also holds the format's row of the table.
+// Writes all images as TIFF files of the same form: little-endian, directory at offset 8, its
+// values, then one uncompressed strip of 8-bit RGB rows to the end of the file. TIFF saving
+// (src/tiff) moves that strip and relies on this form.
 #include <algorithm>
 #include <vector>
 
@@ -11,8 +11,7 @@
 namespace exifkeep {
 namespace {
 
-// The file system takes its time by the call: 12 megapixels in pieces of 256 KiB take a fifth
-// longer.
+// Each write call costs time: writing 12 megapixels in pieces of 256 KiB takes a fifth longer.
 constexpr size_t bytesAtOnce = 1 << 22;
 
 void setResolution(TIFF* tiff, const PictureRows& rows) {
@@ -36,21 +35,21 @@ void setFields(TIFF* tiff, const PictureRows& rows) {
   setResolution(tiff, rows);
 }
 
-// The strip's offset and count stay open, so that the directory goes ahead of the pixels.
+// Leaves the strip's offset and count for later, so that the directory precedes the pixels.
 bool writeDirectory(TIFF* tiff) {
   return TIFFDeferStrileArrayWriting(tiff) == 1 && TIFFWriteCheck(tiff, 0, "picture") == 1 &&
          TIFFWriteDirectory(tiff) == 1 && TIFFSetDirectory(tiff, 0) == 1;
 }
 
-// Successive raw writes to one strip append to it.
+// Repeated raw writes to a strip append to it.
 bool writeStrip(TIFF* tiff, const PictureRows& rows) {
   const size_t rowBytes = size_t{rows.width()} * 3;
-  const unsigned most =
+  const unsigned maxRows =
       static_cast<unsigned>(std::clamp<size_t>(bytesAtOnce / rowBytes, 1, rows.height()));
-  std::vector<BYTE> piece(rowBytes * most);
+  std::vector<BYTE> piece(rowBytes * maxRows);
   std::vector<BYTE> expanded(rows.bits() == 24 ? 0 : rowBytes);
-  for (unsigned y = 0; y < rows.height(); y += most) {
-    const unsigned count = std::min(most, rows.height() - y);
+  for (unsigned y = 0; y < rows.height(); y += maxRows) {
+    const unsigned count = std::min(maxRows, rows.height() - y);
     for (unsigned i = 0; i < count; ++i) {
       if (!expanded.empty()) rows.expand(y + i, expanded.data());
       const BYTE* bgr = expanded.empty() ? rows.row(y + i) : expanded.data();

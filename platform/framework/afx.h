@@ -1,7 +1,7 @@
 /// @file
-/// The framework's root class and its string. Strings hold 8-bit text without a NUL inside; short
-/// ones, and texts loaded from a module, need no memory of their own. Memory shortage is reported
-/// as std::bad_alloc and nothing else is thrown. Relies on windows.h for the type names only.
+/// The framework's root class and its string. Strings have 8-bit characters and no NUL inside.
+/// Short ones, and texts loaded from a module, allocate no memory. The only exception thrown is
+/// std::bad_alloc.
 #pragma once
 
 #include <platform_api.h>
@@ -20,7 +20,7 @@
 #endif
 /// @endcond
 
-/// The root of the framework's classes. Not to be copied.
+/// The root of the framework's classes. Cannot be copied.
 class EXIFKEEP_PLATFORM_API CObject {
  public:
   /// @cond
@@ -33,17 +33,17 @@ class EXIFKEEP_PLATFORM_API CObject {
   CObject() = default;
 };
 
-/// A text of 8-bit characters.
+/// A string of 8-bit characters.
 class EXIFKEEP_PLATFORM_API CString {
  public:
   /// Empty.
   CString() = default;
-  /// A copy of the text; empty for null.
+  /// A copy of the text, or empty if it is null.
   CString(const char* text) : text_(text ? text : "") {}
   /// A copy of `length` bytes. REQUIRES: no NUL among them.
   CString(const char* text, int length) : text_(text, static_cast<size_t>(length)) {}
   /// @{
-  /// Copies and moves as a value does.
+  /// Copies and moves like a value.
   CString(const CString& other) : text_(other.view()) {}
   CString(CString&& other) noexcept = default;
   ~CString() = default;
@@ -55,41 +55,41 @@ class EXIFKEEP_PLATFORM_API CString {
   /// Null empties the string.
   CString& operator=(const char* text) { return *this = CString(text); }
   /// @{
-  /// Appends; nothing for null or NUL.
+  /// Appends. Null and NUL append nothing.
   CString& operator+=(const CString& tail);
   CString& operator+=(const char* tail);
   CString& operator+=(char tail);
   /// @}
 
-  /// The text with its NUL, valid until the string is changed or destroyed. A function that takes
-  /// any argument, such as printf, has to be given `static_cast<const char*>(text)`.
+  /// The text with its NUL, valid until the string is changed or destroyed. To a variadic function
+  /// such as printf, pass `static_cast<const char*>(text)`.
   operator LPCSTR() const { return view().data(); }
-  /// The text, valid as long; also what std::string is made of.
+  /// The text, valid likewise. A std::string can be made from it.
   operator std::string_view() const noexcept { return view(); }
   /// @{
-  /// The bytes, as a container has them, which QString::fromUtf8 asks for. Valid as long.
+  /// The bytes as a container, for example for QString::fromUtf8. Valid likewise.
   const char* data() const noexcept { return view().data(); }
   size_t size() const noexcept { return view().size(); }
   const char* begin() const noexcept { return data(); }
   const char* end() const noexcept { return data() + size(); }
   /// @}
-  /// In bytes, without the NUL.
+  /// The length in bytes, without the NUL.
   int GetLength() const { return static_cast<int>(view().size()); }
-  /// Whether there is no text.
+  /// Whether the length is 0.
   BOOL IsEmpty() const { return view().empty(); }
   /// Makes the string empty.
   void Empty() { *this = CString(); }
 
   /// @{
-  /// A character. A position outside the text reads as NUL and is not written to. Writing NUL ends
-  /// the text there.
+  /// A character. Outside the text, NUL is read and nothing is written. Writing NUL truncates the
+  /// text there.
   char GetAt(int index) const;
   char operator[](int index) const { return GetAt(index); }
   void SetAt(int index, char value);
   /// @}
 
   /// @{
-  /// A part of the text. Counts and positions outside the text are cut to it.
+  /// A part of the text. Counts and positions are limited to the text.
   CString Left(int count) const;
   CString Right(int count) const;
   CString Mid(int first) const;
@@ -97,7 +97,7 @@ class EXIFKEEP_PLATFORM_API CString {
   /// @}
 
   /// @{
-  /// The position of the first (ReverseFind: last) occurrence from `start` on, or -1.
+  /// The position of the first occurrence from `start` on (ReverseFind: of the last one), or -1.
   int Find(char wanted, int start = 0) const;
   int Find(const char* wanted, int start = 0) const;
   int ReverseFind(char wanted) const;
@@ -105,15 +105,16 @@ class EXIFKEEP_PLATFORM_API CString {
   /// Replaces every `from`. Returns the number of characters replaced.
   int Replace(char from, char to);
 
-  /// printf into this string, with "." in numbers whatever the locale. Arguments may point into it.
+  /// Formats like printf, with "." in numbers whatever the locale. Arguments may point into this
+  /// string.
   void Format(const char* format, ...) AFX_PRINTF_FORMAT(2, 3);
 
-  /// The text with this id of the thread's current module state, in the user's language and code
-  /// page; FALSE and empty when it has none.
+  /// Loads a text of the thread's current module state, in the user's language and code page.
+  /// FALSE, with the string empty, if there is no such text.
   BOOL LoadString(UINT id);
 
   /// @{
-  /// Compares bytes, as numbers without sign.
+  /// Compares the bytes as unsigned numbers.
   friend bool operator==(const CString& left, const CString& right) {
     return left.view() == right.view();
   }
@@ -130,14 +131,14 @@ class EXIFKEEP_PLATFORM_API CString {
   std::string_view view() const { return loaded_.data() ? loaded_ : text_; }
   std::string& ownText();
 
-  // A text of a module's table is pointed to until this string is changed: a list of forty labels
-  // is made without copying one. A copy of the string has its own text and outlives the module.
+  // A text from a module's table is not copied until this string is changed, so that a list of
+  // forty labels needs no copies. A copy of the string has its own text and may outlive the module.
   std::string text_;
-  std::string_view loaded_;  // no data: text_ counts
+  std::string_view loaded_;  // used instead of text_ unless its data is null
 };
 
 /// @{
-/// Both texts, one behind the other.
+/// Concatenation.
 EXIFKEEP_PLATFORM_API CString operator+(const CString& left, const CString& right);
 EXIFKEEP_PLATFORM_API CString operator+(const CString& left, const char* right);
 EXIFKEEP_PLATFORM_API CString operator+(const char* left, const CString& right);

@@ -1,7 +1,6 @@
 /// @file
-/// The framework's list of pointers. The pointers' targets belong to whoever put them in. Nodes
-/// come in blocks, so that a list of some dozen entries costs a few allocations; adding may throw
-/// std::bad_alloc and then leaves the list as it was.
+/// The framework's list of pointers. It does not own what the pointers point to. Nodes are
+/// allocated in blocks. Adding may throw std::bad_alloc and then leaves the list unchanged.
 #pragma once
 
 #include <afx.h>
@@ -13,26 +12,26 @@ struct AfxListNode;
 struct AfxListBlock;
 /// @endcond
 
-/// A place in a list; null is behind either end. Stays valid until its entry is removed.
+/// A position in a list, or null beyond either end. Valid until its element is removed.
 using POSITION = AfxListNode*;
 
-/// A list of pointers. To walk it:
+/// A list of pointers. To iterate over it:
 ///
 ///     for (void* element : list) use(element);
 class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
  public:
   /// Empty.
   CPtrList() = default;
-  /// What the elements point to is not destroyed.
+  /// Does not destroy what the elements point to.
   ~CPtrList() override;
 
   /// The number of elements.
   int GetCount() const { return count_; }
-  /// Whether there are none.
+  /// Whether there are no elements.
   BOOL IsEmpty() const { return count_ == 0; }
 
   /// @{
-  /// The first (last) element, which the Remove functions take out; null for an empty list.
+  /// The first or last element, or null if the list is empty. The Remove functions also remove it.
   void* GetHead() const;
   void* GetTail() const;
   void* RemoveHead();
@@ -40,31 +39,30 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
   /// @}
 
   /// @{
-  /// Adds an element at this end and returns its place.
+  /// Adds an element at the head or tail and returns its position.
   POSITION AddHead(void* value);
   POSITION AddTail(void* value);
   /// @}
 
-  /// Empties the list. What the elements point to is not destroyed.
+  /// Removes all elements. Does not destroy what they point to.
   void RemoveAll();
 
   /// @{
-  /// The place of the first (last) element; null for an empty list.
+  /// The position of the first or last element, or null if the list is empty.
   POSITION GetHeadPosition() const { return head_; }
   POSITION GetTailPosition() const { return tail_; }
   /// @}
 
   /// @{
-  /// The element at a place of this list, which GetNext and GetPrev then move to the next
-  /// (previous) one. RemoveAt takes the element out. REQUIRES: position is a place of this list,
-  /// not null.
+  /// The element at a position. GetNext and GetPrev then move the position to the next or previous
+  /// one. RemoveAt removes the element. REQUIRES: a position in this list, not null.
   void* GetNext(POSITION& position) const;
   void* GetPrev(POSITION& position) const;
   void* GetAt(POSITION position) const;
   void RemoveAt(POSITION position);
   /// @}
 
-  /// A place that knows its list, for algorithms and range-based for.
+  /// For algorithms and range-based for.
   class Iterator {
    public:
     /// @cond
@@ -91,7 +89,7 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
   };
 
   /// @{
-  /// From the first element to behind the last one.
+  /// The range of all elements.
   Iterator begin() const { return {this, head_}; }
   Iterator end() const { return {this, nullptr}; }
   /// @}
@@ -101,8 +99,8 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
 
   AfxListNode* head_ = nullptr;
   AfxListNode* tail_ = nullptr;
-  AfxListNode* free_ = nullptr;  // removed ones
+  AfxListNode* free_ = nullptr;  // removed nodes
   AfxListBlock* blocks_ = nullptr;
-  int untouched_ = 0;  // nodes at the end of the newest block that were never used
+  int untouched_ = 0;  // nodes of the newest block that have not been used yet
   int count_ = 0;
 };

@@ -1,7 +1,7 @@
-// Module states: which module's texts CString::LoadString finds. A library makes its own state the
-// current one of the calling thread for the time of a call. Language and code page are taken from
-// the environment at the first text loaded after the switch and kept until it ends, so that one
-// call's texts agree with each other and a later call follows a changed environment.
+// Module states decide from which module CString::LoadString loads texts. A library makes its own
+// state the calling thread's current one during a call. Language and code page are read from the
+// environment when the first text is loaded and kept until the end of the call, so that all texts
+// of a call are in the same language and a later call follows a changed environment.
 #pragma once
 
 #include <module_strings.h>
@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-// A module's state lives as long as the module; the table is not copied.
+// Exists as long as its module. The table is not copied.
 class AFX_MODULE_STATE {
  public:
   constexpr explicit AFX_MODULE_STATE(const AfxStringTable* strings) : strings_(strings) {}
@@ -21,8 +21,9 @@ class AFX_MODULE_STATE {
   const AfxStringTable* strings_;
 };
 
-// Makes `module` the current state of this thread; its end restores the state before. Nests. Until
-// then the thread is not cancelled: no call of a library is left halfway.
+// Makes `module` the current state of this thread. The destructor restores the previous one;
+// objects may nest. During its lifetime the thread cannot be cancelled, so that a library's call is
+// completed.
 class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
  public:
   explicit AFX_MAINTAIN_STATE2(const AFX_MODULE_STATE* module) noexcept;
@@ -30,14 +31,14 @@ class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
   AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
   AFX_MAINTAIN_STATE2& operator=(const AFX_MAINTAIN_STATE2&) = delete;
 
-  // Finds the module's text with this id: `text` becomes the table's own where that is what is
-  // wanted, else `encoded` gets the text. False, and neither touched, when there is none.
+  // Finds a text of the module. Either `text` is set to the one in the table, or `encoded` to a
+  // copy in the user's code page. False, with both unchanged, if there is no such text.
   bool loadText(UINT id, std::string_view& text, std::string& encoded);
 
  private:
   const AFX_MODULE_STATE* module_;
   AFX_MAINTAIN_STATE2* previous_;
-  int cancellation_;  // whether the thread could be cancelled before
+  int cancellation_;  // the previous cancellation state
   bool languageTaken_ = false;
   exifkeep::ModuleStrings strings_;
 };

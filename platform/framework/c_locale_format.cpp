@@ -1,4 +1,4 @@
-// Text of any length over printInCLocale: most fit into a buffer, the others are printed twice.
+// Most texts fit into the buffer; others are printed twice.
 #include <c_locale_format.h>
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// printf whose numbers look the same in every locale.
+// printf independent of the locale.
 #pragma once
 
 #include <cstdarg>
@@ -7,13 +7,12 @@
 
 namespace exifkeep {
 
-// vsnprintf in the "C" locale, whatever locale the process or thread is in: decimal points are ".",
-// and the bytes of any code page pass "%s". Made of the system's own calls, in platform/posix and
-// platform/windows.
+// vsnprintf in the "C" locale, whatever the locale of process and thread: decimal points are ".",
+// and
+// "%s" accepts bytes of any code page. Implemented in platform/posix and platform/windows.
 int printInCLocale(char* target, size_t size, const char* format, va_list arguments);
 
-// The text that printInCLocale makes; empty when the format cannot be carried out. May throw
-// std::bad_alloc.
+// The text that printInCLocale prints, or empty if it fails. May throw std::bad_alloc.
 std::string formatInCLocale(const char* format, va_list arguments);
 
 }  // namespace exifkeep

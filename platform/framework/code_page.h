@@ -1,5 +1,5 @@
 /// @file
-/// The user's code page: what 8-bit texts of the string tables are handed out in.
+/// The user's code page, to which texts of the string tables are converted.
 #pragma once
 
 #include <platform_api.h>
@@ -10,12 +10,11 @@
 
 namespace exifkeep {
 
-/// Turns UTF-8 into the user's code page, with "?" for each character that it lacks. Belongs to one
-/// thread at a time.
+/// Converts UTF-8 to the user's code page, with "?" for each character that it lacks. Only one
+/// thread at a time may use an object.
 class EXIFKEEP_PLATFORM_API CodePageEncoder {
  public:
-  /// For the code page that the environment names now. Null when that is UTF-8, so that nothing is
-  /// to be turned.
+  /// An encoder for the environment's current code page, or null if that is UTF-8.
   static std::unique_ptr<CodePageEncoder> forUser();
   /// @cond
   ~CodePageEncoder();
@@ -23,7 +22,7 @@ class EXIFKEEP_PLATFORM_API CodePageEncoder {
   CodePageEncoder& operator=(const CodePageEncoder&) = delete;
   /// @endcond
 
-  /// Makes `text` what `utf8` is in the code page. May throw std::bad_alloc.
+  /// Sets `text` to `utf8` converted to the code page. May throw std::bad_alloc.
   void encode(std::string_view utf8, std::string& text);
 
  private:

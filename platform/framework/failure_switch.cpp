@@ -1,5 +1,5 @@
-// The state behind the failure switch. Failures and call counts are the thread's own, so that tests
-// on several threads do not disturb each other; what is held is counted for the whole process.
+// Failures and call counts are per thread, so that tests on several threads do not interfere; open
+// handles, blocks and palettes are counted for the whole process.
 #include <failure_switch.h>
 
 #if defined(EXIFKEEP_FAILURE_SWITCH)
@@ -23,7 +23,7 @@ CallState& stateOf(PlatformCall kind) {
   return calls[static_cast<size_t>(kind)];
 }
 
-// What a call of each kind leaves in errno: 0 where it has nothing to say.
+// The errno that a failing call of each kind sets.
 int reasonOf(PlatformCall kind) {
   switch (kind) {
     case PlatformCall::open: return EMFILE;

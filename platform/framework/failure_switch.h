@@ -1,7 +1,6 @@
-// Test builds only (EXIFKEEP_FAILURE_SWITCH): makes a chosen platform call fail and counts what is
-// still held, so that tests can walk through every failure of an operation and show that nothing
-// leaks. In normal builds failsNow is constant false and all else is absent. Raster and codec code
-// may ask failsNow as well.
+// In test builds (EXIFKEEP_FAILURE_SWITCH) makes chosen platform calls fail and counts open
+// handles, blocks and palettes, so that tests can try every failure of an operation and check that
+// nothing leaks. In normal builds failsNow is constantly false.
 #pragma once
 
 namespace exifkeep {
@@ -21,30 +20,30 @@ enum class PlatformCall {
   temporaryDirectory,
   palette,
   codec,
-  kinds  // how many kinds there are; not a kind
+  kinds  // the number of kinds, not a kind
 };
 
 #if defined(EXIFKEEP_FAILURE_SWITCH)
 
-// Makes the n-th call of this kind from now on fail on this thread, and those after it too if asked
-// for; n counts from 1. One failure per kind can be set.
+// Makes the n-th call of this kind from now on fail on this thread, and optionally all after it; n
+// counts from 1. One failure per kind can be set.
 void failCall(PlatformCall kind, int n, bool andAllAfter = false) noexcept;
 
-// The calls of this kind that this thread made since its last clearFailures.
+// The number of calls of this kind by this thread since its last clearFailures.
 int callsMade(PlatformCall kind) noexcept;
 
-// Takes back this thread's failCall and starts its counts anew.
+// Cancels this thread's failures and resets its counts.
 void clearFailures() noexcept;
 
-// What the whole process holds: file handles, global memory blocks, palettes.
+// The number of open file handles, global memory blocks and palettes in the whole process.
 int openHandles() noexcept;
 int liveBlocks() noexcept;
 int livePalettes() noexcept;
 
-// The hook: counts one call of this kind and tells whether it is the one that shall fail.
+// Counts a call of this kind and returns whether it must fail.
 bool failsNow(PlatformCall kind) noexcept;
 
-// The hooks behind the counts; change is 1 or -1.
+// Update the numbers above; change is 1 or -1.
 void countHandle(int change) noexcept;
 void countBlock(int change) noexcept;
 void countPalette(int change) noexcept;

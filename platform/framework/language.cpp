@@ -1,5 +1,6 @@
-// Matching is by the language alone; only Chinese has two variants, told apart by script (RFC 5646
-// "Hant", "Hans") or, without one, by region: Taiwan, Hong Kong and Macao write traditionally.
+// Only the language is compared, except that Chinese has two variants. These are distinguished by
+// script (RFC 5646 "Hant", "Hans") or, without one, by region: Taiwan, Hong Kong and Macao use
+// traditional characters.
 #include <language.h>
 #include <locale_name.h>
 #include <system_language.h>
@@ -33,7 +34,7 @@ constexpr std::array<LanguageVariant, 13> variants{{
 
 static_assert(std::ranges::is_sorted(variants, {}, &LanguageVariant::language));
 
-// Takes the text up to the first of `separators` off the front of `list`.
+// Removes the part before the first of `separators` from the front of `list` and returns it.
 std::string_view takePart(std::string_view& list, const char* separators) {
   const std::string_view part = list.substr(0, list.find_first_of(separators));
   list.remove_prefix(std::min(list.size(), part.size() + 1));
@@ -45,7 +46,7 @@ bool isSubtag(std::string_view part) {
          std::all_of(part.begin(), part.end(), isAsciiLetterOrDigit);
 }
 
-// `subtags` follow the language, none of them empty; REQUIRES: they are well-formed.
+// `subtags` are those after the language. REQUIRES: they are well-formed.
 LANGID chineseVariant(std::string_view subtags) {
   LANGID byRegion = simplifiedChinese;
   while (!subtags.empty()) {
@@ -70,7 +71,7 @@ bool isCLocale(std::string_view name) {
   return name == "C" || name == "POSIX";
 }
 
-// The first entry of a LANGUAGE list that names one of the variants.
+// The first entry of a LANGUAGE list that matches a variant.
 std::optional<LANGID> firstMatch(std::string_view list) {
   while (!list.empty()) {
     const std::string_view name = takePart(list, ":");
@@ -97,12 +98,12 @@ LANGID matchLanguage(std::string_view name) {
   return 0;
 }
 
-// The low ten bits are the language, those above the region (or script).
+// The low ten bits are the language, the others the region or script.
 LANGID matchLanguage(LANGID language) {
   constexpr LANGID languageBits = 0x3FF;
   const auto isSame = [language](LANGID other) { return ((language ^ other) & languageBits) == 0; };
   if (isSame(simplifiedChinese)) {
-    // Taiwan, Hong Kong, Macao, and the traditional script by itself.
+    // Taiwan, Hong Kong, Macao, and traditional script without a region.
     for (const LANGID traditional : {0x0404, 0x0C04, 0x1404, 0x7C04})
       if (language == traditional) return traditionalChinese;
     return simplifiedChinese;
@@ -112,7 +113,7 @@ LANGID matchLanguage(LANGID language) {
   return 0;
 }
 
-// The "C" locale asks for untranslated texts and so overrules LANGUAGE, as GNU gettext has it.
+// The "C" locale means untranslated texts and overrides LANGUAGE, as in GNU gettext.
 LANGID userLanguage() {
   if (const LANGID chosen = threadLanguage()) {
     const LANGID language = matchLanguage(chosen);

@@ -1,4 +1,3 @@
-// Cutting up POSIX locale names. Relies on std::getenv only.
 #include <locale_name.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// POSIX locale names, language[_territory][.charset][@modifier], and the environment variables that
-// hold them. ASCII only, whatever the process locale.
+// POSIX locale names, language[_territory][.charset][@modifier], and ASCII letters, independent of
+// the process locale.
 #pragma once
 
 #include <initializer_list>
@@ -7,15 +7,15 @@
 
 namespace exifkeep {
 
-// The value of the first of these environment variables that is set and not empty, else empty.
+// The value of the first of these environment variables that is set and not empty, or else empty.
 // Valid until the environment changes.
 std::string_view firstSet(std::initializer_list<const char*> variables);
 
-// The part before the charset and modifier, and the charset; empty where a name has none.
+// The part before charset and modifier, and the charset; empty if the name has none.
 std::string_view languageOf(std::string_view localeName);
 std::string_view charsetOf(std::string_view localeName);
 
-// The letter in lower case; any other character as it is.
+// Converts an ASCII letter to lower case; other characters are unchanged.
 constexpr char lowerCase(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
 }

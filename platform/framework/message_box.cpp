@@ -1,6 +1,4 @@
-// Telling the user something: the host's handler does it, or the system does. Also the owner
-// window that dialogs belong to. The framework's own prompts are its own, in English, and not
-// a module's texts.
+// The framework's own prompts are in English, not in a module's string table.
 #include <afxwin.h>
 #include <system_message.h>
 
@@ -40,7 +38,7 @@ int AfxMessageBox(UINT id, UINT type, UINT) {
   return AfxMessageBox(text, type);
 }
 
-// The handler runs outside the lock, so that it may take its time or install another one.
+// The handler is called without the lock, so that it may block or install another handler.
 int AfxMessageBox(LPCSTR text, UINT type, UINT) {
   const InstalledHandler handler = currentHandler();
   if (handler.show) return handler.show(handler.context, text, type);

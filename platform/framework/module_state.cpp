@@ -1,5 +1,3 @@
-// The chain of module state switches of each thread, and looking up a text in the innermost one, in
-// the language that was found when the switch's first text was loaded.
 #include <afx.h>
 #include <afxstat_.h>
 #include <thread_cancellation.h>

@@ -1,6 +1,6 @@
 /// @file
-/// What the platform library shows to hosts: the classes and functions marked here, and on POSIX
-/// systems those of windows.h and shellapi.h. All else in it is hidden.
+/// Marks the classes and functions that the platform library exports. On POSIX it also exports
+/// those of windows.h and shellapi.h.
 #pragma once
 
 /// @cond
@@ -9,6 +9,6 @@
 #elif defined(EXIFKEEP_PLATFORM_BUILD)
 #define EXIFKEEP_PLATFORM_API __declspec(dllexport)
 #else
-#define EXIFKEEP_PLATFORM_API  // to import functions takes no word
+#define EXIFKEEP_PLATFORM_API  // not needed to import functions
 #endif
 /// @endcond

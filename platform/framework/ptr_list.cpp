@@ -1,5 +1,5 @@
-// CPtrList: a doubly linked list whose nodes are cut from blocks. Removed nodes are kept for the
-// next entry; an emptied list gives all of its memory back.
+// A doubly linked list whose nodes are allocated in blocks. Removed nodes are reused; an empty list
+// has no memory.
 #include <afxcoll.h>
 
 struct AfxListNode {
@@ -13,7 +13,7 @@ struct AfxListBlock {
   AfxListBlock* next;
   AfxListNode nodes[capacity];
 
-  // Written out, so that creating a block does not clear its nodes.
+  // User-defined, so that creating a block does not clear its nodes.
   explicit AfxListBlock(AfxListBlock* rest) : next(rest) {}
 };
 
@@ -31,7 +31,7 @@ void CPtrList::RemoveAll() {
   count_ = untouched_ = 0;
 }
 
-// May throw, and then nothing has changed. The node's fields are the caller's to set.
+// Returns a node whose fields the caller has to set. If it throws, the list is unchanged.
 AfxListNode* CPtrList::takeNode() {
   AfxListNode* node = free_;
   if (node) {

@@ -1,6 +1,6 @@
 /// @file
-/// What a host answers while AddAudioFile copies a recording. Windows' own shell shows progress and
-/// asks in windows of its own, so there the handler is never called.
+/// The host's part in copying a recording in AddAudioFile. Not used on Windows, where the shell
+/// shows its own dialogs.
 #pragma once
 
 #include <platform_api.h>
@@ -8,18 +8,19 @@
 
 #include <cstdint>
 
-/// The host's answers while AddAudioFile copies a recording. The functions run on the thread that
+/// Functions that AddAudioFile calls while copying a recording. They are called on the thread that
 /// copies and must not throw.
 struct ShellCopyHandler {
-  /// Asked before an existing target is replaced; false cancels the copy. Null is always false.
+  /// Called before an existing target is replaced; false cancels the copy, as does a null pointer.
   bool (*mayOverwrite)(void* context, HWND owner, const char* source, const char* target) = nullptr;
-  /// Told the bytes copied so far and in all, first with 0; false cancels the copy. May be null.
+  /// Called with the number of bytes copied so far, beginning with 0, and in total; false cancels
+  /// the copy. May be null.
   bool (*progress)(void* context, HWND owner, uint64_t done, uint64_t total) = nullptr;
-  /// Handed to both functions; stays the host's.
+  /// Passed to both functions.
   void* context = nullptr;
 };
 
-/// Installs the handler for all threads of the process; an empty one removes it. Any thread may
-/// call it: a copy under way keeps the handler it started with. Without a handler an existing
-/// target is never replaced, which counts as cancelled by the user.
+/// Installs a handler for all threads of the process, or removes it if empty. Any thread may call
+/// this; a copy in progress keeps its handler. Without a handler an existing target is not replaced
+/// and the copy is cancelled.
 EXIFKEEP_PLATFORM_API void SetShellCopyHandler(const ShellCopyHandler& handler);

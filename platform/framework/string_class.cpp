@@ -1,5 +1,4 @@
-// CString over std::string. Cutting and searching treat positions outside the text as its ends.
-// Format relies on c_locale_format.h; LoadString is in module_state.cpp.
+// LoadString is in module_state.cpp.
 #include <afx.h>
 #include <c_locale_format.h>
 
@@ -23,7 +22,7 @@ const char* orEmpty(const char* text) {
 }  // namespace
 
 std::string& CString::ownText() {
-  if (loaded_.data()) text_ = loaded_;  // may throw, and the string is then what it was
+  if (loaded_.data()) text_ = loaded_;  // if this throws, the string is unchanged
   loaded_ = {};
   return text_;
 }

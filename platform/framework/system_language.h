@@ -1,4 +1,4 @@
-// The user's language where the environment does not name it.
+// The language settings of thread and system.
 #pragma once
 
 #include <windows.h>
@@ -7,12 +7,12 @@
 
 namespace exifkeep {
 
-// What the host chose for this thread, before all else; 0 for no choice. A choice on Windows cannot
-// be told from the user's own setting, so there it is systemLanguage's answer.
+// The language that the host chose for this thread, or 0. On Windows always 0: a choice cannot be
+// distinguished from the user's setting, and systemLanguage returns either.
 LANGID threadLanguage();
 
-// As a BCP 47 tag, empty when the system has no such setting. Made of the system's own calls, in
-// platform/posix and platform/windows. May throw std::bad_alloc.
+// The system's setting as a BCP 47 tag, or empty if there is none. Implemented in platform/posix
+// and platform/windows. May throw std::bad_alloc.
 std::string systemLanguage();
 
 }  // namespace exifkeep

@@ -1,10 +1,9 @@
-// Keeping the calling thread from being cancelled for a while.
+// Disables cancellation of the calling thread. Implemented in platform/posix and platform/windows.
 #pragma once
 
 namespace exifkeep {
 
-// Holds cancellation back; returns what it was, for restoreCancellation. Made of the system's own
-// calls, in platform/posix and platform/windows.
+// Returns the previous state, for restoreCancellation.
 int holdCancellation() noexcept;
 void restoreCancellation(int before) noexcept;
 

@@ -1,5 +1,5 @@
-// The thread is in the "C" locale while a text is printed; uselocale swaps a pointer, and the
-// process locale is not touched.
+// Switches the thread to the "C" locale while printing. uselocale only swaps a pointer and does not
+// change the process locale.
 #include <c_locale_format.h>
 #include <locale.h>
 

@@ -1,7 +1,6 @@
-// The code page is the charset of the locale in force for text, as POSIX names it: the part after
-// "." in the first of LC_ALL, LC_CTYPE and LANG that is set. None, or one that the system does not
-// know, is UTF-8. Characters are converted exactly or become "?"; none is replaced by a similar
-// one. Relies on iconv.
+// The code page is the charset of the POSIX locale for text: the part after "." in the first of
+// LC_ALL, LC_CTYPE and LANG that is set. If there is none, or the system does not know it, it is
+// UTF-8. Characters are converted exactly or become "?", never a similar character. Uses iconv.
 #include <code_page.h>
 #include <iconv.h>
 #include <locale_name.h>
@@ -18,7 +17,7 @@ std::string_view userCharset() {
   return charsetOf(firstSet({"LC_ALL", "LC_CTYPE", "LANG"}));
 }
 
-// iconv takes options behind a "/"; a charset's own name has none.
+// A "/" would introduce options for iconv.
 bool isCharsetName(std::string_view name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), [](char letter) {
     return isAsciiLetterOrDigit(letter) || letter == '-' || letter == '_' || letter == ':';
@@ -31,7 +30,7 @@ size_t characterLength(std::string_view utf8) {
   return length;
 }
 
-// Converts as much as possible and returns how many bytes that was. Grows `text` as needed.
+// Converts as much as possible, appends it to `text` and returns the number of bytes converted.
 size_t convert(iconv_t converter, std::string_view utf8, std::string& text) {
   char buffer[256];
   char* from = const_cast<char*>(utf8.data());
@@ -63,7 +62,7 @@ CodePageEncoder::~CodePageEncoder() {
   iconv_close(static_cast<iconv_t>(converter_));
 }
 
-// UTF-16 and its like cannot be a locale's charset: their texts are full of NULs.
+// UTF-16 and similar charsets cannot be that of a locale, as their texts contain NULs.
 bool CodePageEncoder::keepsAscii() {
   std::string text;
   encode("Aa0?", text);
@@ -77,7 +76,7 @@ void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
     utf8.remove_prefix(convert(converter, utf8, text));
     if (utf8.empty()) break;
     utf8.remove_prefix(characterLength(utf8));
-    convert(converter, "?", text);  // through iconv, for charsets that shift
+    convert(converter, "?", text);  // through iconv because of stateful charsets
   }
   char tail[16];
   char* to = tail;

@@ -1,5 +1,5 @@
-// Global memory blocks. A handle is the address of the header before the bytes, so it cannot be
-// taken for the bytes themselves. Cleared blocks come from calloc, which does not touch large ones.
+// A handle is the address of the header before the bytes, so that it cannot be mistaken for the
+// address of the bytes. Zeroed blocks come from calloc, which does not touch large ones.
 #include <failure_switch.h>
 #include <windows.h>
 
@@ -38,7 +38,7 @@ LPVOID GlobalLock(HGLOBAL block) {
   return header + 1;
 }
 
-// Tells whether the block is still locked, by other locks than this one.
+// Returns whether other locks remain.
 BOOL GlobalUnlock(HGLOBAL block) {
   BlockHeader* header = headerOf(block);
   if (!header || header->locks == 0) return FALSE;

@@ -10,7 +10,7 @@ struct ErrorRow {
   DWORD windows;
 };
 
-// What cannot be opened as a file (a directory, a device without a driver) is not allowed to be.
+// Opening a directory or a device without a driver counts as access denied.
 constexpr ErrorRow errors[] = {
     {ENOENT, ERROR_FILE_NOT_FOUND},
     {ENOTDIR, ERROR_PATH_NOT_FOUND},

@@ -1,14 +1,14 @@
-// Errors as the calls report them: errno in the codes of Windows, kept for each thread.
+// Translates errno to Windows error codes, and keeps the last one of each thread.
 #pragma once
 
 #include <windows.h>
 
 namespace exifkeep {
 
-// The Windows code of an errno value; ERROR_GEN_FAILURE for those that callers need not tell apart.
+// The Windows code of an errno value; ERROR_GEN_FAILURE for those that callers do not distinguish.
 DWORD errorOf(int error) noexcept;
 
-// Keeps the code of errno for GetLastError; FALSE, for the call to return.
+// Sets the last error from errno. Returns FALSE, so that a call can return the result.
 BOOL failed() noexcept;
 
 }  // namespace exifkeep

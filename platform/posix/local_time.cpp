@@ -1,4 +1,3 @@
-// The wall clock in the user's time zone, as localtime_r knows it.
 #include <time.h>
 #include <windows.h>
 

@@ -1,5 +1,5 @@
-// Comparison of 8-bit strings as the C runtime names it. Bytewise; case is folded for ASCII letters
-// only, so that a file name compares alike in every locale.
+// Compares bytes, ignoring the case of ASCII letters only, so that file names compare the same in
+// every locale.
 #pragma once
 
 #pragma GCC visibility push(default)

@@ -1,5 +1,3 @@
-// An index into the table of the user's language; texts leave as they are where the code page is
-// UTF-8.
 #include <code_page.h>
 #include <language.h>
 #include <module_strings.h>

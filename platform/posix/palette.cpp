@@ -1,4 +1,4 @@
-// Palettes, the only GDI objects there are: lists of colours behind a handle.
+// Palettes are the only GDI objects here.
 #include <failure_switch.h>
 #include <windows.h>
 
@@ -15,7 +15,7 @@ HPALETTE CreatePalette(const LOGPALETTE* palette) {
   if (exifkeep::failsNow(exifkeep::PlatformCall::palette)) return nullptr;
   if (!palette || palette->palNumEntries == 0) return nullptr;
   try {
-    // The array's bound of 1 stands for palNumEntries.
+    // The array has palNumEntries elements.
     const PALETTEENTRY* first = palette->palPalEntry;
     auto created = std::make_unique<HPALETTE__>();
     created->entries.assign(first, first + palette->palNumEntries);
@@ -26,7 +26,7 @@ HPALETTE CreatePalette(const LOGPALETTE* palette) {
   }
 }
 
-// Returns the number of entries copied; without a target, the number there are.
+// Returns the number of entries copied, or the size of the palette if `entries` is null.
 UINT GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY entries) {
   if (!palette) return 0;
   const UINT size = static_cast<UINT>(palette->entries.size());

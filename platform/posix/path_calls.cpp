@@ -1,4 +1,4 @@
-// The kernel's calls on names of files and folders. Renaming is atomic (rename(2)); with
+// Calls on the names of files and folders. Renaming is atomic (rename(2)); with
 // MOVEFILE_WRITE_THROUGH the new name is on disk when the call returns.
 #include <failure_switch.h>
 #include <fcntl.h>
@@ -24,7 +24,7 @@ using exifkeep::PlatformCall;
 
 namespace {
 
-// Without replacing. File systems that cannot do so in one step get a check before.
+// Renames without replacing. Where the file system cannot do so atomically, checks first.
 bool renameToNew(LPCSTR from, LPCSTR to) {
   if (renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
@@ -32,8 +32,8 @@ bool renameToNew(LPCSTR from, LPCSTR to) {
   return lstat(to, &status) != 0 && errno == ENOENT && rename(from, to) == 0;
 }
 
-// A failure here is not reported: the file already bears its new name, and not every file system
-// can sync a directory.
+// Failure is not reported: the file already has its new name, and some file systems cannot sync a
+// directory.
 void syncDirectoryOf(std::string_view path) {
   if (failsNow(PlatformCall::sync)) return;
   const size_t slash = path.rfind('/');
@@ -44,7 +44,7 @@ void syncDirectoryOf(std::string_view path) {
   close(descriptor);
 }
 
-// As Windows has it: the length stored, or the size that the buffer should have.
+// Like Windows, returns the length stored or else the size of buffer needed.
 DWORD store(const char* text, LPSTR buffer, DWORD size) {
   const auto length = static_cast<DWORD>(std::strlen(text));
   if (length >= size) return length + 1;
@@ -79,7 +79,7 @@ BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
   try {
     syncDirectoryOf(to);
   } catch (const std::bad_alloc&) {
-    // As any failure to sync.
+    // Ignored, like any failure to sync.
   }
   return TRUE;
 }
@@ -89,8 +89,7 @@ BOOL ReplaceFileA(LPCSTR replaced, LPCSTR replacement, LPCSTR, DWORD flags, LPVO
   return MoveFileExA(replacement, replaced, MOVEFILE_REPLACE_EXISTING | through);
 }
 
-// The links of the path that the file was opened by are followed anew; what they lead to has to be
-// the file still.
+// Resolves the path by which the file was opened and checks that it still leads to that file.
 DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
   const auto* opened = static_cast<const OpenFile*>(file);
   char path[PATH_MAX];
@@ -105,15 +104,15 @@ DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
   return store(path, buffer, size);
 }
 
-// A relative TMPDIR would lead elsewhere once the working directory changes; behind a longer one
-// the paths of files would not fit into the buffers of 256 bytes that callers use.
+// A relative TMPDIR would change with the working directory. With a long one, paths would not fit
+// into the buffers of 256 bytes that callers use.
 DWORD GetTempPathA(DWORD size, LPSTR buffer) {
-  constexpr size_t longest = 200;
+  constexpr size_t maxLength = 200;
   if (failsNow(PlatformCall::temporaryDirectory)) return failed();
   const char* chosen = std::getenv("TMPDIR");
   const bool isGood =
-      chosen && chosen[0] == '/' && std::strlen(chosen) < longest && isWritableFolder(chosen);
-  char path[longest + 1];
+      chosen && chosen[0] == '/' && std::strlen(chosen) < maxLength && isWritableFolder(chosen);
+  char path[maxLength + 1];
   std::strcpy(path, isGood ? chosen : "/tmp");
   return store(std::strcat(path, "/"), buffer, size);
 }

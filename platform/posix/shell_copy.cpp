@@ -1,6 +1,5 @@
-// The shell's copy of one file. The bytes go to a new file beside the target, which takes the
-// target's name when all of them have arrived; so no failure and no cancelling can harm a target
-// that was there before. Relies on OpenFile and MoveFileExA; no shell is run.
+// Copies one file. The bytes are written to a new file beside the target and renamed at the end, so
+// that neither failure nor cancelling can damage an existing target. No shell is run.
 #include <fcntl.h>
 #include <open_file.h>
 #include <shell_copy_handler.h>
@@ -28,7 +27,7 @@ ShellCopyHandler currentHandler() {
 
 enum class CopyResult { done, cancelled, failed };
 
-// The new file beside the target; it disappears unless it became the target.
+// The new file beside the target, deleted unless it becomes the target.
 class PartialCopy {
  public:
   explicit PartialCopy(const std::string& target)
@@ -47,7 +46,7 @@ class PartialCopy {
   UniqueFile made_;
 };
 
-// The copy of a private file is private as well.
+// The copy of a private file must be private too.
 bool PartialCopy::takeRights(const struct stat& source) const {
   struct stat own;
   return fstat(file()->descriptor(), &own) == 0 &&
@@ -56,7 +55,7 @@ bool PartialCopy::takeRights(const struct stat& source) const {
 
 bool PartialCopy::become(const std::string& target, bool replace, const struct stat& source) {
   const timespec times[2] = {source.st_atim, source.st_mtim};
-  futimens(file()->descriptor(), times);  // a copy without its time is still a copy
+  futimens(file()->descriptor(), times);  // failure is harmless
   if (!file()->sync() || !file()->close()) return false;
   if (!MoveFileExA(made_.path.c_str(), target.c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0)) {
     return false;

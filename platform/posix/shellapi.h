@@ -1,12 +1,12 @@
 /// @file
-/// The shell's file operation, for copying one file with the progress display and overwrite question
-/// that the host has installed (shell_copy_handler.h). Relies on windows.h.
+/// The shell's file operation, which copies one file and calls the host's handler for progress and
+/// before overwriting (shell_copy_handler.h).
 #pragma once
 
 #include <shell_copy_handler.h>
 #include <windows.h>
 
-// All that is declared here is shown to hosts.
+// Everything declared here is exported.
 #pragma GCC visibility push(default)
 
 /// @cond
@@ -18,8 +18,8 @@ inline constexpr FILEOP_FLAGS FOF_ALLOWUNDO = 0x40;
 struct SHFILEOPSTRUCTA {
   HWND hwnd;
   UINT wFunc;
-  LPCSTR pFrom;  // one path, ended by two NULs
-  LPCSTR pTo;    // the copy's own path (not its directory), ended by two NULs
+  LPCSTR pFrom;  // one path, terminated by two NULs
+  LPCSTR pTo;    // the path of the copy, not of its directory, terminated by two NULs
   FILEOP_FLAGS fFlags;
   BOOL fAnyOperationsAborted;
   LPVOID hNameMappings;
@@ -27,9 +27,9 @@ struct SHFILEOPSTRUCTA {
 };
 using LPSHFILEOPSTRUCTA = SHFILEOPSTRUCTA*;
 
-/// Copies the file pFrom to pTo (FO_COPY only). Returns 0, or an error code; fAnyOperationsAborted
-/// tells whether the user ended it. A copy that fails or is cancelled leaves an existing target as
-/// it was and nothing new behind. Source and target being one file is success without a copy.
+/// Copies the file pFrom to pTo (FO_COPY only). Returns 0 or an error code. fAnyOperationsAborted
+/// is set if the user cancelled. A failed or cancelled copy leaves an existing target unchanged and
+/// creates no file. If source and target are the same file, nothing is copied and 0 is returned.
 int WINAPI SHFileOperationA(LPSHFILEOPSTRUCTA operation);
 /// @endcond
 

@@ -1,5 +1,5 @@
-// The kernel's and the C runtime's 8-bit string calls. Case is folded for ASCII only and order is
-// that of the bytes: file name extensions and format names must compare alike in every locale.
+// Comparison ignores the case of ASCII letters only and orders by bytes: file name extensions and
+// format names must compare the same in every locale.
 #include <locale_name.h>
 #include <mbstring.h>
 #include <windows.h>

@@ -1,4 +1,4 @@
-// On POSIX the system has no setting but the environment.
+// POSIX has no setting other than the environment.
 #include <system_language.h>
 
 namespace exifkeep {

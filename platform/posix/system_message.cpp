@@ -1,4 +1,4 @@
-// A line on standard error, which nobody can answer but with OK.
+// One line on standard error. The answer is always OK.
 #include <system_message.h>
 
 #include <cstdio>

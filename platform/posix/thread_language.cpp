@@ -1,4 +1,3 @@
-// The language that a host chose for the thread; nothing here is shared between threads.
 #include <system_language.h>
 #include <windows.h>
 

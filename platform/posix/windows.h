@@ -1,18 +1,17 @@
 /// @file
-/// The part of the Win32 interface that this library uses, for systems that are not Windows: types,
-/// constants and calls carry their real names and meanings, so that code written against this
-/// header also compiles against the real one. Kernel calls lie on POSIX files, memory and time; GDI
-/// is palettes only. Integer types are 32 bits wide where the real ones are.
+/// The part of the Win32 interface that this library uses, implemented on POSIX. Types, constants
+/// and calls have their real names and meanings, so that code written for this header also compiles
+/// with the real one. Integer types have their real widths.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// All that is declared here is shown to hosts.
+// Everything declared here is exported.
 #pragma GCC visibility push(default)
 
 /// @cond
-// Macros, as in the real header, because image libraries define the two as macros as well.
+// Macros, as in the real header, because image libraries define these as macros too.
 #ifndef FALSE
 #define FALSE 0
 #endif
@@ -43,7 +42,7 @@ using LPVOID = void*;
 using LPCVOID = const void*;
 /// @}
 
-/// Anything the system hands out by handle.
+/// A handle to a system object.
 using HANDLE = void*;
 /// A block of memory: see GlobalAlloc.
 using HGLOBAL = HANDLE;
@@ -51,8 +50,7 @@ using HGLOBAL = HANDLE;
 using HGDIOBJ = void*;
 struct HWND__;
 /// @endcond
-/// A window of the host's, in whatever form it has windows; null for none. It is handed through to
-/// the host's handlers and never looked into.
+/// A window of the host, of whatever kind, or null. It is only passed to the host's handlers.
 using HWND = HWND__*;
 /// @cond
 struct HPALETTE__;
@@ -64,7 +62,7 @@ using HPALETTE = HPALETTE__*;
 
 struct SECURITY_ATTRIBUTES;
 using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
-// Only the position is used: where a transfer begins, instead of the handle's own position.
+// Only the offset is used: the position of a transfer, instead of the handle's own.
 struct OVERLAPPED {
   ULONG_PTR Internal, InternalHigh;
   DWORD Offset, OffsetHigh;
@@ -101,10 +99,10 @@ using LPSYSTEMTIME = SYSTEMTIME*;
 inline constexpr int MAX_PATH = 260;
 
 // ---- Files -------------------------------------------------------------------------------------
-// Only regular files open; a directory, FIFO, socket or device cannot be opened, and at once so.
-// Sharing modes are accepted and not enforced. A handle sees the file's size as of its opening and
-// its own writes since, and is for one thread at a time. A file made by CREATE_NEW after a pattern,
-// the handle of another file, has that file's rights and attributes.
+// Only regular files can be opened; directories, FIFOs, sockets and devices fail immediately.
+// Sharing modes are accepted but not enforced. To a handle, the size of a file is that when it was
+// opened, updated by its own writes. Only one thread at a time may use a handle. If CREATE_NEW is
+// given a pattern, the handle of another file, the new file gets that file's rights and attributes.
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(intptr_t{-1});
 
@@ -137,15 +135,14 @@ BOOL WINAPI CloseHandle(HANDLE file);
 
 BOOL WINAPI DeleteFileA(LPCSTR path);
 BOOL WINAPI MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
-// No backup is kept, and the replacement keeps its own rights: a pattern may have given it those of
-// the other.
+// Keeps no backup. The replacement keeps its own rights.
 BOOL WINAPI ReplaceFileA(LPCSTR replaced, LPCSTR replacement, LPCSTR backup, DWORD flags,
                          LPVOID exclude, LPVOID reserved);
-// The path behind all links of a file that was opened for reading and writing.
+// The path, with all links resolved, of a file that was opened for reading and writing.
 DWORD WINAPI GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD flags);
 DWORD WINAPI GetFileAttributesA(LPCSTR path);
 
-// Folders are made for their owner alone (mode 0700). The temporary one is $TMPDIR, or /tmp.
+// Folders are created with mode 0700. The temporary folder is $TMPDIR, or /tmp.
 BOOL WINAPI CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);
 BOOL WINAPI RemoveDirectoryA(LPCSTR path);
 DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer);
@@ -154,19 +151,18 @@ UINT WINAPI GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR
 /// @endcond
 
 // ---- Memory blocks -----------------------------------------------------------------------------
-// Only movable blocks exist: a handle is not an address, and a block of no bytes cannot be locked.
+// All blocks are movable: a handle is not an address. Empty blocks cannot be locked.
 
 /// @{
-/// What kind of block GlobalAlloc makes. GHND is both: a movable block of zeros.
+/// The kind of block for GlobalAlloc. GHND is both: movable and zeroed.
 inline constexpr UINT GMEM_MOVEABLE = 0x2;
 inline constexpr UINT GMEM_ZEROINIT = 0x40;
 inline constexpr UINT GHND = GMEM_MOVEABLE | GMEM_ZEROINIT;
 /// @}
 
 /// @{
-/// A block of memory by handle: made, with its size told, locked to be used at an address that is
-/// valid until the lock is taken back, and freed. Null when there is no memory; GlobalFree returns
-/// null when it succeeds.
+/// Allocate and free a block of memory, and lock it to get its address, which is valid until it is
+/// unlocked. GlobalAlloc returns null if memory runs out, GlobalFree on success.
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size);
 LPVOID WINAPI GlobalLock(HGLOBAL block);
 BOOL WINAPI GlobalUnlock(HGLOBAL block);
@@ -176,7 +172,7 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 /// @cond
 
 // ---- Time and strings --------------------------------------------------------------------------
-// Comparison is bytewise and folds the case of ASCII letters only, whatever the locale.
+// Comparison ignores the case of ASCII letters only, whatever the locale.
 
 void WINAPI GetLocalTime(LPSYSTEMTIME time);
 
@@ -186,26 +182,25 @@ int WINAPI lstrcmpiA(LPCSTR left, LPCSTR right);
 
 /// @endcond
 
-/// What a picture is, as PRaster and the codec tell it. Fields that are not described are 0 or
-/// constant.
+/// Describes a picture for PRaster and the codec.
 struct BITMAPINFOHEADER {
   DWORD biSize;          ///< 40.
   LONG biWidth;          ///< In pixels.
-  LONG biHeight;         ///< In pixels; positive, for rows go from the bottom up.
+  LONG biHeight;         ///< In pixels; positive, as the bottom row comes first.
   WORD biPlanes;         ///< 1.
-  WORD biBitCount;       ///< Bits a pixel: 1, 8 or 24.
+  WORD biBitCount;       ///< Bits per pixel: 1, 8 or 24.
   DWORD biCompression;   ///< 0: none.
   DWORD biSizeImage;     ///< Bytes of all rows, or 0.
-  LONG biXPelsPerMeter;  ///< Resolution in dots per metre, 0 when unknown.
+  LONG biXPelsPerMeter;  ///< Resolution in dots per metre, 0 if unknown.
   LONG biYPelsPerMeter;  ///< Likewise.
-  DWORD biClrUsed;       ///< Colours of the palette, 0 for all or none.
+  DWORD biClrUsed;       ///< Number of palette colours in use, 0 for all or none.
   DWORD biClrImportant;  ///< Not used.
 };
 static_assert(sizeof(BITMAPINFOHEADER) == 40);
 
 /// A colour of a palette.
 struct RGBQUAD {
-  BYTE rgbBlue;      ///< 0 to 255, as the others.
+  BYTE rgbBlue;      ///< Blue, 0 to 255 like the others.
   BYTE rgbGreen;     ///< Green.
   BYTE rgbRed;       ///< Red.
   BYTE rgbReserved;  ///< 0.
@@ -220,7 +215,7 @@ struct PALETTEENTRY {
 };
 using LPPALETTEENTRY = PALETTEENTRY*;
 
-// palPalEntry stands for palNumEntries entries that follow each other.
+// palPalEntry actually has palNumEntries elements.
 struct LOGPALETTE {
   WORD palVersion;  // 0x300
   WORD palNumEntries;
@@ -231,15 +226,15 @@ HPALETTE WINAPI CreatePalette(const LOGPALETTE* palette);
 UINT WINAPI GetPaletteEntries(HPALETTE palette, UINT start, UINT count, LPPALETTEENTRY entries);
 /// @endcond
 
-/// Frees a palette. FALSE when it is none.
+/// Frees a palette. FALSE for null.
 BOOL WINAPI DeleteObject(HGDIOBJ object);
 
 // ---- Language ----------------------------------------------------------------------------------
 
 /// @{
-/// The language of the calling thread's texts, as a Windows language id: any of German, say, gives
-/// German texts. Counts before the environment, from the next call of the library on. 0 leaves the
-/// choice to the environment again, as it is at first. Set gives the language back.
+/// The language of the calling thread's texts, as a Windows language id of any region. It overrides
+/// the environment, starting with the next call of the library. 0, the initial value, leaves the
+/// choice to the environment. SetThreadUILanguage returns its argument.
 LANGID WINAPI SetThreadUILanguage(LANGID language);
 LANGID WINAPI GetThreadUILanguage();
 /// @}
@@ -276,7 +271,7 @@ inline constexpr int ERROR_IO_DEVICE = 1117;
 inline constexpr int ERROR_CANCELLED = 1223;
 inline constexpr int ERROR_CANT_RESOLVE_FILENAME = 1921;
 
-// Why the last call on this thread failed.
+// The reason why the last call on this thread failed.
 DWORD WINAPI GetLastError();
 void WINAPI SetLastError(DWORD error);
 /// @endcond

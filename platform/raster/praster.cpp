@@ -1,4 +1,3 @@
-// Making, describing and handing over images, access to their pixels, and whole-image conversions.
 // Scaling is in raster_scaling.cpp.
 #include "praster.h"
 

@@ -1,11 +1,11 @@
 /// @file
-/// PRaster: a picture in memory, shared by hosts and library. 1, 8 or 24 bits a pixel, stored as a
-/// device-independent bitmap: rows from the bottom up, each padded to 4 bytes, colours as blue,
-/// green, red. No operation throws; those that can fail return 0. An object belongs to one thread
-/// at a time.
+/// PRaster: a picture in memory, used by hosts and library. It has 1, 8 or 24 bits per pixel and is
+/// stored as a device-independent bitmap: rows from the bottom up, each padded to 4 bytes, colours
+/// as blue, green, red. No operation throws; those that can fail return 0. Only one thread at a
+/// time may use an object.
 ///
-/// A host makes a picture with CreateImage, fills it through row() and palette(), and hands it to
-/// the library by pointer.
+/// A host creates a picture with CreateImage, fills it through row() and palette(), and passes a
+/// pointer to the library.
 #pragma once
 
 #include <platform_api.h>
@@ -16,31 +16,31 @@
 #include <memory>
 #include <span>
 
-/// Where an image's parts lie in memory, as the picture codec takes it. Valid until the image is
-/// changed, handed over or destroyed. `bits` is the bottom row; the row above it follows `stride`
-/// bytes later. `palette` has 2 entries (1 bit), 256 (8 bits) or is null (24 bits).
+/// Describes an image in memory to the picture codec. Valid until the image is changed, detached or
+/// destroyed. `bits` is the bottom row; the row above it begins `stride` bytes later. `palette` has
+/// 2 entries (1 bit) or 256 (8 bits), or is null (24 bits).
 struct tagLmmInfo {
   BITMAPINFOHEADER* header = nullptr;  ///< Size, depth and resolution.
   RGBQUAD* palette = nullptr;          ///< The colours of a palette image.
   BYTE* bits = nullptr;                ///< The bottom row.
-  size_t stride = 0;                   ///< Bytes from a row to the one above it.
-  unsigned* lostRows = nullptr;        ///< Set by the codec when it decodes: see PRaster::lostRows.
+  size_t stride = 0;                   ///< Bytes from one row to the one above it.
+  unsigned* lostRows = nullptr;        ///< Set by the codec when decoding: see PRaster::lostRows.
 };
 
-/// A picture in memory, or nothing (empty).
+/// A picture in memory, or empty.
 class EXIFKEEP_PLATFORM_API PRaster {
  public:
-  /// Called with (done, from, to) while an operation runs; its result is ignored. May be null.
+  /// A function called with (done, from, to) during an operation. Its result is ignored.
   using Progress = int (*)(int, int, int);
 
   /// @{
-  /// Type codes. Any other code is refused by CreateImage.
+  /// Type codes. CreateImage rejects all others.
   static constexpr int type1Bit = 0;
   static constexpr int type24Bit = 1;
   static constexpr int type8Bit = 5;
   /// @}
 
-  /// Width times height is at most this (24 bits: 768 MiB); neither may be 0.
+  /// The maximum of width times height (768 MiB with 24 bits). Neither may be 0.
   static constexpr uint64_t maxPixels = uint64_t{1} << 28;
 
   /// @cond
@@ -49,14 +49,13 @@ class EXIFKEEP_PLATFORM_API PRaster {
     void operator()(Image* image) const noexcept;
   };
   /// @endcond
-  /// An image without its object: owns the pixels, the palette and the resolution.
+  /// A detached image: owns the pixels, the palette and the resolution.
   using Data = std::unique_ptr<Image, ImageDelete>;
 
   /// A new object is empty.
   PRaster() noexcept;
   /// @{
-  /// The image moves with its object, and the other object is empty afterwards. There is no copy;
-  /// for one, see CopyImage.
+  /// Moving takes the image and leaves the other object empty. To copy an image, see CopyImage.
   PRaster(PRaster&& other) noexcept;
   PRaster& operator=(PRaster&& other) noexcept;
   PRaster(const PRaster&) = delete;
@@ -65,27 +64,26 @@ class EXIFKEEP_PLATFORM_API PRaster {
   /// Frees the image.
   virtual ~PRaster();
 
-  /// 1 when the object holds no image, else 0.
+  /// 1 if the object has no image, else 0.
   int IsEmpty() const noexcept;
 
   /// Frees the image; the object is empty afterwards. The argument is not used.
   void DeleteImage(int = 1) noexcept;
 
-  /// Makes a black image (level 0 everywhere) of the type and size; an image held before is freed
-  /// first. Resolution in dots per metre, 0 when unknown. Palettes start as a grey ramp (1 bit:
-  /// black, white); `coloursUsed` only goes into the information header. The unnamed arguments are
-  /// not used. Returns 1, or 0 with the object empty: unknown type, a size of 0 or over maxPixels,
-  /// no memory.
+  /// Creates a black image (all pixels 0) after freeing the old one. The resolution is in dots per
+  /// metre, 0 if unknown. The palette is a grey ramp (black and white with 1 bit). `coloursUsed` is
+  /// only stored in the information header. Unnamed arguments are not used. Returns 1, or 0 with
+  /// the object empty: unknown type, a size of 0 or above maxPixels, no memory.
   int CreateImage(int type, unsigned width, unsigned height, int = 0, uintptr_t coloursUsed = 0,
                   unsigned dpmX = 0, unsigned dpmY = 0, int = 15, int = 0, int = 0) noexcept;
 
-  /// The type code for a number of bits a pixel: 1, 8 or 24; -1 for any other number.
+  /// The type code for 1, 8 or 24 bits per pixel; -1 for any other number.
   static int GetImageType(int bits, int) noexcept;
-  /// The object's type code; -1 when it is empty.
+  /// The object's type code; -1 if it is empty.
   int GetImageType() const noexcept;
 
   /// @{
-  /// Size in pixels and resolution in dots per metre; 0 when the object is empty.
+  /// Size in pixels and resolution in dots per metre; 0 if the object is empty.
   unsigned GetImageWidth() const noexcept;
   unsigned GetImageHeight() const noexcept;
   unsigned GetDpmX() const noexcept;
@@ -97,51 +95,51 @@ class EXIFKEEP_PLATFORM_API PRaster {
     return static_cast<unsigned>((uint64_t{dotsPerMetre} * 254 + 5000) / 10000);
   }
 
-  /// The image's information header (positive height: bottom-up); null when the object is empty.
+  /// The image's information header, with a positive height (bottom-up); null if the object is
+  /// empty.
   const BITMAPINFOHEADER* GetBIH() const noexcept;
 
-  /// The value of the pixel in column x and row y, row 0 at the top: 0x00BBGGRR (24 bits), the
-  /// level or palette index (8 bits), 0 or 255 (1 bit). 0 outside the image. The pointer is not
-  /// used.
+  /// The value of a pixel, with row 0 at the top: 0x00BBGGRR (24 bits), the level or palette index
+  /// (8 bits), 0 or 255 (1 bit). 0 outside the image. The pointer is not used.
   unsigned GetPixel(int x, int y, void* = nullptr) const noexcept;
 
-  /// Sets a pixel to a value as GetPixel returns it; bits above those of the depth are ignored, 1
-  /// bit is set by any value that is not 0. Does nothing outside the image.
+  /// Sets a pixel to a value as returned by GetPixel. Excess bits are ignored, except that a 1-bit
+  /// pixel is set by any value other than 0. Does nothing outside the image.
   void SetPixel(int x, int y, uint64_t value) noexcept;
 
-  /// Gives every pixel the value, as SetPixel takes it.
+  /// Sets all pixels to a value, as SetPixel does.
   void Clear(uint64_t value) noexcept;
 
-  /// Fills this image with the source, scaled to this image's size, and takes over the source's
-  /// palette. Colour and grey: the average of the covered area along an axis that shrinks, linear
-  /// interpolation along one that grows. Palette images whose palette is no grey ramp, and 1 bit:
-  /// the nearest pixel. The other arguments are not used. Returns 1, or 0 with this image
-  /// unchanged: one of them empty, different types, no memory.
+  /// Fills this image with the source scaled to this image's size, and copies the source's palette.
+  /// Colour and grey images are averaged along an axis that shrinks and interpolated linearly along
+  /// one that grows. For 1-bit images and palettes other than a grey ramp, the nearest pixel is
+  /// used. The other arguments are not used. Returns 1, or 0 with this image unchanged: one of them
+  /// is empty, different types, no memory.
   int RescaleImage(const PRaster& source, Progress = nullptr, int = 0, int = 100) noexcept;
 
-  /// Turns the image into one of 24 bits, through its palette; resolution stays. Returns 1, or 0
-  /// with the image unchanged: empty, no memory.
+  /// Converts the image to 24 bits, keeping its resolution. Returns 1, or 0 with the image
+  /// unchanged: empty, no memory.
   int ConvertTo24bit(Progress = nullptr, int = 0, int = 100) noexcept;
 
   /// Copies pixels and palette from an image of the same type and size. Returns 1, or 0 with this
-  /// image unchanged when type or size differ or one of them is empty.
+  /// image unchanged if types or sizes differ or one of them is empty.
   int CopyImage(const PRaster& source) noexcept;
 
-  /// Hands out the image without copying; the object is empty afterwards. Null when it was empty.
+  /// Releases the image without copying, leaving the object empty. Null if it was empty.
   Data Detach() noexcept;
-  /// Takes an image that Detach handed out; one held before is freed.
+  /// Takes an image released by Detach, after freeing the old one.
   void Attach(Data image) noexcept;
 
-  /// Describes the image to the picture codec; every field null or 0 when the object is empty.
+  /// Describes the image to the picture codec. All fields are null or 0 if the object is empty.
   void GetLmmInfo(tagLmmInfo& info) noexcept;
-  /// A number handed to the codec beside the record: 0, the record is complete.
+  /// A number to pass to the codec with the description; always 0.
   unsigned GetLmmOffset() const noexcept;
-  /// Images here are always one block in memory: nothing to do. Returns 1.
+  /// Does nothing, as images are always one block in memory. Returns 1.
   int EnableBlock(int, int) noexcept;
 
-  /// Uses the colours of a GDI palette; entries beyond its end keep their colour, 24-bit images
-  /// ignore it. With `own` not 0 the palette is the image's to delete, in every case. Returns 1, or
-  /// 0 when the object is empty or the handle is no palette.
+  /// Copies the colours of a GDI palette; a shorter palette leaves the other entries unchanged, and
+  /// 24-bit images ignore it. If `own` is not 0, the palette is deleted in any case. Returns 1, or
+  /// 0 if the object is empty or the handle is not a palette.
   int SetPalette(HPALETTE palette, int own) noexcept;
 
   /// @{
@@ -152,27 +150,27 @@ class EXIFKEEP_PLATFORM_API PRaster {
   /// 1, 8 or 24; 0 for an empty object.
   unsigned bitsPerPixel() const noexcept;
   /// @{
-  /// A row's bytes, for direct access. row(0) is the top row; a row outside the image is empty. A
-  /// row has ceil(width * bits / 8) bytes: blue, green, red (24 bits), one level or palette index a
-  /// byte (8 bits), the leftmost pixel in the highest bit (1 bit).
+  /// Direct access to the bytes of a row. row(0) is the top row; a row outside the image is empty.
+  /// A row has ceil(width * bits / 8) bytes: blue, green, red (24 bits), a level or palette index
+  /// (8 bits), or eight pixels with the leftmost in the highest bit (1 bit).
   std::span<BYTE> row(unsigned y) noexcept;
   std::span<const BYTE> row(unsigned y) const noexcept;
   /// @}
 
   /// @{
-  /// The palette: 2 entries (1 bit), 256 (8 bits); null for 24 bits and for an empty object.
+  /// The palette of 2 (1 bit) or 256 entries (8 bits); null for 24 bits and for an empty object.
   RGBQUAD* palette() noexcept;
   const RGBQUAD* palette() const noexcept;
   /// @}
-  /// Whether every entry of the palette is the grey of its own level (0 to white).
+  /// Whether the palette is a grey ramp from black to white.
   bool hasGreyPalette() const noexcept;
 
-  /// Rows of which pixels are missing or wrong because the file that was decoded is damaged or cut
-  /// short; 0 for a whole picture. The other rows are as stored. Copies of the image, and one
-  /// turned into 24 bits, keep the number; scaled ones do not.
+  /// The number of rows with missing or wrong pixels because the decoded file was damaged or
+  /// truncated; 0 if the picture is complete. Copies of the image and conversion to 24 bits keep
+  /// the number, scaling does not.
   unsigned lostRows() const noexcept;
 
-  /// Sets the resolution in dots per metre, 0 for unknown. Does nothing when the object is empty.
+  /// Sets the resolution in dots per metre, 0 if unknown. Does nothing if the object is empty.
   void setResolution(unsigned dpmX, unsigned dpmY) noexcept;
 
  private:

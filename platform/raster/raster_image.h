@@ -1,6 +1,5 @@
-// What a PRaster holds: information header, palette and pixels of one image. The pixels are a
-// zeroed block from calloc, so that the pages of a large image that is decoded into are touched
-// once only.
+// The image of a PRaster: information header, palette and pixels. The pixels are allocated with
+// calloc, so that the pages of a large image are first touched when it is decoded.
 #pragma once
 
 #include <array>
@@ -24,7 +23,7 @@ struct PRaster::Image {
   unsigned width() const noexcept { return static_cast<unsigned>(header.biWidth); }
   unsigned height() const noexcept { return static_cast<unsigned>(header.biHeight); }
   unsigned depth() const noexcept { return header.biBitCount; }
-  // Without the padding.
+  // Without padding.
   size_t rowBytes() const noexcept { return (size_t{width()} * depth() + 7) / 8; }
   unsigned paletteSize() const noexcept { return exifkeep::paletteSizeOf(depth()); }
   bool contains(int x, int y) const noexcept {

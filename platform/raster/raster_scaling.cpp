@@ -1,7 +1,8 @@
-// Scaling by integer sums. Both axes give each target pixel a span of source pixels with integer
-// weights whose total is the same for all spans, so a uniform source stays uniform to the last bit.
-// Source rows that lie wholly inside one target row are summed into 16-bit columns first (the only
-// loop over all source pixels, and one that vectorises), then reduced along the row like any other.
+// Scales with integer sums. On each axis a target pixel has a span of source pixels with integer
+// weights, whose total is the same for all spans, so that a uniform source remains exactly uniform.
+// Source rows that are entirely within one target row are first added up in 16-bit columns (the
+// only loop over all source pixels, which the compiler can vectorise) and then reduced like a
+// single row.
 #include "raster_scaling.h"
 
 #include <algorithm>
@@ -12,8 +13,8 @@
 namespace exifkeep {
 namespace {
 
-// The source pixels first..last that make one target pixel. Those between the two ends count with
-// the axis's inner weight; when both are one pixel, only firstWeight counts.
+// The source pixels first..last of one target pixel. Those between the two have the axis's inner
+// weight. If both are the same pixel, only firstWeight is used.
 struct Span {
   unsigned first;
   unsigned last;
@@ -25,7 +26,7 @@ class Axis {
  public:
   Axis(unsigned source, unsigned target) : source_(source), target_(target) {}
 
-  // A source pixel is target_ units long when shrinking, and a target pixel source_ units.
+  // When shrinking, a source pixel is target_ units long and a target pixel source_ units.
   unsigned innerWeight() const { return target_; }
   unsigned totalWeight() const { return shrinks() ? source_ : blendSteps; }
   Span span(unsigned index) const { return shrinks() ? covered(index) : blended(index); }
@@ -45,8 +46,8 @@ class Axis {
             static_cast<unsigned>(firstWeight), static_cast<unsigned>(end - last * target_)};
   }
 
-  // The target pixel's centre lies between the centres of two source pixels, or beyond the outer
-  // ones.
+  // The target pixel's centre is between the centres of two source pixels, or outside the
+  // outermost.
   Span blended(unsigned index) const {
     const uint64_t doubled = (2 * uint64_t{index} + 1) * source_;
     const uint64_t position = doubled > target_ ? doubled - target_ : 0;
@@ -63,7 +64,7 @@ class Axis {
 
 using Sums = std::vector<uint64_t>;
 
-// Weighted sums of one row's spans, one a target column and channel.
+// Computes the weighted sum for each target column and channel of a row.
 template <int channels, typename Level>
 void reduceRow(const Level* row, const std::vector<Span>& spans, unsigned innerWeight, Sums& sums) {
   uint64_t* sum = sums.data();
@@ -127,7 +128,7 @@ class BlendedScaling {
     Sums sums;
   };
 
-  // Neighbouring target rows share a source row: the last two reduced ones are kept.
+  // Adjacent target rows share a source row, so the last two reduced rows are kept.
   const Sums& reduced(unsigned y) {
     ReducedRow& row = reduced_[y % 2];
     if (row.y != y) {
@@ -163,7 +164,7 @@ class BlendedScaling {
     for (; y < end; ++y) addRow(columns_.data(), source_.row(y), columns_.size());
   }
 
-  // Sums stay below 2^53 (at most 2^28 pixels or 4096 steps an axis), so a double holds them.
+  // The sums are below 2^53 (at most 2^28 pixels, or 4096 steps per axis), so a double is exact.
   void finishRow(BYTE* row) const {
     const double scale = 1.0 / (static_cast<double>(across_.totalWeight()) *
                                 static_cast<double>(down_.totalWeight()));
@@ -172,7 +173,7 @@ class BlendedScaling {
           static_cast<int>(static_cast<double>(static_cast<int64_t>(cells_[i])) * scale + 0.5));
   }
 
-  static constexpr unsigned rowsPerGroup = 256;  // 256 * 255 still fits 16 bits
+  static constexpr unsigned rowsPerGroup = 256;  // 256 * 255 fits into 16 bits
 
   const PRaster::Image& source_;
   PRaster::Image& target_;
@@ -185,7 +186,7 @@ class BlendedScaling {
   Sums cells_;
 };
 
-// The source index whose pixel covers the centre of a target pixel.
+// The index of the source pixel at the centre of a target pixel.
 unsigned nearestIndex(unsigned index, unsigned source, unsigned target) {
   return static_cast<unsigned>((2 * uint64_t{index} + 1) * source / (2 * uint64_t{target}));
 }

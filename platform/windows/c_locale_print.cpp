@@ -1,6 +1,6 @@
-// The C++ runtime's printf, which rounds exactly and ties to even; the system's own (_vsnprintf_l),
-// which would take a locale, does not in every version. So the thread is in the "C" locale while a
-// text is printed, where it is not in one like it already.
+// Uses the C++ runtime's printf, which rounds correctly. The system's own _vsnprintf_l takes a
+// locale but does not round correctly in every version. So the thread is switched to the "C" locale
+// while printing, unless its decimal point is "." anyway.
 #include <c_locale_format.h>
 #include <locale.h>
 
@@ -28,7 +28,7 @@ class ThreadInCLocale {
   ThreadInCLocale& operator=(const ThreadInCLocale&) = delete;
 
  private:
-  std::string numbers_;  // the name of the locale to return to; empty: none was left
+  std::string numbers_;  // the locale to restore; empty if it was not changed
   int scope_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// The code page is the process's own (CP_ACP), reached through UTF-16.
+// The code page is that of the process (CP_ACP). Texts are converted through UTF-16.
 #include <code_page.h>
 #include <windows.h>
 
@@ -13,7 +13,8 @@ CodePageEncoder::~CodePageEncoder() = default;
 
 void CodePageEncoder::encode(std::string_view utf8, std::string& text) {
   const int size = static_cast<int>(utf8.size());
-  // UTF-16 has no more units than UTF-8 has bytes, and no code page needs more than 4 bytes a unit.
+  // UTF-16 has at most as many units as UTF-8 has bytes, and no code page needs more than 4 bytes
+  // per unit.
   std::wstring wide(utf8.size(), L'\0');
   const int units = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), size);
   text.resize(4 * utf8.size());

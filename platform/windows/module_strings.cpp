@@ -1,13 +1,13 @@
-// Looks texts up in the string resources of the wanted language alone: LoadStringW would fall back
-// to another language for a text that this one lacks.
+// Looks texts up directly in the resources of one language, because LoadStringW falls back to
+// another language if a text is missing.
 #include <language.h>
 #include <module_strings.h>
 
 namespace exifkeep {
 namespace {
 
-// The UTF-16 text with this id; empty when there is none. Resources hold strings by sixteen, each
-// with its length before it.
+// The UTF-16 text with this id, or empty. A resource has sixteen strings, each preceded by its
+// length.
 std::wstring_view findString(HMODULE module, LANGID language, UINT id) {
   const auto block = static_cast<WORD>(id / 16 + 1);
   const HRSRC place =
@@ -20,7 +20,7 @@ std::wstring_view findString(HMODULE module, LANGID language, UINT id) {
 }
 
 std::string inCodePage(std::wstring_view wide) {
-  // No code page needs more than four bytes a unit.
+  // No code page needs more than four bytes per unit.
   std::string text(4 * wide.size(), '\0');
   const bool isUtf8 = GetACP() == CP_UTF8;
   const int bytes = WideCharToMultiByte(
@@ -38,7 +38,7 @@ void ModuleStrings::take(const AfxStringTable& table) {
 }
 
 bool ModuleStrings::load(UINT id, std::string_view&, std::string& encoded) const {
-  // Ids have 16 bits; a module of null would mean the program's own file.
+  // Ids have 16 bits. A null module would mean the program's own file.
   if (!module_ || id > 0xFFFF) return false;
   const std::wstring_view text = findString(module_, language_, id);
   if (text.empty()) return false;

@@ -1,4 +1,4 @@
-// Where a module's texts come from: the string resources of its file.
+// A module's texts, from the string resources of its file.
 #pragma once
 
 #include <platform_api.h>
@@ -7,19 +7,19 @@
 #include <string>
 #include <string_view>
 
-// The string table of a module, by the address that it is loaded at.
+// The module that has the string table.
 struct AfxStringTable {
   HMODULE module;
 };
 
 namespace exifkeep {
 
-// The texts of one module in one language, on their way into the process's code page.
+// The texts of a module in one language, converted to the process's code page.
 class EXIFKEEP_PLATFORM_API ModuleStrings {
  public:
-  // Chooses the texts of this table, in the user's language. May throw std::bad_alloc.
+  // Selects this table's texts in the user's language. May throw std::bad_alloc.
   void take(const AfxStringTable& table);
-  // As AFX_MAINTAIN_STATE2::loadText.
+  // See AFX_MAINTAIN_STATE2::loadText.
   bool load(UINT id, std::string_view& text, std::string& encoded) const;
 
  private:

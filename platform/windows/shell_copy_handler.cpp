@@ -1,4 +1,4 @@
-// Nothing to install: the shell asks the user itself.
+// Windows' shell shows its own dialogs and calls no handler.
 #include <shell_copy_handler.h>
 
 void SetShellCopyHandler(const ShellCopyHandler&) {}

@@ -1,4 +1,4 @@
-// A window of the system, titled with the program's name.
+// A message box of the system, titled with the program's name.
 #include <system_message.h>
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// Threads are not cancelled here.
+// Windows does not cancel threads.
 #include <thread_cancellation.h>
 
 namespace exifkeep {
