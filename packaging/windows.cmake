@@ -1,15 +1,20 @@
 # The zip that `cpack` makes: program and DLLs in bin, import libraries and CMake's package in lib,
-# headers, and the licences of what the platform library was linked with.
+# headers, and the licences of what was linked.
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_NAME exifkeep)
 set(CPACK_PACKAGE_VENDOR "The exifkeep authors")
 set(CPACK_PACKAGE_FILE_NAME exifkeep-${PROJECT_VERSION}-windows-${EXIFKEEP_PROCESSOR})
 set(CPACK_STRIP_FILES ON)
 
-# Where scripts/windows_codecs.sh has put them.
+# The codecs' are where scripts/windows_codecs.sh has put them.
 if(CMAKE_CROSSCOMPILING)
   list(GET CMAKE_FIND_ROOT_PATH 0 codecs)
-  install(DIRECTORY ${codecs}/licences DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT licence)
+  set(licences ${CMAKE_INSTALL_DOCDIR}/licences)
+  install(DIRECTORY ${codecs}/licences/ DESTINATION ${licences} COMPONENT licence)
+  install(FILES /usr/share/doc/mingw-w64-common/copyright RENAME mingw-w64
+    DESTINATION ${licences} COMPONENT licence)
+  install(FILES /usr/share/doc/libcli11-dev/copyright RENAME cli11
+    DESTINATION ${licences} COMPONENT licence)
 endif()
 
 include(CPack)

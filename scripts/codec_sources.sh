@@ -30,6 +30,7 @@ with_source_archives() {
 # security archive may name a version that the archive itself does not have any more.
 fetch() {
   local package=$1 version
+  [ -d "$package" ] && return 0
   for version in $(with_source_archives apt-cache showsrc --only-source "$package" |
                    sed -n 's/^Version: //p' | sort -rVu); do
     with_source_archives apt-get source --download-only --only-source "$package=$version" || continue
@@ -51,7 +52,11 @@ fetch_codecs() (
   cd "$sources"
   rm -rf ./*.part libjpeg-turbo libpng1.6 tiff
   list_source_archives
-  with_source_archives apt-get update
-  for package in libjpeg-turbo libpng1.6 tiff; do fetch "$package" || exit 1; done
-  touch complete
+  # The archives may be out of reach for a moment.
+  for pause in 0 20 60; do
+    sleep "$pause"
+    with_source_archives apt-get update || true  # what counts is that the sources come
+    fetch libjpeg-turbo && fetch libpng1.6 && fetch tiff && touch complete && exit 0
+  done
+  exit 1
 )

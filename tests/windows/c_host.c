@@ -1,13 +1,9 @@
 /* A host in C that knows the library by its ten names alone. The DLLs lie beside it, and nothing
    else does. Says what failed and returns 1, or returns 0. */
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 #include <windows.h>
-
-static const char* const names[] = {
-    "IsExifFile",   "OpenExifFile", "GetExifInfo",     "FreeInfoList", "GetExifVersion",
-    "GetSoundFile", "SaveFile",     "SaveProcessFile", "AddAudio",     "AddAudioFile"};
-enum { nameCount = sizeof names / sizeof *names };
 
 /* SOI, an Exif segment with ExifVersion 2.2 in its Exif directory, EOI. */
 static const char picture[] =
@@ -16,7 +12,6 @@ static const char picture[] =
     "\1\0\x69\x87\4\0\1\0\0\0\x1A\0\0\0\0\0\0\0"
     "\1\0\0\x90\7\0\4\0\0\0"
     "0220\0\0\0\0\xFF\xD9";
-static const char name[] = "picture.jpg";
 
 static int failures;
 
@@ -26,76 +21,66 @@ static void expect(int holds, const char* what) {
   ++failures;
 }
 
-/* The functions as C sees them: objects of the framework are pointers. */
-typedef void (*Function)(void);
-typedef int (*OnPath)(const char*);
-typedef float (*Version)(const char*);
-typedef int (*Open)(const char*, void*, void*);
-typedef int (*OnList)(void*);
-typedef int (*Info)(const char*, void*);
-typedef int (*Sound)(const char*, char*);
-typedef int (*Save)(const char*, const char*, void*, void*);
-typedef int (*Process)(const char*, const char*, int, void*, void*);
-typedef int (*Audio)(char*, const char*, void*, void*);
-typedef int (*AudioFile)(char*, const char*, char*, void*, void*, HWND);
+typedef int (*Function)();
 
-/* Calls what works without an object of the framework; the others are refused at once. */
-static void callAll(Function* functions) {
-  char sound[15] = "untouched", path[MAX_PATH];
-  strcpy(path, name);
-  expect(((OnPath)functions[0])(name) == 1, "IsExifFile");
-  expect(((OnPath)functions[0])("none.jpg") == 0, "IsExifFile of no file");
-  expect(((Open)functions[1])(name, NULL, NULL) == 1, "OpenExifFile");
-  expect(((Info)functions[2])(name, NULL) == 0, "GetExifInfo without a list");
-  expect(((OnList)functions[3])(NULL) == 0, "FreeInfoList without a list");
-  expect(((Version)functions[4])(name) > 2.1f, "GetExifVersion");
-  expect(((Sound)functions[5])(name, sound) == 0 && strcmp(sound, "untouched") == 0,
+static Function find(HMODULE library, const char* name) {
+  const FARPROC function = GetProcAddress(library, name);
+  if (function == NULL) printf("not exported: %s\n", name);
+  if (function == NULL) exit(1);
+  return (Function)function;
+}
+
+/* Objects of the framework are pointers here; what needs one is refused at once without. */
+static void callAll(HMODULE library) {
+  char sound[15] = "untouched", path[] = "picture.jpg";
+  float (*version)(const char*) = (float (*)(const char*))find(library, "GetExifVersion");
+  expect(version(path) > 2.1f, "GetExifVersion");
+  expect(find(library, "IsExifFile")(path) == 1, "IsExifFile");
+  expect(find(library, "IsExifFile")("none.jpg") == 0, "IsExifFile of no file");
+  expect(find(library, "OpenExifFile")(path, NULL, NULL) == 1, "OpenExifFile");
+  expect(find(library, "GetExifInfo")(path, NULL) == 0, "GetExifInfo without a list");
+  expect(find(library, "FreeInfoList")(NULL) == 0, "FreeInfoList without a list");
+  expect(find(library, "GetSoundFile")(path, sound) == 0 && strcmp(sound, "untouched") == 0,
          "GetSoundFile");
-  expect(((Save)functions[6])(name, "saved.jpg", NULL, NULL) == 0, "SaveFile of no image");
-  expect(((Process)functions[7])(name, "saved.jpg", 3, NULL, NULL) == 0,
+  expect(find(library, "SaveFile")(path, "saved.jpg", NULL, NULL) == 0, "SaveFile of no image");
+  expect(find(library, "SaveProcessFile")(path, "saved.jpg", 3, NULL, NULL) == 0,
          "SaveProcessFile of no image");
-  expect(((Audio)functions[8])(path, "host", NULL, NULL) == 0, "AddAudio of no image");
-  expect(((AudioFile)functions[9])(path, "host", sound, NULL, NULL, NULL) == 0,
+  expect(find(library, "AddAudio")(path, "host", NULL, NULL) == 0, "AddAudio of no image");
+  expect(find(library, "AddAudioFile")(path, "host", sound, NULL, NULL, NULL) == 0,
          "AddAudioFile of no image");
   expect(GetFileAttributesA("saved.jpg") == INVALID_FILE_ATTRIBUTES, "nothing is saved");
 }
 
-/* The texts are ordinary string resources, which tools and the system's own lookup find. The first
-   of a block, ids 0 to 15, is empty; before each text is its length. */
+/* The texts are ordinary string resources in thirteen languages, which tools and the system's own
+   lookup find: by sixteen, each after its length, ids 0 to 15 in block 1 and 144 to 159 in 10. */
 static void findTexts(HMODULE library) {
-  wchar_t text[64];
+  static const WORD languages[] = {1028, 1031, 1033, 1034, 1035, 1036, 1040,
+                                   1041, 1042, 1043, 1053, 2052, 2070};
   const wchar_t* german = LockResource(LoadResource(
       library, FindResourceExW(library, (LPCWSTR)RT_STRING, MAKEINTRESOURCEW(1), 1031)));
+  wchar_t text[64];
+  int i;
   expect(german != NULL && german[0] == 0 && german[1] == 16 &&
              memcmp(german + 2, L"Bildbeschreibung", 32) == 0,
          "German text 1");
+  for (i = 0; i < 13 * 10; ++i)
+    expect(FindResourceExW(library, (LPCWSTR)RT_STRING, MAKEINTRESOURCEW(i % 10 + 1),
+                           languages[i / 10]) != NULL,
+           "texts in every language");
   expect(LoadStringW(library, 1, text, 64) > 5, "text 1 in the thread's language");
   expect(LoadStringW(library, 19, text, 64) == 0, "no text 19");
 }
 
-static void writePicture(void) {
-  FILE* file = fopen(name, "wb");
+int main(void) {
+  const HMODULE library = LoadLibraryA("exifkeep.dll");
+  FILE* file = fopen("picture.jpg", "wb");
+  if (library == NULL) printf("exifkeep.dll does not load: error %lu\n", GetLastError());
+  if (library == NULL) return 1;
   expect(file != NULL && fwrite(picture, sizeof picture - 1, 1, file) == 1 && fclose(file) == 0,
          "the picture is written");
-}
-
-int main(void) {
-  Function functions[nameCount];
-  HMODULE library = LoadLibraryA("exifkeep.dll");
-  int i;
-  if (library == NULL) {
-    printf("exifkeep.dll does not load: error %lu\n", GetLastError());
-    return 1;
-  }
-  writePicture();
-  for (i = 0; i < nameCount; ++i) {
-    functions[i] = (Function)GetProcAddress(library, names[i]);
-    if (functions[i] == NULL) printf("not exported: %s\n", names[i]);
-    if (functions[i] == NULL) return 1;
-  }
-  callAll(functions);
+  callAll(library);
   findTexts(library);
-  remove(name);
+  remove("picture.jpg");
   expect(FreeLibrary(library), "the library can be unloaded");
   return failures != 0;
 }

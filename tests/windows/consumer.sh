@@ -10,11 +10,9 @@ cd "$build"
 cpack --config CPackConfig.cmake -B "$folder/packed" >"$folder/log" 2>&1 || { cat "$folder/log"; exit 1; }
 cmake -E chdir "$folder" cmake -E tar xf "$folder"/packed/exifkeep-*.zip
 prefix=$(echo "$folder"/exifkeep-*/)
-for file in bin/exifkeep.exe bin/exifkeep.dll bin/exifkeep_platform.dll lib/libexifkeep.dll.a \
-            lib/libexifkeep_platform.dll.a include/exifkeep/exifkeep.h \
-            share/doc/exifkeep/LICENSE share/doc/exifkeep/licences/libjpeg-turbo \
-            share/doc/exifkeep/licences/libpng share/doc/exifkeep/licences/libtiff \
-            share/doc/exifkeep/licences/zlib; do
+for file in bin/exifkeep.{exe,dll} bin/exifkeep_platform.dll lib/libexifkeep{,_platform}.dll.a \
+            include/exifkeep/exifkeep.h \
+            share/doc/exifkeep/{LICENSE,licences/{libjpeg-turbo,libpng,libtiff,zlib,mingw-w64,cli11}}; do
   [ -s "$prefix$file" ] || { echo "the zip has no $file"; exit 1; }
 done
 [ ! -e "${prefix}include/exifkeep/platform/windows.h" ] || { echo "the zip hides windows.h"; exit 1; }

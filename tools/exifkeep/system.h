@@ -20,7 +20,8 @@ bool outputGoesToFile();
 bool writeOutput(std::string_view bytes);
 
 // Lets SIGINT, SIGTERM and SIGHUP wait, or no longer; one that waited then ends the program at
-// once. Returns whether they had to wait before. On Windows it does nothing.
+// once. On Windows that is Ctrl+C, Ctrl+Break or the end of the console. Returns whether they had to
+// wait before.
 bool delayEnding(bool delayed);
 // Whether one of them is waiting.
 bool endingWaits();

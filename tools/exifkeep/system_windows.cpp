@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -58,9 +59,9 @@ std::string lastReason() {
 // An open file or folder, to be asked or written.
 class Opened {
  public:
-  Opened(const std::string& path, DWORD access, DWORD share, DWORD disposition)
+  Opened(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags = 0)
       : handle_(CreateFileA(path.c_str(), access, share, nullptr, disposition,
-                            FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
+                            FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr)) {}
   ~Opened() { close(); }
   Opened(const Opened&) = delete;
   Opened& operator=(const Opened&) = delete;
@@ -92,23 +93,19 @@ bool isDirectory(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-std::string folderOf(const std::string& path) {
-  const std::string folder = path.substr(0, path.find_last_of("\\/:") + 1);
-  return folder.empty() ? "." : folder;
-}
-
-// A new file beside `path`; empty when none can be made.
-std::string newFileBeside(const std::string& path) {
-  char name[MAX_PATH];
-  return GetTempFileNameA(folderOf(path).c_str(), "exk", 0, name) != 0 ? name : "";
+// For a new file beside `path`, however long that is.
+std::string nameBeside(const std::string& path) {
+  return path.substr(0, path.find_last_of("\\/:") + 1) + "~exifkeep" +
+         std::to_string(GetCurrentProcessId()) + '-' + std::to_string(GetTickCount64());
 }
 
 // The bytes go to a new file beside the old one, which then takes its place in one step.
 bool replaceWhole(const std::string& path, std::string_view bytes) {
-  const std::string temporary = newFileBeside(path);
-  if (temporary.empty()) return false;
-  Opened file(temporary, GENERIC_WRITE, 0, TRUNCATE_EXISTING);
-  const bool written = file && file.write(bytes) && file.close();
+  const EndingDelay delay;
+  const std::string temporary = nameBeside(path);
+  Opened file(temporary, GENERIC_WRITE, 0, CREATE_NEW);
+  if (!file) return false;
+  const bool written = file.write(bytes) && file.close();
   if (written && (ReplaceFileA(path.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) ||
                   (GetLastError() == ERROR_FILE_NOT_FOUND &&
                    MoveFileExA(temporary.c_str(), path.c_str(), 0)))) {
@@ -121,6 +118,17 @@ bool replaceWhole(const std::string& path, std::string_view bytes) {
   return false;
 }
 
+// Held while the program must not be ended.
+SRWLOCK runningOn = SRWLOCK_INIT;
+std::atomic<bool> isEnding = false;
+
+// Called on a thread of its own; the system's handler, next in turn, ends the program.
+BOOL WINAPI waitToEnd(DWORD) {
+  isEnding = true;
+  AcquireSRWLockExclusive(&runningOn);
+  return FALSE;
+}
+
 }  // namespace
 
 void guardDescriptors() {
@@ -129,6 +137,7 @@ void guardDescriptors() {
   _setmode(_fileno(stderr), _O_BINARY);
   enableSequences(Stream::output);
   enableSequences(Stream::error);
+  SetConsoleCtrlHandler(waitToEnd, TRUE);
 }
 
 bool isTerminal(Stream stream) {
@@ -151,12 +160,17 @@ bool writeOutput(std::string_view bytes) {
   return true;
 }
 
-bool delayEnding(bool) {
-  return false;
+bool delayEnding(bool delayed) {
+  static bool current = false;
+  if (delayed && !current) AcquireSRWLockExclusive(&runningOn);
+  if (!delayed && current) ReleaseSRWLockExclusive(&runningOn);
+  // The lock is not to be had again before the thread that waits for it has ended the program.
+  if (!delayed && isEnding) Sleep(INFINITE);
+  return std::exchange(current, delayed);
 }
 
 bool endingWaits() {
-  return false;
+  return isEnding;
 }
 
 void setEnvironment(const char* name, const std::string& value) {
@@ -171,9 +185,9 @@ std::string whyNotReadable(const std::string& path) {
 }
 
 std::string whyNotWritable(const std::string& path) {
-  const std::string beside = newFileBeside(path);
-  if (beside.empty()) return "its folder: " + lastReason();
-  DeleteFileA(beside.c_str());
+  const Opened beside(nameBeside(path), GENERIC_WRITE | DELETE, 0, CREATE_NEW,
+                      FILE_FLAG_DELETE_ON_CLOSE);
+  if (!beside) return "its folder: " + lastReason();
   if (!isThere(path)) return "";
   if (isDirectory(path)) return std::strerror(EISDIR);
   const Opened file(path, GENERIC_READ | GENERIC_WRITE, shareAll, OPEN_EXISTING);
