@@ -248,6 +248,7 @@ inline constexpr int IDOK = 1;
 
 /// @cond
 inline constexpr int ERROR_SUCCESS = 0;
+inline constexpr int ERROR_INVALID_FUNCTION = 1;
 inline constexpr int ERROR_FILE_NOT_FOUND = 2;
 inline constexpr int ERROR_PATH_NOT_FOUND = 3;
 inline constexpr int ERROR_TOO_MANY_OPEN_FILES = 4;
@@ -267,6 +268,7 @@ inline constexpr int ERROR_DISK_FULL = 112;
 inline constexpr int ERROR_DIR_NOT_EMPTY = 145;
 inline constexpr int ERROR_BUSY = 170;
 inline constexpr int ERROR_FILENAME_EXCED_RANGE = 206;
+inline constexpr int ERROR_UNRECOGNIZED_VOLUME = 1005;
 inline constexpr int ERROR_IO_DEVICE = 1117;
 inline constexpr int ERROR_CANCELLED = 1223;
 inline constexpr int ERROR_CANT_RESOLVE_FILENAME = 1921;

@@ -58,14 +58,17 @@ class Copier {
 
 enum class Outcome { done, failed, refused };
 
-// Whether creating or renaming a file will always be refused here or only failed this time.
+// Whether creating or renaming a file, or finding its path, will always be refused here or only
+// failed this time. The last two are what virtual drives say that Windows has no path for.
 Outcome outcomeOf(DWORD error) {
   switch (error) {
     case ERROR_ACCESS_DENIED:
     case ERROR_WRITE_PROTECT:
     case ERROR_BUSY:
     case ERROR_NOT_SAME_DEVICE:
-    case ERROR_FILENAME_EXCED_RANGE: return Outcome::refused;
+    case ERROR_FILENAME_EXCED_RANGE:
+    case ERROR_INVALID_FUNCTION:
+    case ERROR_UNRECOGNIZED_VOLUME: return Outcome::refused;
     default: return Outcome::failed;
   }
 }
@@ -178,9 +181,9 @@ bool deliver(const char* destination, std::span<const Piece> pieces) {
     return isNew && replace(destination, nullptr, pieces) == Outcome::done;
   }
   const std::string target = old.finalPath();
-  if (old.error() != ERROR_SUCCESS || target.empty()) return false;
-  Outcome outcome = replace(target, &old, pieces);
-  if (outcome == Outcome::refused) outcome = overwrite(old, target.c_str(), pieces);
+  if (old.error() != ERROR_SUCCESS) return false;
+  Outcome outcome = target.empty() ? outcomeOf(GetLastError()) : replace(target, &old, pieces);
+  if (outcome == Outcome::refused) outcome = overwrite(old, destination, pieces);
   return outcome == Outcome::done;
 }
 
