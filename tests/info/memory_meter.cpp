@@ -2,13 +2,13 @@
 // their own of these, which would not be counted.
 #include "info/memory_meter.h"
 
-#include <dlfcn.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
 #if defined(MALLOC_FAILS)
+#include <dlfcn.h>
+
 extern "C" {
 void* __libc_malloc(size_t);
 void* __libc_calloc(size_t, size_t);

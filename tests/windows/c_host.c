@@ -21,19 +21,20 @@ static void expect(int holds, const char* what) {
   ++failures;
 }
 
+typedef void (*Found)(void);
 typedef int (*Function)();
 
 static Function find(HMODULE library, const char* name) {
   const FARPROC function = GetProcAddress(library, name);
   if (function == NULL) printf("not exported: %s\n", name);
   if (function == NULL) exit(1);
-  return (Function)function;
+  return (Function)(Found)function;
 }
 
 /* Objects of the framework are pointers here; what needs one is refused at once without. */
 static void callAll(HMODULE library) {
   char sound[15] = "untouched", path[] = "picture.jpg";
-  float (*version)(const char*) = (float (*)(const char*))find(library, "GetExifVersion");
+  float (*version)(const char*) = (float (*)(const char*))(Found)find(library, "GetExifVersion");
   expect(version(path) > 2.1f, "GetExifVersion");
   expect(find(library, "IsExifFile")(path) == 1, "IsExifFile");
   expect(find(library, "IsExifFile")("none.jpg") == 0, "IsExifFile of no file");

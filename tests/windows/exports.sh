@@ -30,7 +30,8 @@ expected=$(sed -n 's/^  \([A-Za-z]*\)$/\1/p' "$sources/src/exifkeep.def" | sort)
   complain "exifkeep.dll exports: $(exports exifkeep.dll | xargs)"
 
 marked='(CObject|CString|CPtrList|CWinApp|CWnd|AFX_MAINTAIN_STATE2|PRaster)(::|$)|operator\+|Afx|All|'
-marked+='SetShellCopyHandler|exifkeep::(languageVariants|matchLanguage|userLanguage|CodePageEncoder|ModuleStrings)'
+marked+='SetShellCopyHandler|'
+marked+='exifkeep::(loadPicture|languageVariants|matchLanguage|userLanguage|CodePageEncoder|ModuleStrings)'
 shared=$(exports exifkeep_platform.dll | sed 's/^_Z/__Z/; s/^_*\(_Z\)/\1/' | c++filt)
 others=$(grep -Ev "^(vtable for |typeinfo (name )?for )?($marked)" <<<"$shared" || true)
 [ -n "$shared" ] || complain "exifkeep_platform.dll exports nothing"

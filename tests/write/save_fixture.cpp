@@ -42,7 +42,7 @@ PRaster picture(unsigned width, unsigned height, int bits) {
 ExifMetadata fullRecords() {
   static const std::unique_ptr<Reading> full = [] {
     const std::string name = "full-" + std::to_string(getpid()) + ".jpg";
-    const std::string path = std::filesystem::temp_directory_path() / name;
+    const std::string path = (std::filesystem::temp_directory_path() / name).string();
     writeFile(path, tiffBytes(fullPicture(), Order::ii));
     auto reading = std::make_unique<Reading>(path);
     std::filesystem::remove(path);
