@@ -2,13 +2,14 @@
 // description of a picture in a file and the rows of an image in memory.
 #pragma once
 
+#include <pxcodec32.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
 #include "palette_row.h"
 #include "picture_file.h"
-#include "pxcodec32.h"
 
 namespace exifkeep {
 

@@ -1,5 +1,5 @@
 // Each call opens its file, finds the format and lets it do the work.
-#include "pxcodec32.h"
+#include <pxcodec32.h>
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 // Most texts fit into the buffer; others are printed twice.
-#include <c_locale_format.h>
+#include "c_locale_format.h"
 
 #include <algorithm>
 

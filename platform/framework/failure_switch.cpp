@@ -1,6 +1,6 @@
 // Failures and call counts are per thread, so that tests on several threads do not interfere; open
 // handles, blocks and palettes are counted for the whole process.
-#include <failure_switch.h>
+#include "failure_switch.h"
 
 #if defined(EXIFKEEP_FAILURE_SWITCH)
 

@@ -2,12 +2,13 @@
 // script (RFC 5646 "Hant", "Hans") or, without one, by region: Taiwan, Hong Kong and Macao use
 // traditional characters.
 #include <language.h>
-#include <locale_name.h>
-#include <system_language.h>
 
 #include <algorithm>
 #include <array>
 #include <optional>
+
+#include "locale_name.h"
+#include "system_language.h"
 
 namespace exifkeep {
 namespace {

@@ -1,4 +1,4 @@
-#include <locale_name.h>
+#include "locale_name.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,8 +1,9 @@
 // The framework's own prompts are in English, not in a module's string table.
 #include <afxwin.h>
-#include <system_message.h>
 
 #include <mutex>
+
+#include "system_message.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include <afx.h>
 #include <afxstat_.h>
-#include <thread_cancellation.h>
+
+#include "thread_cancellation.h"
 
 namespace {
 

@@ -1,9 +1,10 @@
 // LoadString is in module_state.cpp.
 #include <afx.h>
-#include <c_locale_format.h>
 
 #include <algorithm>
 #include <cstdarg>
+
+#include "c_locale_format.h"
 
 namespace {
 

@@ -1,9 +1,10 @@
 // Switches the thread to the "C" locale while printing. uselocale only swaps a pointer and does not
 // change the process locale.
-#include <c_locale_format.h>
 #include <locale.h>
 
 #include <cstdio>
+
+#include "c_locale_format.h"
 
 namespace exifkeep {
 

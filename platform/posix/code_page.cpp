@@ -2,11 +2,13 @@
 // LC_ALL, LC_CTYPE and LANG that is set. If there is none, or the system does not know it, it is
 // UTF-8. Characters are converted exactly or become "?", never a similar character. Uses iconv.
 #include <code_page.h>
+
 #include <iconv.h>
-#include <locale_name.h>
 
 #include <algorithm>
 #include <cerrno>
+
+#include "locale_name.h"
 
 namespace exifkeep {
 namespace {

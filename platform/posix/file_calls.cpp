@@ -1,15 +1,16 @@
 // The kernel's file calls over OpenFile: a HANDLE is the address of one. What POSIX has no word for
 // (sharing, attributes of new files) is accepted and not used.
-#include <failure_switch.h>
 #include <fcntl.h>
-#include <file_rights.h>
-#include <last_error.h>
-#include <open_file.h>
 #include <unistd.h>
 #include <windows.h>
 
 #include <cerrno>
 #include <new>
+
+#include "failure_switch.h"
+#include "file_rights.h"
+#include "last_error.h"
+#include "open_file.h"
 
 using exifkeep::failed;
 using exifkeep::failsNow;

@@ -1,7 +1,8 @@
 // Everything is done through the descriptors, so that no name can lead elsewhere meanwhile. What is
 // refused is left: a picture without its attributes is still the picture. Access control lists are
 // those of POSIX.1e as Linux stores them in an extended attribute.
-#include <file_rights.h>
+#include "file_rights.h"
+
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>

@@ -1,9 +1,10 @@
 // A handle is the address of the header before the bytes, so that it cannot be mistaken for the
 // address of the bytes. Zeroed blocks come from calloc, which does not touch large ones.
-#include <failure_switch.h>
 #include <windows.h>
 
 #include <cstdlib>
+
+#include "failure_switch.h"
 
 namespace {
 

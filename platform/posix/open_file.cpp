@@ -1,9 +1,9 @@
 // Reading through the windows, writing past them. A window is filled from a page boundary at or
 // before the position: directory values often lie a little before what was read last. Writes go to
 // the file at once and are copied into the windows that they overlap.
-#include <failure_switch.h>
+#include "open_file.h"
+
 #include <fcntl.h>
-#include <open_file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <cstring>
 #include <new>
+
+#include "failure_switch.h"
 
 namespace exifkeep {
 namespace {

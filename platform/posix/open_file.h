@@ -5,7 +5,6 @@
 // fails leaves its reason in errno.
 #pragma once
 
-#include <failure_switch.h>
 #include <sys/types.h>
 #include <windows.h>
 
@@ -16,6 +15,8 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+
+#include "failure_switch.h"
 
 namespace exifkeep {
 

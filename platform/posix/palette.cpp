@@ -1,11 +1,12 @@
 // Palettes are the only GDI objects here.
-#include <failure_switch.h>
 #include <windows.h>
 
 #include <algorithm>
 #include <memory>
 #include <new>
 #include <vector>
+
+#include "failure_switch.h"
 
 struct HPALETTE__ {
   std::vector<PALETTEENTRY> entries;

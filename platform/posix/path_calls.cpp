@@ -1,9 +1,6 @@
 // Calls on the names of files and folders. Renaming is atomic (rename(2)); with
 // MOVEFILE_WRITE_THROUGH the new name is on disk when the call returns.
-#include <failure_switch.h>
 #include <fcntl.h>
-#include <last_error.h>
-#include <open_file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <windows.h>
@@ -16,6 +13,10 @@
 #include <new>
 #include <string>
 #include <string_view>
+
+#include "failure_switch.h"
+#include "last_error.h"
+#include "open_file.h"
 
 using exifkeep::failed;
 using exifkeep::failsNow;

@@ -4,13 +4,13 @@
 #include "picture_file.h"
 
 #include <fcntl.h>
-#include <last_error.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
 #include "failure_switch.h"
+#include "last_error.h"
 
 namespace exifkeep {
 

@@ -1,11 +1,9 @@
 // Copies one file. The bytes are written to a new file beside the target and renamed at the end, so
 // that neither failure nor cancelling can damage an existing target. No shell is run.
 #include <fcntl.h>
-#include <open_file.h>
 #include <shell_copy_handler.h>
 #include <shellapi.h>
 #include <sys/stat.h>
-#include <unique_file.h>
 #include <unistd.h>
 
 #include <cstring>
@@ -13,6 +11,9 @@
 #include <mutex>
 #include <new>
 #include <string>
+
+#include "open_file.h"
+#include "unique_file.h"
 
 namespace exifkeep {
 namespace {

@@ -1,8 +1,9 @@
 // Comparison ignores the case of ASCII letters only and orders by bytes: file name extensions and
 // format names must compare the same in every locale.
-#include <locale_name.h>
 #include <mbstring.h>
 #include <windows.h>
+
+#include "locale_name.h"
 
 namespace {
 

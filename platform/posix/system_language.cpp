@@ -1,5 +1,5 @@
 // POSIX has no setting other than the environment.
-#include <system_language.h>
+#include "system_language.h"
 
 namespace exifkeep {
 

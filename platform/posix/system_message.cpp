@@ -1,5 +1,5 @@
 // One line on standard error. The answer is always OK.
-#include <system_message.h>
+#include "system_message.h"
 
 #include <cstdio>
 

@@ -1,5 +1,6 @@
+#include "thread_cancellation.h"
+
 #include <pthread.h>
-#include <thread_cancellation.h>
 
 namespace exifkeep {
 

@@ -1,5 +1,6 @@
-#include <system_language.h>
 #include <windows.h>
+
+#include "system_language.h"
 
 namespace {
 

@@ -1,8 +1,9 @@
 // Unique names are tried in turn from a number that differs from call to call; that nobody else has
 // the name is for open(2) to say. Relies on OpenFile.
+#include "unique_file.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unique_file.h>
 #include <windows.h>
 
 #include <atomic>

@@ -1,10 +1,10 @@
 // New files under names that no other file has.
 #pragma once
 
-#include <open_file.h>
-
 #include <memory>
 #include <string>
+
+#include "open_file.h"
 
 namespace exifkeep {
 

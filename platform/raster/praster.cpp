@@ -1,5 +1,5 @@
 // Scaling is in raster_scaling.cpp.
-#include "praster.h"
+#include <praster.h>
 
 #include <cstring>
 #include <new>

@@ -2,12 +2,13 @@
 // calloc, so that the pages of a large image are first touched when it is decoded.
 #pragma once
 
+#include <praster.h>
+
 #include <array>
 #include <cstdlib>
 #include <memory>
 
 #include "palette_row.h"
-#include "praster.h"
 
 struct FreeBlock {
   void operator()(BYTE* block) const noexcept { std::free(block); }

@@ -1,12 +1,13 @@
 // Uses the C++ runtime's printf, which rounds correctly. The system's own _vsnprintf_l takes a
 // locale but does not round correctly in every version. So the thread is switched to the "C" locale
 // while printing, unless its decimal point is "." anyway.
-#include <c_locale_format.h>
 #include <locale.h>
 
 #include <cstdio>
 #include <cstring>
 #include <string>
+
+#include "c_locale_format.h"
 
 namespace exifkeep {
 namespace {

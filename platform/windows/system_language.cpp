@@ -1,5 +1,6 @@
 // The language of the thread's user interface: the host's choice, else the user's.
-#include <system_language.h>
+#include "system_language.h"
+
 #include <windows.h>
 
 namespace exifkeep {

@@ -1,5 +1,5 @@
 // A message box of the system, titled with the program's name.
-#include <system_message.h>
+#include "system_message.h"
 
 #include <string_view>
 

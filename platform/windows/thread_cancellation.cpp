@@ -1,5 +1,5 @@
 // Windows does not cancel threads.
-#include <thread_cancellation.h>
+#include "thread_cancellation.h"
 
 namespace exifkeep {
 

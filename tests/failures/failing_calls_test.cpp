@@ -2,11 +2,10 @@
 // until the export no longer makes that many: once, once on a full disk, or from then on always.
 // Whatever fails, the result is one that the export may give, nothing leaks, no temporary file
 // stays, and a destination is the old file or the whole new one with all its metadata.
-#include <failure_switch.h>
-
 #include <map>
 #include <thread>
 
+#include "failure_switch.h"
 #include "failures/saved_pictures.h"
 #include "info/memory_meter.h"
 

@@ -1,9 +1,9 @@
 // The compiled string table, as the library loads its texts: each language in its place. That the
 // texts are whole and clean is checked when the table is compiled.
-#include "info/string_table.h"
-
 #include <language.h>
-#include <platform/scratch.h>
+
+#include "info/string_table.h"
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

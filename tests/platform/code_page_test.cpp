@@ -1,8 +1,9 @@
 // Which code page the environment's locale means, with exact characters or "?".
 #include <code_page.h>
-#include <platform/scratch.h>
 
 #include <vector>
+
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

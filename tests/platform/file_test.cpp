@@ -1,12 +1,13 @@
 // File handles: random use compared with a model, what can be opened, 64-bit positions.
-#include <failure_switch.h>
-#include <platform/scratch.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <windows.h>
 
 #include <algorithm>
 #include <random>
+
+#include "failure_switch.h"
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

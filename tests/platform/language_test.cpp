@@ -1,8 +1,9 @@
 // Which of the thirteen languages the environment asks for.
 #include <language.h>
-#include <platform/scratch.h>
 
 #include <vector>
+
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

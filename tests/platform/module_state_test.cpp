@@ -1,10 +1,11 @@
 // Texts by module state, and messages by handler.
 #include <afxwin.h>
 #include <language.h>
-#include <platform/scratch.h>
 
 #include <thread>
 #include <vector>
+
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

@@ -1,7 +1,8 @@
 // Names: moving, attributes, the path behind links, and the temporary folder.
-#include <platform/scratch.h>
 #include <unistd.h>
 #include <windows.h>
+
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

@@ -1,8 +1,9 @@
 // The shell's copy: what it asks, what it leaves, and that nothing is lost when it does not finish.
-#include <failure_switch.h>
-#include <platform/scratch.h>
 #include <shellapi.h>
 #include <sys/stat.h>
+
+#include "failure_switch.h"
+#include "platform/scratch.h"
 
 namespace exifkeep::test {
 namespace {

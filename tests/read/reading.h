@@ -1,11 +1,10 @@
 // Reads files into all four records, and pictures by writing them into the test's own directory.
 #pragma once
 
-#include <platform/scratch.h>
-
 #include <cstring>
 #include <memory>
 
+#include "platform/scratch.h"
 #include "read/read_metadata.h"
 #include "tiff_builder.h"
 

@@ -2,9 +2,8 @@
 // may replace.
 #pragma once
 
-#include <failure_switch.h>
-
 #include "codec/picture_fixture.h"
+#include "failure_switch.h"
 #include "read/reading.h"
 
 namespace exifkeep::test {
