@@ -54,17 +54,15 @@ LANGID chineseVariant(std::string_view subtags) {
     const std::string_view part = takePart(subtags, "-_");
     if (isSameIgnoringCase(part, "Hant")) return traditionalChinese;
     if (isSameIgnoringCase(part, "Hans")) return simplifiedChinese;
-    for (const char* region : {"TW", "HK", "MO"}) {
+    for (const char* region : {"TW", "HK", "MO"})
       if (isSameIgnoringCase(part, region)) byRegion = traditionalChinese;
-    }
   }
   return byRegion;
 }
 
 bool areSubtags(std::string_view parts) {
-  while (!parts.empty()) {
+  while (!parts.empty())
     if (!isSubtag(takePart(parts, "-_"))) return false;
-  }
   return true;
 }
 
@@ -93,9 +91,8 @@ LANGID matchLanguage(std::string_view name) {
   const std::string_view language = takePart(subtags, "-_");
   if (!areSubtags(subtags)) return 0;
   if (isSameIgnoringCase(language, "zh")) return chineseVariant(subtags);
-  for (const LanguageVariant& variant : variants) {
+  for (const LanguageVariant& variant : variants)
     if (isSameIgnoringCase(language, variant.tag)) return variant.language;
-  }
   return 0;
 }
 

@@ -49,11 +49,10 @@ char CString::GetAt(int index) const {
 
 void CString::SetAt(int index, char value) {
   if (index < 0 || index >= GetLength()) return;
-  if (value == '\0') {
+  if (value == '\0')
     ownText().resize(static_cast<size_t>(index));
-  } else {
+  else
     ownText()[static_cast<size_t>(index)] = value;
-  }
 }
 
 CString CString::Left(int count) const {

@@ -51,9 +51,8 @@ size_t convert(iconv_t converter, std::string_view utf8, std::string& text) {
 std::unique_ptr<CodePageEncoder> CodePageEncoder::forUser() {
   const std::string charset(userCharset());
   if (!isCharsetName(charset) || isSameIgnoringCase(charset, "UTF-8") ||
-      isSameIgnoringCase(charset, "UTF8")) {
+      isSameIgnoringCase(charset, "UTF8"))
     return nullptr;
-  }
   const iconv_t converter = iconv_open(charset.c_str(), "UTF-8");
   if (converter == noConverter) return nullptr;
   std::unique_ptr<CodePageEncoder> encoder(new CodePageEncoder(converter));

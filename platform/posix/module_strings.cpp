@@ -10,9 +10,8 @@ ModuleStrings::~ModuleStrings() = default;
 void ModuleStrings::take(const AfxStringTable& table) {
   encoder_ = CodePageEncoder::forUser();
   const LANGID language = userLanguage();
-  for (const AfxStringVariant& variant : table.variants) {
+  for (const AfxStringVariant& variant : table.variants)
     if (variant.language == language) texts_ = variant.texts;
-  }
 }
 
 bool ModuleStrings::load(UINT id, std::string_view& text, std::string& encoded) const {

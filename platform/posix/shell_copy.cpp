@@ -58,9 +58,8 @@ bool PartialCopy::become(const std::string& target, bool replace, const struct s
   const timespec times[2] = {source.st_atim, source.st_mtim};
   futimens(file()->descriptor(), times);  // failure is harmless
   if (!file()->sync() || !file()->close()) return false;
-  if (!MoveFileExA(made_.path.c_str(), target.c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0)) {
+  if (!MoveFileExA(made_.path.c_str(), target.c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0))
     return false;
-  }
   made_.file.reset();
   return true;
 }
@@ -117,9 +116,8 @@ CopyResult ShellCopy::run() {
   if (replace && !mayReplace()) return CopyResult::cancelled;
   PartialCopy partial(target_);
   if (!partial.file() || !partial.takeRights(source)) return CopyResult::failed;
-  if (const CopyResult result = copyBytes(*from, *partial.file()); result != CopyResult::done) {
+  if (const CopyResult result = copyBytes(*from, *partial.file()); result != CopyResult::done)
     return result;
-  }
   return partial.become(target_, replace, source) ? CopyResult::done : CopyResult::failed;
 }
 

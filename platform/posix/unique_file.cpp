@@ -36,9 +36,8 @@ UniqueFile createUniqueFile(const std::string& head, mode_t mode) {
   for (UINT tries = 0; tries < lastNumber; ++tries) {
     const UINT number = (first + tries) % lastNumber + 1;
     std::string path = uniquePath(head, number);
-    if (auto file = OpenFile::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL, mode)) {
+    if (auto file = OpenFile::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL, mode))
       return {std::move(file), std::move(path), number};
-    }
     struct stat status;
     if (lstat(path.c_str(), &status) != 0) break;  // not because the name is taken
   }

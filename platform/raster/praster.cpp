@@ -156,13 +156,12 @@ void PRaster::SetPixel(int x, int y, uint64_t value) noexcept {
 void PRaster::Clear(uint64_t value) noexcept {
   if (!image_) return;
   const size_t size = image_->stride * image_->height();
-  if (image_->depth() == 1) {
+  if (image_->depth() == 1)
     std::memset(image_->bits.get(), value != 0 ? 0xFF : 0, size);
-  } else if (image_->depth() == 8 || (value & 0xFFFFFF) == 0) {
+  else if (image_->depth() == 8 || (value & 0xFFFFFF) == 0)
     std::memset(image_->bits.get(), static_cast<BYTE>(value), size);
-  } else {
+  else
     for (unsigned y = 0; y < height(); ++y) fillRow24(image_->row(y), width(), value);
-  }
 }
 
 int PRaster::RescaleImage(const PRaster& source, Progress, int, int) noexcept {

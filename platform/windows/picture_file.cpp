@@ -62,9 +62,8 @@ size_t PictureFile::read(void* bytes, size_t count) noexcept {
     DWORD got = 0;
     if (!ReadFile(handleOf(file_), static_cast<char*>(bytes) + done, stepOf(count - done), &got,
                   &place) &&
-        GetLastError() != ERROR_HANDLE_EOF) {
+        GetLastError() != ERROR_HANDLE_EOF)
       failed_ = true;
-    }
     if (got == 0) break;
     done += got;
     position_ += got;

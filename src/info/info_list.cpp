@@ -116,11 +116,10 @@ void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList&
     if (!present(row) || !valueOf(row, record, item->value)) continue;
     if (describe) item->described = describeField(row, record, *item);
     if (row.rule == ValueRule::plain) item->value = plainText(*item);
-    if (row.label == noLabel) {
+    if (row.label == noLabel)
       item->label = item->name;
-    } else {
+    else
       item->label.LoadString(row.label);
-    }
     item->array = array.get();
     list.AddTail(static_cast<InfoItem*>(item));
     ++array->holders;

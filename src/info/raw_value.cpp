@@ -118,11 +118,10 @@ CString plainText(const InfoField& field) {
   for (size_t i = 0; i < field.numbers.size(); ++i) {
     const auto number = static_cast<uint32_t>(field.numbers[i]);
     if (i > 0) text += ' ';
-    if (field.kind == Kind::numbers) {
+    if (field.kind == Kind::numbers)
       text += numberText(number);
-    } else {
+    else
       text += wholeRationalText({number, static_cast<uint32_t>(field.numbers[++i])});
-    }
   }
   return text;
 }

@@ -48,7 +48,8 @@ TEST_F(RecordingDestination, IsAShortNameOfItsOwnOrTheFirstFreeOne) {
   EXPECT_EQ(nameFor("123456789.wav"), "12345699.wav");
   test::writeFile(path("12345699.wav"), "");
   const std::set<std::string> before = names();
-  EXPECT_THAT(nameFor("123456789.wav"), testing::AllOf(testing::StartsWith("ADO"), testing::EndsWith(".wav")));
+  EXPECT_THAT(nameFor("123456789.wav"),
+              testing::AllOf(testing::StartsWith("ADO"), testing::EndsWith(".wav")));
   EXPECT_EQ(names(), before);
   // A picture named without a directory lies in the current one, not in the root.
   const auto home = std::filesystem::current_path();

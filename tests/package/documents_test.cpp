@@ -1,5 +1,5 @@
-// The program's help, its manual page and its bash completion name the same commands and options, and
-// links lead somewhere.
+// The program's help, its manual page and its bash completion name the same commands and options,
+// and links lead somewhere.
 #include <gmock/gmock.h>
 
 #include <algorithm>

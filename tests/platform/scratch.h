@@ -54,9 +54,8 @@ class ScratchTest : public ::testing::Test {
   std::string path(const std::string& name) const { return (directory_ / name).string(); }
   std::set<std::string> names() const {
     std::set<std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(directory_)) {
+    for (const auto& entry : std::filesystem::directory_iterator(directory_))
       found.insert(entry.path().filename().string());
-    }
     return found;
   }
 

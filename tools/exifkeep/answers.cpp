@@ -18,11 +18,10 @@ FileRefusal explainRefusal(const std::string& path) {
 
 ExitStatus answerNotExif(const std::string& path) {
   const FileRefusal refusal = explainRefusal(path);
-  if (refusal.status == ExitStatus::failed) {
+  if (refusal.status == ExitStatus::failed)
     complainAbout(path, refusal.reason);
-  } else {
+  else
     printAnswer(path, refusal.reason, Style::missing);
-  }
   return refusal.status;
 }
 

@@ -79,20 +79,18 @@ ExitStatus writeLine(const LineCommand& command, JsonWriter& json, const std::st
   writeExif(json, path, refusal);
   if (!command.key) return refusal.status;
   json.key(command.key);
-  if (found.empty()) {
+  if (found.empty())
     json.null();
-  } else if (command.isNumber) {
+  else if (command.isNumber)
     json.number(found);
-  } else {
+  else
     json.text(found);
-  }
   return isExif && found.empty() ? ExitStatus::notExif : refusal.status;
 }
 
 ExitStatus answerAll(const LineCommand& command, const LineOptions& options) {
-  if (!options.json) {
+  if (!options.json)
     return options.files.forEach([&](const std::string& path) { return printLine(command, path); });
-  }
   return answerAsJson(options.files, [&](JsonWriter& json, const std::string& path) {
     return writeLine(command, json, path);
   });
@@ -117,9 +115,8 @@ ExitStatus languagesAsJson() {
 
 ExitStatus languages() {
   TextTable table;
-  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
+  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants())
     table.addRow(variant.tag, variant.name);
-  }
   print(table.text());
   return ExitStatus::ok;
 }

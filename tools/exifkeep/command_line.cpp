@@ -28,9 +28,8 @@ void describe(CLI::App& program) {
   program.set_help_flag("-h,--help", "Print this help");
   program.set_version_flag("--version", "exifkeep " EXIFKEEP_VERSION, "Print the version");
   for (const auto& [key, label] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("REQUIRED", ""),
-                                   std::pair("Positionals", "Arguments")}) {
+                                   std::pair("Positionals", "Arguments")})
     program.get_formatter()->label(key, label);
-  }
   program.allow_windows_style_options(false);  // what begins with "/" is a path on every system
   program.require_subcommand(0, 1);
   addColor(program);

@@ -68,10 +68,8 @@ bool wouldOverwrite(const OpenOptions& options, const std::string& target) {
 }
 
 ExitStatus writeParts(const OpenOptions& options) {
-  if (wouldOverwrite(options, options.imageFile) ||
-      wouldOverwrite(options, options.thumbnailFile)) {
+  if (wouldOverwrite(options, options.imageFile) || wouldOverwrite(options, options.thumbnailFile))
     return ExitStatus::failed;
-  }
   PRaster image, thumbnail;
   if (!openFile(options.file, options.imageFile.empty() ? nullptr : &image,
                 options.thumbnailFile.empty() ? nullptr : &thumbnail)) {

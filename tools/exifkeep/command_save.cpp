@@ -56,9 +56,8 @@ int saveFile(const SaveOptions& options, PRaster& image, PRaster* thumbnail) {
 // Metadata goes along only between files of one kind, and a plain save writes none: the
 // destination itself tells.
 std::string outcome(const SaveOptions& options, bool sourceHadExif) {
-  if (IsExifFile(options.destination.c_str())) {
+  if (IsExifFile(options.destination.c_str()))
     return "saved with the Exif data of " + options.source;
-  }
   if (!sourceHadExif) return "saved without Exif data: " + options.source + " has none";
   return "saved without Exif data, which is kept from JPEG to JPEG and from TIFF to TIFF only";
 }
@@ -71,9 +70,8 @@ void complainNotSaved(const std::string& destination) {
 ExitStatus saveOne(const SaveOptions& options) {
   if (!canBeOpened(options.source)) return ExitStatus::failed;
   if (isThere(options.destination) && !isSameFile(options.source, options.destination) &&
-      !CopyDialogue(options.overwrite).mayOverwrite(options.destination)) {
+      !CopyDialogue(options.overwrite).mayOverwrite(options.destination))
     return ExitStatus::failed;
-  }
   const ModificationTime sourceTime(options.source);
   PRaster image, thumbnail;
   const bool ownPicture = options.picture.empty();
@@ -108,9 +106,8 @@ ExitStatus save(const SaveOptions& options) {
   if (options.names.back() == "-")
     return complainOfUsage("a picture goes to a file, not to standard output");
   if (sources.size() > 1 && !toFolder) return complainOfUsage("several pictures need a folder");
-  if (sources.size() > 1 && !(options.picture + options.thumbnail).empty()) {
+  if (sources.size() > 1 && !(options.picture + options.thumbnail).empty())
     return complainOfUsage("--picture and --thumbnail are for one picture");
-  }
   ExitStatus gravest = ExitStatus::ok;
   for (const std::string& source : sources) {
     SaveOptions one = options;

@@ -21,9 +21,8 @@ constexpr Lead leads[] = {
 };
 
 const Lead* findLead(unsigned char byte) {
-  for (const Lead& lead : leads) {
+  for (const Lead& lead : leads)
     if (byte >= lead.first && byte <= lead.last) return &lead;
-  }
   return nullptr;
 }
 
@@ -39,9 +38,8 @@ Utf8Step firstUtf8Step(std::string_view text) {
   for (size_t i = 1; i < lead->length; ++i) {
     const unsigned char from = i == 1 ? lead->secondFirst : 0x80;
     const unsigned char to = i == 1 ? lead->secondLast : 0xBF;
-    if (i == text.size() || byteAt(i) < from || byteAt(i) > to) {
+    if (i == text.size() || byteAt(i) < from || byteAt(i) > to)
       return {text.substr(0, i), U'\uFFFD', false};
-    }
     codePoint = codePoint << 6 | (byteAt(i) & 0x3Fu);
   }
   return {text.substr(0, lead->length), codePoint, true};
@@ -108,13 +106,12 @@ std::string escapeForTerminal(std::string_view text) {
   std::string escaped;
   while (!text.empty()) {
     const Utf8Step step = takeUtf8Step(text);
-    if (!step.valid) {
+    if (!step.valid)
       escaped += escapedBytes(step.bytes);
-    } else if (isControl(step.codePoint)) {
+    else if (isControl(step.codePoint))
       escaped += escapedControl(step.codePoint);
-    } else {
+    else
       escaped += step.bytes;
-    }
   }
   return escaped;
 }
@@ -150,12 +147,10 @@ std::string base64(std::string_view bytes) {
   for (size_t at = 0; at < bytes.size(); at += 3) {
     const std::string_view group = bytes.substr(at, 3);
     unsigned bits = 0;
-    for (size_t i = 0; i < 3; ++i) {
+    for (size_t i = 0; i < 3; ++i)
       bits = bits << 8 | (i < group.size() ? static_cast<unsigned char>(group[i]) : 0u);
-    }
-    for (size_t i = 0; i < 4; ++i) {
+    for (size_t i = 0; i < 4; ++i)
       text += i <= group.size() ? digits[bits >> (18 - 6 * i) & 0x3F] : '=';
-    }
   }
   return text;
 }

@@ -24,11 +24,10 @@ std::optional<std::string> nextInputName(bool nulSeparated) {
   int byte;
   while ((byte = std::getc(stdin)) != EOF) {
     const bool ended = byte == '\0' || (byte == '\n' && !nulSeparated);
-    if (!ended) {
+    if (!ended)
       name += static_cast<char>(byte);
-    } else if (!name.empty()) {
+    else if (!name.empty())
       return name;
-    }
   }
   if (name.empty()) return std::nullopt;
   return name;
@@ -45,9 +44,8 @@ bool holdsPicture(const std::string& firstName) {
 
 bool hasPictureName(const std::filesystem::path& path) {
   const std::string extension = path.extension().string();
-  for (const char* known : {".jpg", ".jpeg", ".jpe", ".tif", ".tiff"}) {
+  for (const char* known : {".jpg", ".jpeg", ".jpe", ".tif", ".tiff"})
     if (lstrcmpiA(extension.c_str(), known) == 0) return true;
-  }
   return false;
 }
 
@@ -60,9 +58,8 @@ std::vector<std::string> picturesBelow(const std::string& folder, ExitStatus& st
   fs::recursive_directory_iterator entry(folder, error);
   for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
     std::error_code unknown;
-    if (hasPictureName(entry->path()) && entry->is_regular_file(unknown)) {
+    if (hasPictureName(entry->path()) && entry->is_regular_file(unknown))
       names.push_back(entry->path().string());
-    }
   }
   if (error) {
     complainAbout(folder, error.message());

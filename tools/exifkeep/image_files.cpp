@@ -29,9 +29,8 @@ std::vector<std::string> writableExtensions() {
   if (!block) return extensions;
   const int count = AllGetReadWriteCaps(nullptr, block.get());
   const auto* records = static_cast<const CodecCapability*>(GlobalLock(block.get()));
-  for (int i = 0; records && i < count; ++i) {
+  for (int i = 0; records && i < count; ++i)
     if (records[i].writable) extensions.emplace_back(records[i].extension);
-  }
   return extensions;
 }
 

@@ -22,11 +22,10 @@ class SheetOutput {
 
   bool keepsBack() const { return !file_.empty(); }
   void write(const std::string& html) {
-    if (keepsBack()) {
+    if (keepsBack())
       kept_ += html;
-    } else {
+    else
       printBytes(html);
-    }
   }
   // False, after saying why, when the file could not be written; what was there is then unchanged.
   bool finish() const {
@@ -75,9 +74,7 @@ SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
   }
   if (refusal.status == ExitStatus::notExif) picture.kind = Kind::notExif;
   if (refusal.status == ExitStatus::failed) picture.kind = Kind::notOpened;
-  if (picture.kind != Kind::notOpened) {
-    picture.preview = makePreview(path, orientation);
-  }
+  if (picture.kind != Kind::notOpened) picture.preview = makePreview(path, orientation);
   return picture;
 }
 

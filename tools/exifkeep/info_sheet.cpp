@@ -123,9 +123,8 @@ std::string InfoSheet::languageSwitch() {
 
 std::string InfoSheet::leadHtml(const SheetPicture& picture) {
   std::string html;
-  for (const std::string_view tag : leadTags) {
+  for (const std::string_view tag : leadTags)
     if (const SheetRow* row = findRow(picture, tag)) html += localized("span", row->value);
-  }
   return html.empty() ? "" : "<p class=\"lead\">" + html + "</p>\n";
 }
 

@@ -67,11 +67,10 @@ void writeExif(JsonWriter& json, const std::string& path, const FileRefusal& ref
   json.key("exif");
   json.boolean(!refusal.error);
   json.key("error");
-  if (!refusal.error) {
+  if (!refusal.error)
     json.null();
-  } else {
+  else
     json.text(refusal.error);
-  }
   if (refusal.status == ExitStatus::failed) complainAbout(path, refusal.reason);
 }
 

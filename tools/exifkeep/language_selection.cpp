@@ -10,9 +10,8 @@ namespace program {
 namespace {
 
 std::string_view tagOf(LANGID language) {
-  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
+  for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants())
     if (variant.language == language) return variant.tag;
-  }
   return "en";
 }
 

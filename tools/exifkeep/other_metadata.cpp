@@ -103,11 +103,10 @@ void notePng(std::istream& file, Kinds& kinds) {
     const std::string_view type = std::string_view(head).substr(4);
     const std::streamoff next = file.tellg() + length + std::streamoff{4};
     if (type == "iCCP") kinds.profile = true;
-    if (type == "iTXt" && take(file, xmpKeyword.size()) == xmpKeyword) {
+    if (type == "iTXt" && take(file, xmpKeyword.size()) == xmpKeyword)
       kinds.xmp = true;
-    } else if (type == "tEXt" || type == "zTXt" || type == "iTXt") {
+    else if (type == "tEXt" || type == "zTXt" || type == "iTXt")
       kinds.comment = true;
-    }
     file.seekg(next);
   }
 }
@@ -119,16 +118,14 @@ std::string otherMetadata(const std::string& path) {
   const std::string start = take(file, 8);
   Kinds kinds;
   if (start.starts_with("\xFF\xD8")) noteJpeg(file, kinds);
-  if (start.starts_with("II*\0"sv) || start.starts_with("MM\0*"sv)) {
+  if (start.starts_with("II*\0"sv) || start.starts_with("MM\0*"sv))
     noteTiff(file, start[0] == 'I', kinds);
-  }
   if (start == "\x89PNG\r\n\x1A\n") notePng(file, kinds);
   std::string list;
   for (const auto& [isThere, name] :
        {std::pair(kinds.profile, "ICC profile"), std::pair(kinds.xmp, "XMP"),
-        std::pair(kinds.iptc, "IPTC"), std::pair(kinds.comment, "comment")}) {
+        std::pair(kinds.iptc, "IPTC"), std::pair(kinds.comment, "comment")})
     if (isThere) list += (list.empty() ? "" : ", ") + std::string(name);
-  }
   return list;
 }
 

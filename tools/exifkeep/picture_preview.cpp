@@ -54,9 +54,8 @@ bool shrink(PRaster& image) {
   };
   PRaster small;
   if (!small.CreateImage(PRaster::type24Bit, scaled(image.width()), scaled(image.height())) ||
-      !small.RescaleImage(image)) {
+      !small.RescaleImage(image))
     return false;
-  }
   image = std::move(small);
   return true;
 }
@@ -73,9 +72,8 @@ bool turn(PRaster& image, std::int64_t orientation) {
   const int width = static_cast<int>(image.width()), height = static_cast<int>(image.height());
   PRaster turned;
   if (!turned.CreateImage(PRaster::type24Bit, onItsSide ? image.height() : image.width(),
-                          onItsSide ? image.width() : image.height())) {
+                          onItsSide ? image.width() : image.height()))
     return false;
-  }
   for (int y = 0; y < height; ++y) {
     const int alongRows = rowsBackwards ? height - 1 - y : y;
     for (int x = 0; x < width; ++x) {

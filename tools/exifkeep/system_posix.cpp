@@ -95,9 +95,8 @@ bool replaceWhole(const std::string& path, mode_t mode, std::string_view bytes) 
 bool replace(const std::string& path, std::string_view bytes) {
   struct stat status;
   if (::stat(path.c_str(), &status) != 0) return replaceWhole(path, modeOfNewFiles(), bytes);
-  if (!S_ISREG(status.st_mode)) {
+  if (!S_ISREG(status.st_mode))
     return writeAndClose(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY), bytes);
-  }
   // A file that must not be written is not replaced either.
   if (::access(path.c_str(), W_OK) != 0) return false;
   return replaceWhole(withoutLinks(path), status.st_mode & 0777, bytes);
@@ -143,11 +142,9 @@ bool endingWaits() {
   sigset_t waiting;
   ::sigemptyset(&waiting);
   ::sigpending(&waiting);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    if (::sigismember(&waiting, signal) == 1 && ::sigismember(&endingSignals(), signal) == 1) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    if (::sigismember(&waiting, signal) == 1 && ::sigismember(&endingSignals(), signal) == 1)
       return true;
-    }
-  }
   return false;
 }
 
@@ -168,9 +165,8 @@ std::string whyNotReadable(const std::string& path) {
 
 std::string whyNotWritable(const std::string& path) {
   const std::string folder = path.substr(0, path.rfind('/') + 1);
-  if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
+  if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
     return "its folder: " + std::string(std::strerror(errno));
-  }
   if (::access(path.c_str(), W_OK) == 0) return whyNotReadable(path);
   return errno == ENOENT ? "" : std::strerror(errno);
 }

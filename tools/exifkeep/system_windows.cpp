@@ -106,11 +106,10 @@ bool replaceWhole(const std::string& path, std::string_view bytes) {
   Opened file(temporary, GENERIC_WRITE, 0, CREATE_NEW);
   if (!file) return false;
   const bool written = file.write(bytes) && file.close();
-  if (written && (ReplaceFileA(path.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) ||
-                  (GetLastError() == ERROR_FILE_NOT_FOUND &&
-                   MoveFileExA(temporary.c_str(), path.c_str(), 0)))) {
+  if (written &&
+      (ReplaceFileA(path.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) ||
+       (GetLastError() == ERROR_FILE_NOT_FOUND && MoveFileExA(temporary.c_str(), path.c_str(), 0))))
     return true;
-  }
   const DWORD problem = GetLastError();
   file.close();
   DeleteFileA(temporary.c_str());

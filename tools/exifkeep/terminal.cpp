@@ -48,9 +48,7 @@ std::string styled(Style style, std::string_view text, Stream stream) {
 
 bool isCapableTerminal(Stream stream) {
   const char* terminal = std::getenv("TERM");
-  if (!terminal || *terminal == '\0' || terminal == std::string_view("dumb")) {
-    return false;
-  }
+  if (!terminal || *terminal == '\0' || terminal == std::string_view("dumb")) return false;
   return isTerminal(stream);
 }
 
