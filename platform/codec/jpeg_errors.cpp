@@ -13,7 +13,7 @@ void printNothing(j_common_ptr) {}
 
 }  // namespace
 
-JpegErrors::JpegErrors() noexcept {
+JpegErrors::JpegErrors() {
   jpeg_std_error(&base);
   base.error_exit = leave;
   base.emit_message = drop;

@@ -17,7 +17,7 @@ struct JpegErrors {
   jpeg_error_mgr base;  // must be first: the library passes its address
   std::jmp_buf escape;
 
-  JpegErrors() noexcept;
+  JpegErrors();
   JpegErrors(const JpegErrors&) = delete;
   JpegErrors& operator=(const JpegErrors&) = delete;
 };

@@ -125,7 +125,7 @@ class LostRows {
 
 class JpegDecoder {
  public:
-  explicit JpegDecoder(PictureReading& file) noexcept {
+  explicit JpegDecoder(PictureReading& file) {
     codec_.err = &errors_.base;
     codec_.client_data = this;
     errors_.base.emit_message = heed;

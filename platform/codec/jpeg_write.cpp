@@ -48,7 +48,7 @@ void endDestination(j_compress_ptr codec) {
 
 class JpegEncoder {
  public:
-  JpegEncoder(PictureWriting& file, const PictureRows& rows) noexcept : rows_(rows) {
+  JpegEncoder(PictureWriting& file, const PictureRows& rows) : rows_(rows) {
     codec_.err = &errors_.base;
     destination_.base = {nullptr, 0, startDestination, emptyDestination, endDestination};
     destination_.file = &file;

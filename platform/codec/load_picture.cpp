@@ -4,7 +4,7 @@
 namespace exifkeep {
 namespace {
 
-bool readPixels(const char* path, PRaster& image) noexcept {
+bool readPixels(const char* path, PRaster& image) {
   tagLmmInfo memory;
   image.GetLmmInfo(memory);
   return AllReadDIBImg(path, &memory, image.GetLmmOffset(), nullptr) != 0;

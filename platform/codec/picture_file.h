@@ -14,20 +14,20 @@ class PictureFile {
   PictureFile& operator=(const PictureFile&) = delete;
   ~PictureFile();
 
-  bool isOpen() const noexcept { return file_ != -1; }
-  uint64_t size() const noexcept { return size_; }
-  uint64_t position() const noexcept { return position_; }
-  void moveTo(uint64_t position) noexcept { position_ = position; }
+  bool isOpen() const { return file_ != -1; }
+  uint64_t size() const { return size_; }
+  uint64_t position() const { return position_; }
+  void moveTo(uint64_t position) { position_ = position; }
 
   // Reads at the position. Returns fewer bytes only at the end of the file or on an error.
-  size_t read(void* bytes, size_t count) noexcept;
+  size_t read(void* bytes, size_t count);
   // Whether any read or write has failed; the libraries ignore some errors.
-  bool hasFailed() const noexcept { return failed_; }
+  bool hasFailed() const { return failed_; }
 
  protected:
-  PictureFile() noexcept = default;
+  PictureFile() = default;
   enum class Purpose { reading, writing };
-  bool open(const char* path, Purpose purpose) noexcept;
+  bool open(const char* path, Purpose purpose);
 
   intptr_t file_ = -1;  // a descriptor, or on Windows a handle
   uint64_t size_ = 0;
@@ -38,20 +38,20 @@ class PictureFile {
 // An existing file.
 class PictureReading : public PictureFile {
  public:
-  explicit PictureReading(const char* path) noexcept;
+  explicit PictureReading(const char* path);
 };
 
 // A new file, or an existing one that is truncated. The destructor deletes the file unless finish()
 // has returned true.
 class PictureWriting : public PictureFile {
  public:
-  explicit PictureWriting(const char* path) noexcept;
+  explicit PictureWriting(const char* path);
   ~PictureWriting();
 
   // Writes all bytes at the position.
-  bool write(const void* bytes, size_t count) noexcept;
+  bool write(const void* bytes, size_t count);
   // Closes the file. False if this or any previous write failed.
-  bool finish() noexcept;
+  bool finish();
 
  private:
   const char* path_;

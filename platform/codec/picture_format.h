@@ -27,31 +27,31 @@ struct PictureDescription {
 // The rows of an image in memory: row 0 is at the top, colours are blue, green, red.
 class PictureRows {
  public:
-  PictureRows(const tagLmmInfo& image, CodecProgress progress) noexcept;
+  PictureRows(const tagLmmInfo& image, CodecProgress progress);
 
   // Whether the record describes an image.
-  bool areValid() const noexcept;
-  bool fit(const PictureDescription& picture) const noexcept;
+  bool areValid() const;
+  bool fit(const PictureDescription& picture) const;
 
-  unsigned width() const noexcept { return static_cast<unsigned>(image_.header->biWidth); }
-  unsigned height() const noexcept { return static_cast<unsigned>(image_.header->biHeight); }
-  unsigned bits() const noexcept { return image_.header->biBitCount; }
-  unsigned dpmX() const noexcept { return static_cast<unsigned>(image_.header->biXPelsPerMeter); }
-  unsigned dpmY() const noexcept { return static_cast<unsigned>(image_.header->biYPelsPerMeter); }
-  unsigned paletteSize() const noexcept { return paletteSizeOf(bits()); }
-  const RGBQUAD* palette() const noexcept { return image_.palette; }
-  bool isGrey() const noexcept;
+  unsigned width() const { return static_cast<unsigned>(image_.header->biWidth); }
+  unsigned height() const { return static_cast<unsigned>(image_.header->biHeight); }
+  unsigned bits() const { return image_.header->biBitCount; }
+  unsigned dpmX() const { return static_cast<unsigned>(image_.header->biXPelsPerMeter); }
+  unsigned dpmY() const { return static_cast<unsigned>(image_.header->biYPelsPerMeter); }
+  unsigned paletteSize() const { return paletteSizeOf(bits()); }
+  const RGBQUAD* palette() const { return image_.palette; }
+  bool isGrey() const;
 
-  BYTE* row(unsigned y) const noexcept { return image_.bits + (height() - 1 - y) * image_.stride; }
+  BYTE* row(unsigned y) const { return image_.bits + (height() - 1 - y) * image_.stride; }
   // Converts row y to 24 bits. REQUIRES: an image of 1 or 8 bits.
-  void expand(unsigned y, BYTE* bgr) const noexcept;
+  void expand(unsigned y, BYTE* bgr) const;
 
   // Reports how many rows could not be decoded completely.
-  void reportLost(unsigned rows) const noexcept {
+  void reportLost(unsigned rows) const {
     if (image_.lostRows) *image_.lostRows = rows;
   }
   // Calls the progress function every 64 rows.
-  void report(unsigned y) const noexcept {
+  void report(unsigned y) const {
     if (progress_ && y % 64 == 0) progress_(static_cast<int>(y), 0, static_cast<int>(height()));
   }
 
@@ -73,15 +73,15 @@ extern const PictureFormat tiffFormat;
 extern const PictureFormat pngFormat;
 
 // Swaps the first and the third byte of each pixel. `from` and `to` must not overlap.
-void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) noexcept;
+void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels);
 
 // Whether a file may contain a picture of that size: sides of at most 2^20 pixels (each row takes
 // some time), at most PRaster::maxPixels, and above 64 MiB of pixels at most 2048 bytes of pixels
 // per byte of the file. The formats' compression does not exceed this in practice (Deflate reaches
 // 1032, LZW 1360). So a tiny file is rejected before any large block is allocated.
-bool isAcceptable(const PictureDescription& picture, uint64_t fileSize) noexcept;
+bool isAcceptable(const PictureDescription& picture, uint64_t fileSize);
 
 // Dots per metre; 0, for unknown, if the resolution is not positive or too large.
-unsigned perMetreFromPerInch(double dotsPerInch) noexcept;
+unsigned perMetreFromPerInch(double dotsPerInch);
 
 }  // namespace exifkeep

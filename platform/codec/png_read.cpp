@@ -14,7 +14,7 @@ namespace {
 
 class PngDecoder {
  public:
-  explicit PngDecoder(PictureReading& file) noexcept : file_(file) {}
+  explicit PngDecoder(PictureReading& file) : file_(file) {}
   ~PngDecoder() { png_destroy_read_struct(&png_, &info_, nullptr); }
   PngDecoder(const PngDecoder&) = delete;
   PngDecoder& operator=(const PngDecoder&) = delete;

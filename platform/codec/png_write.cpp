@@ -15,7 +15,7 @@ void flushNothing(png_structp) {}
 
 class PngEncoder {
  public:
-  PngEncoder(PictureWriting& file, const PictureRows& rows) noexcept : file_(file), rows_(rows) {}
+  PngEncoder(PictureWriting& file, const PictureRows& rows) : file_(file), rows_(rows) {}
   ~PngEncoder() { png_destroy_write_struct(&png_, &info_); }
   PngEncoder(const PngEncoder&) = delete;
   PngEncoder& operator=(const PngEncoder&) = delete;

@@ -34,7 +34,7 @@ constexpr auto capabilities = [] {
 }();
 
 // For writing: by the extension.
-const PictureFormat* formatOfName(const char* path) noexcept {
+const PictureFormat* formatOfName(const char* path) {
   const char* dot = std::strrchr(path, '.');
   if (!dot) return nullptr;
   for (const NamedFormat& named : namedFormats)
@@ -43,7 +43,7 @@ const PictureFormat* formatOfName(const char* path) noexcept {
 }
 
 // For reading: by the first bytes. Resets the position to the start.
-const PictureFormat* formatOfContent(PictureReading& file) noexcept {
+const PictureFormat* formatOfContent(PictureReading& file) {
   BYTE start[16];
   const size_t count = file.read(start, sizeof start);
   file.moveTo(0);
@@ -73,7 +73,7 @@ bool encode(const char* path, const PictureRows& rows) {
   return file.isOpen() && format->encode(file, rows) && file.finish();
 }
 
-HPALETTE makePalette(const PictureDescription& picture) noexcept {
+HPALETTE makePalette(const PictureDescription& picture) {
   struct {
     LOGPALETTE head;
     PALETTEENTRY rest[255];

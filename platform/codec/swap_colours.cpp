@@ -8,7 +8,7 @@
 namespace exifkeep {
 namespace {
 
-void swapPixels(const BYTE* from, BYTE* to, size_t pixels) noexcept {
+void swapPixels(const BYTE* from, BYTE* to, size_t pixels) {
   for (size_t i = 0; i < pixels; ++i, from += 3, to += 3) {
     to[0] = from[2];
     to[1] = from[1];
@@ -18,19 +18,19 @@ void swapPixels(const BYTE* from, BYTE* to, size_t pixels) noexcept {
 
 #if defined(__x86_64__) || defined(__i386__)
 #define EXIFKEEP_BYTE_SHUFFLE __attribute__((target("ssse3")))
-bool hasByteShuffle() noexcept {
+bool hasByteShuffle() {
   return __builtin_cpu_supports("ssse3");
 }
 #else
 #define EXIFKEEP_BYTE_SHUFFLE
-constexpr bool hasByteShuffle() noexcept {
+constexpr bool hasByteShuffle() {
   return true;
 }
 #endif
 
 // Converts five pixels at a time in 16 bytes; the next step overwrites the 16th byte. Returns how
 // many pixels it has converted: all but the last few.
-EXIFKEEP_BYTE_SHUFFLE size_t swapFives(const BYTE* from, BYTE* to, size_t pixels) noexcept {
+EXIFKEEP_BYTE_SHUFFLE size_t swapFives(const BYTE* from, BYTE* to, size_t pixels) {
   using Bytes16 = unsigned char __attribute__((vector_size(16)));
   size_t done = 0;
   for (; done + 6 <= pixels; done += 5) {
@@ -45,7 +45,7 @@ EXIFKEEP_BYTE_SHUFFLE size_t swapFives(const BYTE* from, BYTE* to, size_t pixels
 
 }  // namespace
 
-void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) noexcept {
+void swapRedAndBlue(const BYTE* from, BYTE* to, size_t pixels) {
   const size_t done = hasByteShuffle() ? swapFives(from, to, pixels) : 0;
   swapPixels(from + 3 * done, to + 3 * done, pixels - done);
 }

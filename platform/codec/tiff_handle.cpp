@@ -49,7 +49,7 @@ int keepOpen(thandle_t) {
 
 // "m" in the mode disables memory mapping.
 template <class File>
-TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept {
+TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) {
   const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
                                                                              TIFFOpenOptionsFree);
   if (!options) return nullptr;
@@ -63,11 +63,11 @@ TiffHandle open(File& file, const char* mode, TIFFReadWriteProc write) noexcept 
 
 }  // namespace
 
-TiffHandle openTiff(TiffSource& source) noexcept {
+TiffHandle openTiff(TiffSource& source) {
   return open(source, "rm", refuseWriting);
 }
 
-TiffHandle createTiff(PictureWriting& file) noexcept {
+TiffHandle createTiff(PictureWriting& file) {
   return open(file, "wlm", writeFile);
 }
 

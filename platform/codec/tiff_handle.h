@@ -12,13 +12,13 @@
 namespace exifkeep {
 
 struct TiffClose {
-  void operator()(TIFF* tiff) const noexcept { TIFFClose(tiff); }
+  void operator()(TIFF* tiff) const { TIFFClose(tiff); }
 };
 using TiffHandle = std::unique_ptr<TIFF, TiffClose>;
 
 // Null if this is not a readable TIFF file. REQUIRES: the source outlives the handle.
-TiffHandle openTiff(TiffSource& source) noexcept;
+TiffHandle openTiff(TiffSource& source);
 // Creates a little-endian TIFF file. REQUIRES: `file` outlives the handle.
-TiffHandle createTiff(PictureWriting& file) noexcept;
+TiffHandle createTiff(PictureWriting& file);
 
 }  // namespace exifkeep

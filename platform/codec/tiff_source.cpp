@@ -113,7 +113,7 @@ void TiffSource::readDirectory() {
   directory_.resize(directory_.size() + form.offsetSize());  // no next directory
 }
 
-size_t TiffSource::read(void* bytes, size_t count) noexcept {
+size_t TiffSource::read(void* bytes, size_t count) {
   const uint64_t from = file_.position();
   const size_t held = file_.read(bytes, count);
   const uint64_t begin = std::max(from, directoryAt_);

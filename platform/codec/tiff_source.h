@@ -17,12 +17,12 @@ class TiffSource {
   explicit TiffSource(PictureReading& file);
 
   // Whether the file has its whole first directory.
-  bool hasDirectory() const noexcept { return !directory_.empty(); }
+  bool hasDirectory() const { return !directory_.empty(); }
 
-  uint64_t size() const noexcept { return file_.size(); }
-  uint64_t position() const noexcept { return file_.position(); }
-  void moveTo(uint64_t position) noexcept { file_.moveTo(position); }
-  size_t read(void* bytes, size_t count) noexcept;
+  uint64_t size() const { return file_.size(); }
+  uint64_t position() const { return file_.position(); }
+  void moveTo(uint64_t position) { file_.moveTo(position); }
+  size_t read(void* bytes, size_t count);
 
  private:
   void readDirectory();

@@ -40,30 +40,30 @@ std::atomic<int> palettes{0};
 
 }  // namespace
 
-void failCall(PlatformCall kind, int n, bool andAllAfter) noexcept {
+void failCall(PlatformCall kind, int n, bool andAllAfter) {
   stateOf(kind).untilFailure = n;
   stateOf(kind).isLasting = andAllAfter;
 }
 
-int callsMade(PlatformCall kind) noexcept {
+int callsMade(PlatformCall kind) {
   return stateOf(kind).made;
 }
 
-void clearFailures() noexcept {
+void clearFailures() {
   calls.fill({});
 }
 
-int openHandles() noexcept {
+int openHandles() {
   return handles;
 }
-int liveBlocks() noexcept {
+int liveBlocks() {
   return blocks;
 }
-int livePalettes() noexcept {
+int livePalettes() {
   return palettes;
 }
 
-bool failsNow(PlatformCall kind) noexcept {
+bool failsNow(PlatformCall kind) {
   CallState& state = stateOf(kind);
   ++state.made;
   if (state.untilFailure == 0 || --state.untilFailure > 0) return false;
@@ -72,13 +72,13 @@ bool failsNow(PlatformCall kind) noexcept {
   return true;
 }
 
-void countHandle(int change) noexcept {
+void countHandle(int change) {
   handles += change;
 }
-void countBlock(int change) noexcept {
+void countBlock(int change) {
   blocks += change;
 }
-void countPalette(int change) noexcept {
+void countPalette(int change) {
   palettes += change;
 }
 

@@ -27,35 +27,35 @@ enum class PlatformCall {
 
 // Makes the n-th call of this kind from now on fail on this thread, and optionally all after it; n
 // counts from 1. One failure per kind can be set.
-void failCall(PlatformCall kind, int n, bool andAllAfter = false) noexcept;
+void failCall(PlatformCall kind, int n, bool andAllAfter = false);
 
 // The number of calls of this kind by this thread since its last clearFailures.
-int callsMade(PlatformCall kind) noexcept;
+int callsMade(PlatformCall kind);
 
 // Cancels this thread's failures and resets its counts.
-void clearFailures() noexcept;
+void clearFailures();
 
 // The number of open file handles, global memory blocks and palettes in the whole process.
-int openHandles() noexcept;
-int liveBlocks() noexcept;
-int livePalettes() noexcept;
+int openHandles();
+int liveBlocks();
+int livePalettes();
 
 // Counts a call of this kind and returns whether it must fail.
-bool failsNow(PlatformCall kind) noexcept;
+bool failsNow(PlatformCall kind);
 
 // Update the numbers above; change is 1 or -1.
-void countHandle(int change) noexcept;
-void countBlock(int change) noexcept;
-void countPalette(int change) noexcept;
+void countHandle(int change);
+void countBlock(int change);
+void countPalette(int change);
 
 #else
 
-constexpr bool failsNow(PlatformCall) noexcept {
+constexpr bool failsNow(PlatformCall) {
   return false;
 }
-constexpr void countHandle(int) noexcept {}
-constexpr void countBlock(int) noexcept {}
-constexpr void countPalette(int) noexcept {}
+constexpr void countHandle(int) {}
+constexpr void countBlock(int) {}
+constexpr void countPalette(int) {}
 
 #endif
 

@@ -7,6 +7,6 @@ namespace exifkeep {
 
 // Shows the text and returns the button pressed. `owner` may be null. Implemented in platform/posix
 // and platform/windows.
-int showSystemMessage(HWND owner, const char* text, UINT type) noexcept;
+int showSystemMessage(HWND owner, const char* text, UINT type);
 
 }  // namespace exifkeep

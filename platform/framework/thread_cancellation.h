@@ -4,7 +4,7 @@
 namespace exifkeep {
 
 // Returns the previous state, for restoreCancellation.
-int holdCancellation() noexcept;
-void restoreCancellation(int before) noexcept;
+int holdCancellation();
+void restoreCancellation(int before);
 
 }  // namespace exifkeep

@@ -44,13 +44,13 @@ thread_local DWORD lastError = ERROR_SUCCESS;
 
 }  // namespace
 
-DWORD errorOf(int error) noexcept {
+DWORD errorOf(int error) {
   for (const ErrorRow& row : errors)
     if (row.posix == error) return row.windows;
   return ERROR_GEN_FAILURE;
 }
 
-BOOL failed() noexcept {
+BOOL failed() {
   SetLastError(errorOf(errno));
   return FALSE;
 }

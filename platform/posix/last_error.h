@@ -6,9 +6,9 @@
 namespace exifkeep {
 
 // The Windows code of an errno value; ERROR_GEN_FAILURE for those that callers do not distinguish.
-DWORD errorOf(int error) noexcept;
+DWORD errorOf(int error);
 
 // Sets the last error from errno. Returns FALSE, so that a call can return the result.
-BOOL failed() noexcept;
+BOOL failed();
 
 }  // namespace exifkeep

@@ -4,7 +4,7 @@
 
 namespace exifkeep {
 
-ModuleStrings::ModuleStrings() noexcept = default;
+ModuleStrings::ModuleStrings() = default;
 ModuleStrings::~ModuleStrings() = default;
 
 void ModuleStrings::take(const AfxStringTable& table) {

@@ -26,7 +26,7 @@ namespace exifkeep {
 // The texts of a table in one language, converted to the user's code page.
 class EXIFKEEP_PLATFORM_API ModuleStrings {
  public:
-  ModuleStrings() noexcept;
+  ModuleStrings();
   ~ModuleStrings();
 
   // Selects this table's texts in the user's language and code page. May throw std::bad_alloc.

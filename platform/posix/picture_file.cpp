@@ -18,7 +18,7 @@ PictureFile::~PictureFile() {
   if (file_ >= 0) ::close(file_);
 }
 
-bool PictureFile::open(const char* path, Purpose purpose) noexcept {
+bool PictureFile::open(const char* path, Purpose purpose) {
   if (failsNow(PlatformCall::open)) return failed();
   const int flags = purpose == Purpose::writing ? O_RDWR | O_CREAT : O_RDONLY;
   do {
@@ -35,7 +35,7 @@ bool PictureFile::open(const char* path, Purpose purpose) noexcept {
   return false;
 }
 
-size_t PictureFile::read(void* bytes, size_t count) noexcept {
+size_t PictureFile::read(void* bytes, size_t count) {
   if (failsNow(PlatformCall::read)) failed_ = true;
   size_t done = 0;
   while (!failed_ && done < count) {
@@ -50,11 +50,11 @@ size_t PictureFile::read(void* bytes, size_t count) noexcept {
   return done;
 }
 
-PictureReading::PictureReading(const char* path) noexcept {
+PictureReading::PictureReading(const char* path) {
   open(path, Purpose::reading);
 }
 
-PictureWriting::PictureWriting(const char* path) noexcept : path_(path) {
+PictureWriting::PictureWriting(const char* path) : path_(path) {
   if (!open(path, Purpose::writing) || size_ == 0) return;
   failed_ = ::ftruncate(file_, 0) != 0;
   size_ = 0;
@@ -64,7 +64,7 @@ PictureWriting::~PictureWriting() {
   if (file_ >= 0) ::unlink(path_);
 }
 
-bool PictureWriting::write(const void* bytes, size_t count) noexcept {
+bool PictureWriting::write(const void* bytes, size_t count) {
   if (failsNow(PlatformCall::write)) failed_ = true;
   size_t done = 0;
   while (!failed_ && done < count) {
@@ -80,7 +80,7 @@ bool PictureWriting::write(const void* bytes, size_t count) noexcept {
   return !failed_ || failed();
 }
 
-bool PictureWriting::finish() noexcept {
+bool PictureWriting::finish() {
   const int file = file_;
   file_ = -1;
   const bool closed = !failsNow(PlatformCall::close);

@@ -5,7 +5,7 @@
 
 namespace exifkeep {
 
-int showSystemMessage(HWND, const char* text, UINT) noexcept {
+int showSystemMessage(HWND, const char* text, UINT) {
   std::fprintf(stderr, "%s\n", text);
   return IDOK;
 }

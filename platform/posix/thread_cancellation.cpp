@@ -4,13 +4,13 @@
 
 namespace exifkeep {
 
-int holdCancellation() noexcept {
+int holdCancellation() {
   int before = PTHREAD_CANCEL_ENABLE;
   pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before);
   return before;
 }
 
-void restoreCancellation(int before) noexcept {
+void restoreCancellation(int before) {
   pthread_setcancelstate(before, nullptr);
 }
 

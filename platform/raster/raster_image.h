@@ -11,7 +11,7 @@
 #include "palette_row.h"
 
 struct FreeBlock {
-  void operator()(BYTE* block) const noexcept { std::free(block); }
+  void operator()(BYTE* block) const { std::free(block); }
 };
 
 struct PRaster::Image {
@@ -21,18 +21,18 @@ struct PRaster::Image {
   unsigned lostRows = 0;
   std::unique_ptr<BYTE[], FreeBlock> bits;
 
-  unsigned width() const noexcept { return static_cast<unsigned>(header.biWidth); }
-  unsigned height() const noexcept { return static_cast<unsigned>(header.biHeight); }
-  unsigned depth() const noexcept { return header.biBitCount; }
+  unsigned width() const { return static_cast<unsigned>(header.biWidth); }
+  unsigned height() const { return static_cast<unsigned>(header.biHeight); }
+  unsigned depth() const { return header.biBitCount; }
   // Without padding.
-  size_t rowBytes() const noexcept { return (size_t{width()} * depth() + 7) / 8; }
-  unsigned paletteSize() const noexcept { return exifkeep::paletteSizeOf(depth()); }
-  bool contains(int x, int y) const noexcept {
+  size_t rowBytes() const { return (size_t{width()} * depth() + 7) / 8; }
+  unsigned paletteSize() const { return exifkeep::paletteSizeOf(depth()); }
+  bool contains(int x, int y) const {
     return x >= 0 && y >= 0 && x < header.biWidth && y < header.biHeight;
   }
-  BYTE* row(unsigned y) const noexcept { return bits.get() + (height() - 1 - y) * stride; }
+  BYTE* row(unsigned y) const { return bits.get() + (height() - 1 - y) * stride; }
 
-  bool sameShapeAs(const Image& other) const noexcept {
+  bool sameShapeAs(const Image& other) const {
     return width() == other.width() && height() == other.height() && depth() == other.depth();
   }
 };

@@ -206,7 +206,7 @@ void pickBits(const BYTE* from, unsigned sourceWidth, BYTE* to, unsigned targetW
 
 }  // namespace
 
-bool scaleBlended(const PRaster::Image& source, PRaster::Image& target) noexcept {
+bool scaleBlended(const PRaster::Image& source, PRaster::Image& target) {
   try {
     if (source.depth() == 24)
       BlendedScaling<3>(source, target).run();
@@ -218,7 +218,7 @@ bool scaleBlended(const PRaster::Image& source, PRaster::Image& target) noexcept
   }
 }
 
-void scaleNearest(const PRaster::Image& source, PRaster::Image& target) noexcept {
+void scaleNearest(const PRaster::Image& source, PRaster::Image& target) {
   const auto pick = source.depth() == 1 ? pickBits : pickLevels;
   for (unsigned y = 0; y < target.height(); ++y)
     pick(source.row(nearestIndex(y, source.height(), target.height())), source.width(),

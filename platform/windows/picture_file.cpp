@@ -36,7 +36,7 @@ PictureFile::~PictureFile() {
   if (isOpen()) CloseHandle(handleOf(file_));
 }
 
-bool PictureFile::open(const char* path, Purpose purpose) noexcept {
+bool PictureFile::open(const char* path, Purpose purpose) {
   if (failsNow(PlatformCall::open)) return false;
   const bool writes = purpose == Purpose::writing;
   const HANDLE file =
@@ -54,7 +54,7 @@ bool PictureFile::open(const char* path, Purpose purpose) noexcept {
   return true;
 }
 
-size_t PictureFile::read(void* bytes, size_t count) noexcept {
+size_t PictureFile::read(void* bytes, size_t count) {
   if (failsNow(PlatformCall::read)) failed_ = true;
   size_t done = 0;
   while (!failed_ && done < count) {
@@ -71,11 +71,11 @@ size_t PictureFile::read(void* bytes, size_t count) noexcept {
   return done;
 }
 
-PictureReading::PictureReading(const char* path) noexcept {
+PictureReading::PictureReading(const char* path) {
   open(path, Purpose::reading);
 }
 
-PictureWriting::PictureWriting(const char* path) noexcept : path_(path) {
+PictureWriting::PictureWriting(const char* path) : path_(path) {
   if (!open(path, Purpose::writing) || size_ == 0) return;
   failed_ = !SetEndOfFile(handleOf(file_));
   size_ = 0;
@@ -87,7 +87,7 @@ PictureWriting::~PictureWriting() {
   DeleteFileA(path_);
 }
 
-bool PictureWriting::write(const void* bytes, size_t count) noexcept {
+bool PictureWriting::write(const void* bytes, size_t count) {
   if (failsNow(PlatformCall::write)) failed_ = true;
   size_t done = 0;
   while (!failed_ && done < count) {
@@ -106,7 +106,7 @@ bool PictureWriting::write(const void* bytes, size_t count) noexcept {
   return !failed_;
 }
 
-bool PictureWriting::finish() noexcept {
+bool PictureWriting::finish() {
   const bool closed = !failsNow(PlatformCall::close);
   if (CloseHandle(handleOf(std::exchange(file_, -1))) && closed && !failed_) return true;
   DeleteFileA(path_);

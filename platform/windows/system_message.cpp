@@ -5,7 +5,7 @@
 
 namespace exifkeep {
 
-int showSystemMessage(HWND owner, const char* text, UINT type) noexcept {
+int showSystemMessage(HWND owner, const char* text, UINT type) {
   char path[MAX_PATH];
   const std::string_view program(path, GetModuleFileNameA(nullptr, path, sizeof path - 1));
   path[program.size()] = '\0';

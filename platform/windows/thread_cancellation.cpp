@@ -3,10 +3,10 @@
 
 namespace exifkeep {
 
-int holdCancellation() noexcept {
+int holdCancellation() {
   return 0;
 }
 
-void restoreCancellation(int) noexcept {}
+void restoreCancellation(int) {}
 
 }  // namespace exifkeep

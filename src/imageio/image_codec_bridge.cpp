@@ -19,7 +19,7 @@ constexpr size_t blockSize = recordSize * ImageCodecBridge::maxFormats;
 static_assert(usedSize == 16 && blockSize == 1300);
 
 struct PaletteDelete {
-  void operator()(HPALETTE palette) const noexcept { DeleteObject(palette); }
+  void operator()(HPALETTE palette) const { DeleteObject(palette); }
 };
 using Palette = std::unique_ptr<std::remove_pointer_t<HPALETTE>, PaletteDelete>;
 

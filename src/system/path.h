@@ -16,23 +16,23 @@ inline constexpr std::string_view pathSeparators = "/";
 #endif
 
 // The part before the file name, including the separator, and the file name itself.
-constexpr std::string_view directoryOf(std::string_view path) noexcept {
+constexpr std::string_view directoryOf(std::string_view path) {
   while (!path.empty() && pathSeparators.find(path.back()) == pathSeparators.npos)
     path.remove_suffix(1);
   return path;
 }
-constexpr std::string_view fileNameOf(std::string_view path) noexcept {
+constexpr std::string_view fileNameOf(std::string_view path) {
   return path.substr(directoryOf(path).size());
 }
 
 // The text after the last '.' of the path, or the whole path if there is none. If that '.' is in a
 // directory name, the result is no known extension.
-constexpr std::string_view extensionOf(std::string_view path) noexcept {
+constexpr std::string_view extensionOf(std::string_view path) {
   return path.substr(path.rfind('.') + 1);
 }
 
 // Whether the file name itself has a '.'.
-constexpr bool hasExtension(std::string_view path) noexcept {
+constexpr bool hasExtension(std::string_view path) {
   return fileNameOf(path).find('.') != std::string_view::npos;
 }
 
