@@ -9,14 +9,14 @@ execute_process(COMMAND dpkg-parsechangelog -l ${CMAKE_CURRENT_LIST_DIR}/debian_
 set(ENV{SOURCE_DATE_EPOCH} ${epoch})
 set(root ${CPACK_TEMPORARY_DIRECTORY}/package)
 
-# Fails when a symbol is gone that libexifkeep0.symbols lists.
+# Fails when the exported symbols are not those of libexifkeep0.symbols.
 function(write_symbols)
   file(MAKE_DIRECTORY ${root}/debian)
   file(WRITE ${root}/debian/control "Source: exifkeep\n\nPackage: libexifkeep0\nArchitecture: any\n")
   file(GLOB_RECURSE libraries ${root}/usr/lib/libexifkeep*.so.?)
   list(TRANSFORM libraries PREPEND -e)
   execute_process(
-    COMMAND ${DPKG_GENSYMBOLS} -c1 -plibexifkeep0 -v${CPACK_PACKAGE_VERSION} -P${root} ${libraries}
+    COMMAND ${DPKG_GENSYMBOLS} -c4 -plibexifkeep0 -v${CPACK_PACKAGE_VERSION} -P${root} ${libraries}
       -I${CMAKE_CURRENT_LIST_DIR}/libexifkeep0.symbols -O${root}/DEBIAN/symbols
     WORKING_DIRECTORY ${root} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
   file(REMOVE_RECURSE ${root}/debian)

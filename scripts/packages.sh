@@ -11,6 +11,7 @@ test_packages=(
   pkg-config                   # finds the installed library as hosts do
   dpkg-dev file                # what cpack makes Debian packages with
   clang-14 libclang-rt-14-dev  # the fuzzers
+  abigail-tools                # compares the ABI with that of its version
   doxygen                      # checks the comments of the public headers
 )
 windows_packages=(

@@ -23,6 +23,7 @@
 #endif
 
 #include <afxwin.h>
+#include <exifkeep_version.h>
 #include <load_picture.h>
 #include <praster.h>
 #include <windows.h>

@@ -49,7 +49,8 @@ TEST_F(Installed, HoldsThePublicHeadersAndRuns) {
   EXPECT_EQ(
       run("cd prefix/include/exifkeep && find . -name '*.h' | sort | xargs").out,
       "./exifkeep.h ./field_list.h ./platform/afx.h ./platform/afxcoll.h ./platform/afxstat_.h "
-      "./platform/afxwin.h ./platform/code_page.h ./platform/language.h "
+      "./platform/afxwin.h ./platform/code_page.h ./platform/exifkeep_version.h "
+      "./platform/language.h "
       "./platform/load_picture.h ./platform/module_strings.h ./platform/platform_api.h "
       "./platform/praster.h "
       "./platform/pxcodec32.h ./platform/shell_copy_handler.h ./platform/shellapi.h "
@@ -67,7 +68,8 @@ TEST_F(Installed, ShowsWhatItsHeadersDeclareAndCallsItsOwn) {
                 "_platform.so | grep -o 'exifkeep::[A-Za-z]*' | sort -u | xargs")
                 .out,
             "exifkeep::CodePageEncoder exifkeep::ModuleStrings exifkeep::languageVariants "
-            "exifkeep::loadPicture exifkeep::matchLanguage exifkeep::userLanguage\n");
+            "exifkeep::loadPicture exifkeep::matchLanguage exifkeep::runningVersion "
+            "exifkeep::userLanguage\n");
   EXPECT_THAT(run(readelf + "-r " + libraries + ".so").out, Not(HasSubstr("EXIFKEEP_0")));
   EXPECT_THAT(run(readelf + "-r " + libraries + "_platform.so").out,
               AllOf(HasSubstr("jpeg_"), Not(HasSubstr("PRaster::")), Not(HasSubstr("CString::"))));
@@ -172,6 +174,19 @@ target_link_libraries(host PRIVATE exifkeep::exifkeep exifkeep::platform))");
       "' -std=c++20 '" EXIFKEEP_SOURCE_DIR
       "/examples/list_folder.cpp' $(pkg-config --static --cflags --libs exifkeep) -o host",
       "./host");
+}
+
+using Abi = ShellTest;
+
+TEST_F(Abi, IsThatOfItsNumber) {
+  if (!*EXIFKEEP_ABI || run("command -v abidiff").status != 0)
+    GTEST_SKIP() << "needs abidiff and a description made by g++ on x86-64, without sanitizers";
+  const Outcome compared =
+      run("P='" EXIFKEEP_SOURCE_DIR "/packaging'; \"$P\"/describe_abi.sh " EXIFKEEP_VERSION
+          " '" EXIFKEEP_ABI "' now.abi && abidiff \"$P\"/exifkeep.abi now.abi");
+  EXPECT_EQ(compared.status, 0) << compared.out << compared.err
+                                << "Raise the version in exifkeep_version.h, then have the "
+                                << "target abi_baseline write packaging/exifkeep.abi anew.";
 }
 
 class DebianPackages : public ShellTest {

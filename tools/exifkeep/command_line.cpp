@@ -1,6 +1,8 @@
 // Parses with CLI11, whose exceptions become texts.
 #include "command_line.h"
 
+#include <exifkeep_version.h>
+
 #include <CLI/CLI.hpp>
 #include <map>
 

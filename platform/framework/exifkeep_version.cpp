@@ -1,0 +1,5 @@
+#include <exifkeep_version.h>
+
+int exifkeep::runningVersion() noexcept {
+  return EXIFKEEP_VERSION_NUMBER;
+}

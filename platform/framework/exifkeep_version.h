@@ -1,0 +1,31 @@
+/// @file
+/// The version of exifkeep, once: CMake reads it from here. A host has it in two ways, as it was
+/// when the host was compiled and as it is where the host runs.
+///
+///     #if EXIFKEEP_VERSION_NUMBER < 10000
+///     if (exifkeep::runningVersion() < EXIFKEEP_VERSION_NUMBER) warnOfAnOlderLibrary();
+#pragma once
+
+#include <platform_api.h>
+
+#define EXIFKEEP_VERSION_MAJOR 0  ///< The SOVERSION of both libraries.
+#define EXIFKEEP_VERSION_MINOR 1  ///< Raised when something is added.
+#define EXIFKEEP_VERSION_PATCH 0  ///< Raised when the interface stays as it was.
+/// The version as a number to compare with: 10203 for 1.2.3.
+#define EXIFKEEP_VERSION_NUMBER \
+  (EXIFKEEP_VERSION_MAJOR * 10000 + EXIFKEEP_VERSION_MINOR * 100 + EXIFKEEP_VERSION_PATCH)
+/// @cond
+#define EXIFKEEP_QUOTED_AS_IT_IS(text) #text
+#define EXIFKEEP_QUOTED(text) EXIFKEEP_QUOTED_AS_IT_IS(text)
+/// @endcond
+/// The version as a text, such as "1.2.3".
+#define EXIFKEEP_VERSION                  \
+  EXIFKEEP_QUOTED(EXIFKEEP_VERSION_MAJOR) \
+  "." EXIFKEEP_QUOTED(EXIFKEEP_VERSION_MINOR) "." EXIFKEEP_QUOTED(EXIFKEEP_VERSION_PATCH)
+
+namespace exifkeep {
+
+/// The EXIFKEEP_VERSION_NUMBER of the libraries that are loaded.
+EXIFKEEP_PLATFORM_API int runningVersion() noexcept;
+
+}  // namespace exifkeep
