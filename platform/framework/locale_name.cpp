@@ -1,17 +1,8 @@
 #include "locale_name.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace exifkeep {
-
-std::string_view firstSet(std::initializer_list<const char*> variables) {
-  for (const char* variable : variables) {
-    const char* value = std::getenv(variable);
-    if (value && *value != '\0') return value;
-  }
-  return {};
-}
 
 std::string_view languageOf(std::string_view localeName) {
   return localeName.substr(0, localeName.find_first_of(".@"));

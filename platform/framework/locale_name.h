@@ -8,7 +8,7 @@
 namespace exifkeep {
 
 // The value of the first of these environment variables that is set and not empty, or else empty.
-// Valid until the environment changes.
+// Valid until the environment changes. REQUIRES: names that begin with LA or LC.
 std::string_view firstSet(std::initializer_list<const char*> variables);
 
 // The part before charset and modifier, and the charset; empty if the name has none.

@@ -14,13 +14,4 @@ void ModuleStrings::take(const AfxStringTable& table) {
     if (variant.language == language) texts_ = variant.texts;
 }
 
-bool ModuleStrings::load(UINT id, std::string_view& text, std::string& encoded) const {
-  if (id >= texts_.size() || texts_[id].empty()) return false;
-  if (encoder_)
-    encoder_->encode(texts_[id], encoded);
-  else
-    text = texts_[id];
-  return true;
-}
-
 }  // namespace exifkeep

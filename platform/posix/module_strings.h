@@ -32,7 +32,14 @@ class EXIFKEEP_PLATFORM_API ModuleStrings {
   // Selects this table's texts in the user's language and code page. May throw std::bad_alloc.
   void take(const AfxStringTable& table);
   // See AFX_MAINTAIN_STATE2::loadText.
-  bool load(UINT id, std::string_view& text, std::string& encoded) const;
+  bool load(UINT id, std::string_view& text, std::string& encoded) const {
+    if (id >= texts_.size() || texts_[id].empty()) return false;
+    if (encoder_)
+      encoder_->encode(texts_[id], encoded);
+    else
+      text = texts_[id];
+    return true;
+  }
 
  private:
   std::span<const std::string_view> texts_;

@@ -1,6 +1,3 @@
-// Reading through the windows, writing past them. A window is filled from a page boundary at or
-// before the position: directory values often lie a little before what was read last. Writes go to
-// the file at once and are copied into the windows that they overlap.
 #include "open_file.h"
 
 #include <fcntl.h>
@@ -32,10 +29,6 @@ std::unique_ptr<char[]> copyOf(const char* text) {
   std::unique_ptr<char[]> copy(new (std::nothrow) char[size]);
   if (copy) std::memcpy(copy.get(), text, size);
   return copy;
-}
-
-ssize_t readAt(int descriptor, std::byte* target, size_t count, int64_t position) {
-  return uninterrupted([=] { return pread(descriptor, target, count, position); });
 }
 
 }  // namespace
@@ -82,36 +75,21 @@ bool OpenFile::takeSize() {
   return false;
 }
 
-bool OpenFile::readOn(std::byte* target, size_t count, size_t& done) {
-  const auto rest = static_cast<uint64_t>(std::max<int64_t>(size_ - position_, 0));
-  const size_t wanted = done + std::min<uint64_t>(count - done, rest);
+bool OpenFile::read(void* buffer, size_t count, size_t& done) {
+  done = 0;
+  if (!readable_) errno = EBADF;
+  if (!readable_ || failsNow(PlatformCall::read)) return false;
+  const size_t wanted = std::min<uint64_t>(count, std::max<int64_t>(size_ - position_, 0));
   while (done < wanted) {
-    const ssize_t step = readStep(target + done, wanted - done);
+    char* target = static_cast<char*>(buffer) + done;
+    const ssize_t step =
+        uninterrupted([&, this] { return pread(descriptor_, target, wanted - done, position_); });
     if (step < 0) return false;
     if (step == 0) break;  // someone else cut the file
+    position_ += step;
     done += step;
   }
   return true;
-}
-
-// Through a window, unless that would have to be filled more than once.
-ssize_t OpenFile::readStep(std::byte* target, size_t count) {
-  if (count < window_->bytes.size()) {
-    window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
-    if (const size_t taken = takeFromWindow(target, count)) return taken;
-    return fillWindow() ? static_cast<ssize_t>(takeFromWindow(target, count)) : -1;
-  }
-  const ssize_t step = readAt(descriptor_, target, count, position_);
-  position_ += std::max<ssize_t>(step, 0);
-  return step;
-}
-
-bool OpenFile::fillWindow() {
-  window_->start = position_ - position_ % pageSize;
-  const ssize_t length = readAt(descriptor_, window_->bytes.data(), fillSize_, window_->start);
-  window_->length = std::clamp<int64_t>(length, 0, size_ - window_->start);
-  fillSize_ = window_->bytes.size();
-  return length >= 0;
 }
 
 bool OpenFile::write(const void* bytes, size_t count, size_t& done) {
@@ -124,7 +102,6 @@ bool OpenFile::write(const void* bytes, size_t count, size_t& done) {
         uninterrupted([&, this] { return pwrite(descriptor_, source, count - done, position_); });
     if (step == 0) errno = ENOSPC;
     if (step <= 0) return false;
-    for (Window& window : windows_) updateWindow(window, source, step);
     position_ += step;
     size_ = std::max(size_, position_);
     done += step;
@@ -132,24 +109,11 @@ bool OpenFile::write(const void* bytes, size_t count, size_t& done) {
   return true;
 }
 
-void OpenFile::updateWindow(Window& window, const std::byte* source, size_t count) const {
-  const int64_t windowEnd = window.start + static_cast<int64_t>(window.length);
-  const int64_t start = std::max(position_, window.start);
-  const int64_t end = std::min(position_ + static_cast<int64_t>(count), windowEnd);
-  if (start >= end) return;
-  std::memcpy(window.bytes.data() + (start - window.start), source + (start - position_),
-              end - start);
-}
-
 bool OpenFile::truncateTo(int64_t size) {
   if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::write)) return false;
   if (uninterrupted([=, this] { return ftruncate(descriptor_, size); }) != 0) return false;
   size_ = size;
-  for (Window& window : windows_) {
-    const int64_t kept = std::max<int64_t>(size_ - window.start, 0);
-    window.length = std::min<int64_t>(window.length, kept);
-  }
   return true;
 }
 

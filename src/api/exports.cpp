@@ -45,7 +45,7 @@ int GetExifInfo(const char* path, CPtrList* list) noexcept {
 
 int FreeInfoList(CPtrList* list) noexcept {
   return runCall<int>(0, [&] {
-    if (list) shrinkInfoList(*list, 0);
+    if (list) emptyInfoList(*list);
     return list && list->GetCount() == 0;
   });
 }

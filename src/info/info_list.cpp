@@ -3,8 +3,10 @@
 #include <exifkeep/field_list.h>
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <cstddef>
 #include <memory>
+#include <new>
 
 #include "info/display_rows.h"
 #include "info/raw_value.h"
@@ -25,30 +27,26 @@ CString textValue(const RecordField& field) {
   return {text.data(), static_cast<int>(text.size())};
 }
 
-// False if the denominator is 0.
-bool decimalValue(const DisplayRow& row, const RecordField& field, CString& value) {
-  if (field.as<Rational>().denominator == 0) return false;
+// REQUIRES: a denominator that is not 0.
+CString decimalValue(const DisplayRow& row, const RecordField& field) {
   if (row.source->type == TiffType::srational) {
     const SRational pair = field.as<SRational>();
-    value = decimalText(pair.numerator, pair.denominator, row.unit);
-  } else {
-    const Rational pair = field.as<Rational>();
-    value = decimalText(pair.numerator, pair.denominator, row.unit);
+    return decimalText(pair.numerator, pair.denominator, row.unit);
   }
-  return true;
+  const Rational pair = field.as<Rational>();
+  return decimalText(pair.numerator, pair.denominator, row.unit);
 }
 
-bool focalLengthValue(const RecordField& field, CString& value) {
-  const Rational length = field.as<Rational>();
-  if (length.denominator == 0) return false;
-  value = focalLengthText(length);
-  return true;
-}
-
-bool nonZeroValue(const RecordField& field, CString& value) {
-  if (field.number() == 0) return false;
-  value = numberText(field.number());
-  return true;
+// Whether the field is present and its rule has something to show.
+bool isShown(const DisplayRow& row, const void* record) {
+  const RecordField field(record, *row.source);
+  if (!field.isPresent()) return false;
+  switch (row.rule) {
+    case ValueRule::decimal:
+    case ValueRule::focalLength: return field.as<Rational>().denominator != 0;
+    case ValueRule::nonZeroNumber: return field.number() != 0;
+    default: return true;
+  }
 }
 
 CString exifVersionValue(const ExifIfdRecord& exif) {
@@ -57,88 +55,118 @@ CString exifVersionValue(const ExifIfdRecord& exif) {
   return text;
 }
 
-// The text of a present field; false if its rule shows no item for this value.
-bool valueOf(const DisplayRow& row, const void* record, CString& value) {
+// The text of a field. REQUIRES: isShown.
+CString valueOf(const DisplayRow& row, const void* record) {
   const RecordField field(record, *row.source);
-  const auto exif = [&]() -> const ExifIfdRecord& {
-    return *static_cast<const ExifIfdRecord*>(record);
-  };
+  const auto& exif = *static_cast<const ExifIfdRecord*>(record);
   switch (row.rule) {
-    case ValueRule::text: value = textValue(field); return true;
-    case ValueRule::dateTime: value = dateTimeText(textValue(field)); return true;
-    case ValueRule::version: value = versionText(field.bytes()); return true;
-    case ValueRule::exifVersion: value = exifVersionValue(exif()); return true;
-    case ValueRule::wholeRational: value = wholeRationalText(field.as<Rational>()); return true;
-    case ValueRule::exposureTime: value = exposureTimeText(field.as<Rational>()); return true;
-    case ValueRule::decimal: return decimalValue(row, field, value);
-    case ValueRule::focalLength: return focalLengthValue(field, value);
-    case ValueRule::number: value = numberText(field.number()); return true;
-    case ValueRule::nonZeroNumber: return nonZeroValue(field, value);
-    case ValueRule::makerNote:
-      value = bytesText(exif().makerNote, exif().makerNoteLength);
-      return true;
-    case ValueRule::userComment:
-      value = bytesText(exif().userComment, exif().userCommentLength);
-      return true;
-    case ValueRule::components: value = componentsText(field.bytes()); return true;
-    case ValueRule::plain: return true;  // set by appendItems once the item is described
-    case ValueRule::word: value.LoadString(row.words->idOf(field.number())); return true;
+    case ValueRule::text: return textValue(field);
+    case ValueRule::dateTime: return dateTimeText(field.text());
+    case ValueRule::version: return versionText(field.bytes());
+    case ValueRule::exifVersion: return exifVersionValue(exif);
+    case ValueRule::wholeRational: return wholeRationalText(field.as<Rational>());
+    case ValueRule::exposureTime: return exposureTimeText(field.as<Rational>());
+    case ValueRule::decimal: return decimalValue(row, field);
+    case ValueRule::focalLength: return focalLengthText(field.as<Rational>());
+    case ValueRule::number:
+    case ValueRule::nonZeroNumber: return numberText(field.number());
+    case ValueRule::makerNote: return bytesText(exif.makerNote, exif.makerNoteLength);
+    case ValueRule::userComment: return bytesText(exif.userComment, exif.userCommentLength);
+    case ValueRule::components: return componentsText(field.bytes());
+    case ValueRule::word: return wordText(row.words->idOf(field.number()));
+    case ValueRule::plain: break;  // set by describe
   }
-  return false;
+  return {};
 }
 
-// All items of a directory share one array, freed with the last item: one allocation instead of
-// some twenty. All are InfoFields, but only a FieldList has the additional members filled in.
+// All items of a directory share one block of memory, freed with the last item: one allocation
+// instead of some twenty.
+struct alignas(std::max_align_t) ItemBlock {
+  size_t holders = 1;  // the items, and 1 while items are being made
+};
+
+struct ReleaseBlock {
+  void operator()(ItemBlock* block) const {
+    if (--block->holders == 0) ::operator delete(block);
+  }
+};
+
+// All are InfoFields, but only a FieldList has the additional members filled in.
 struct ListedItem : InfoField {
-  ListedItem* array;  // its first element
-  size_t holders;     // in the first: the items in a list, and 1 while the array is being filled
+  ListedItem(const DisplayRow& row, const void* record, ItemBlock& home) : block(&home) {
+    label.LoadString(row.label);
+    value = valueOf(row, record);
+    ++home.holders;
+  }
+  ItemBlock* block;
   std::unique_ptr<std::byte[]> described;
 };
 
 struct ReleaseItem {
   void operator()(ListedItem* item) const {
-    if (--item->array->holders == 0) delete[] item->array;
+    ItemBlock* block = item->block;
+    std::destroy_at(item);
+    ReleaseBlock()(block);
   }
 };
 
-void appendItems(std::span<const DisplayRow> rows, const void* record, CPtrList& list) {
-  const auto present = [&](const DisplayRow& row) {
-    return RecordField(record, *row.source).isPresent();
-  };
-  const auto maxItems = static_cast<size_t>(std::ranges::count_if(rows, present));
-  if (maxItems == 0) return;
-  const bool describe = dynamic_cast<const FieldList*>(&list) != nullptr;
-  const std::unique_ptr<ListedItem, ReleaseItem> array(new ListedItem[maxItems]);
-  array->array = array.get();
-  array->holders = 1;
-  ListedItem* item = array.get();
-  for (const DisplayRow& row : rows) {
-    if (!present(row) || !valueOf(row, record, item->value)) continue;
-    if (describe) item->described = describeField(row, record, *item);
-    if (row.rule == ValueRule::plain) item->value = plainText(*item);
-    if (row.label == noLabel)
-      item->label = item->name;
-    else
-      item->label.LoadString(row.label);
-    item->array = array.get();
-    list.AddTail(static_cast<InfoItem*>(item));
-    ++array->holders;
-    ++item;
+// Elements are null or were added by appendItems: hosts must not add their own.
+void release(void* element) {
+  if (element) ReleaseItem()(static_cast<ListedItem*>(static_cast<InfoItem*>(element)));
+}
+
+class ShownRows {
+ public:
+  ShownRows(std::span<const DisplayRow> rows, const void* record) {
+    for (const DisplayRow& row : rows) {
+      rows_[count_] = &row;
+      count_ += isShown(row, record);
+    }
+  }
+  size_t size() const { return count_; }
+  auto begin() const { return rows_.begin(); }
+  auto end() const { return rows_.begin() + count_; }
+
+ private:
+  static constexpr size_t maxRows =
+      std::max({imageDisplayRows.size(), exifDisplayRows.size(), gpsDisplayRows.size()});
+  std::array<const DisplayRow*, maxRows> rows_;  // not cleared
+  size_t count_ = 0;
+};
+
+void describe(const DisplayRow& row, const void* record, ListedItem& item) {
+  item.described = describeField(row, record, item);
+  if (row.rule == ValueRule::plain) item.value = plainText(item);
+  if (row.label == noLabel) item.label = item.name;
+}
+
+void appendItems(std::span<const DisplayRow> displayRows, const void* record, CPtrList& list,
+                 bool isFieldList) {
+  const ShownRows rows(displayRows, record);
+  if (rows.size() == 0) return;
+  const std::unique_ptr<ItemBlock, ReleaseBlock> block(
+      new (::operator new(sizeof(ItemBlock) + rows.size() * sizeof(ListedItem))) ItemBlock);
+  auto* place = reinterpret_cast<ListedItem*>(block.get() + 1);
+  for (const DisplayRow* row : rows) {
+    std::unique_ptr<ListedItem, ReleaseItem> item(std::construct_at(place++, *row, record, *block));
+    if (isFieldList) describe(*row, record, *item);
+    list.AddTail(static_cast<InfoItem*>(item.get()));
+    item.release();
   }
 }
 
 }  // namespace
 
-void AppendImageInfoItems(const ImageIfdRecord& primary, CPtrList& list) {
-  appendItems(imageDisplayRows, &primary, list);
+void AppendImageInfoItems(const ImageIfdRecord& primary, CPtrList& list, bool isFieldList) {
+  appendItems(imageDisplayRows, &primary, list, isFieldList);
 }
 
-void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list) {
-  appendItems(exifDisplayRows, &exif, list);
+void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list, bool isFieldList) {
+  appendItems(exifDisplayRows, &exif, list, isFieldList);
 }
 
 void AppendGpsInfoItems(const GpsIfdRecord& gps, CPtrList& list) {
-  appendItems(gpsDisplayRows, &gps, list);
+  appendItems(gpsDisplayRows, &gps, list, true);
 }
 
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
@@ -152,22 +180,19 @@ bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
   if (!isRead) return false;
   const int before = list.GetCount();
   try {
-    AppendImageInfoItems(metadata.primary, list);
-    AppendExifInfoItems(metadata.exif, list);
+    AppendImageInfoItems(metadata.primary, list, fields);
+    AppendExifInfoItems(metadata.exif, list, fields);
     if (withGps) AppendGpsInfoItems(metadata.gps, list);
   } catch (...) {
-    shrinkInfoList(list, before);
+    while (list.GetCount() > before) release(list.RemoveTail());
     throw;
   }
   return true;
 }
 
-void shrinkInfoList(CPtrList& list, int count) {
-  while (list.GetCount() > count) {
-    // Elements are null or were added by appendItems: hosts must not add their own.
-    auto* item = static_cast<ListedItem*>(static_cast<InfoItem*>(list.RemoveTail()));
-    if (item) ReleaseItem()(item);
-  }
+void emptyInfoList(CPtrList& list) {
+  for (POSITION place = list.GetHeadPosition(); place;) release(list.GetNext(place));
+  list.RemoveAll();
 }
 
 }  // namespace exifkeep

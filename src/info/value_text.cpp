@@ -50,10 +50,11 @@ CString wordText(UINT id) {
   return text;
 }
 
-CString dateTimeText(CString text) {
-  constexpr int dateLength = 10;
-  for (int at = text.Find(':'); at >= 0 && at < dateLength; at = text.Find(':', at))
-    text.SetAt(at, '/');
+CString dateTimeText(std::string_view stored) {
+  CString text = textOf(stored);
+  const std::string_view date = stored.substr(0, 10);
+  for (size_t at = 0; at < date.size(); ++at)
+    if (date[at] == ':') text.SetAt(static_cast<int>(at), '/');
   return text;
 }
 

@@ -16,7 +16,7 @@ namespace exifkeep {
 CString wordText(UINT id);
 
 // "2002:05:14 10:20:30" becomes 2002/05/14 10:20:30: only the first ten characters are changed.
-CString dateTimeText(CString stored);
+CString dateTimeText(std::string_view stored);
 
 // "0220" becomes 2.20, "1000" becomes 10.00. REQUIRES: four characters.
 CString versionText(const char* digits);

@@ -253,7 +253,7 @@ bool loadThumbnail(ExifReader& reader, ExifFile& file, PRaster& thumbnail) {
   const int32_t directory = locateThumbnailDirectory(reader, file);
   ThumbnailFields fields;
   if (directory <= 0 || !readFields(file, static_cast<uint32_t>(directory), fields)) return false;
-  return isJpegThumbnail(fields) ? loadJpegThumbnail(*reader.codec, file, fields, thumbnail)
+  return isJpegThumbnail(fields) ? loadJpegThumbnail(reader.codec(), file, fields, thumbnail)
                                  : loadUncompressedThumbnail(file, fields, thumbnail);
 }
 

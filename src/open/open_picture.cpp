@@ -19,7 +19,7 @@ bool openPicture(ExifReader& reader, const char* path, PRaster* image, PRaster* 
   if (!hasExifExtension(path)) return false;
   ExifFile file(path);
   if (!reader.probeFile(file)) return false;
-  if (image) loadMainImage(*reader.codec, path, *image);
+  if (image) loadMainImage(reader.codec(), path, *image);
   if (thumbnail) loadThumbnail(reader, file, *thumbnail);
   return true;
 }

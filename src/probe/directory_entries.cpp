@@ -1,7 +1,6 @@
 #include "probe/directory_entries.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace exifkeep {
 
@@ -31,19 +30,6 @@ void DirectoryEntries::beginRun(size_t held) {
 void DirectoryEntries::readRun() {
   const uint64_t at = position_ + static_cast<uint64_t>(taken_) * IfdEntry::size;
   beginRun(read(at, bytes_ + countSize, runLength * IfdEntry::size));
-}
-
-bool DirectoryEntries::next(IfdEntry& entry) {
-  if (!holdsNextTag() && taken_ < count_) readRun();
-  if (!holdsNextTag()) return false;
-  const uint8_t* bytes = bytes_ + next_;
-  entry.length = static_cast<uint32_t>(std::min<size_t>(end_ - next_, IfdEntry::size));
-  next_ += IfdEntry::size;
-  entry.tag = file_.toShort(bytes);
-  entry.type = file_.toShort(bytes + 2);
-  entry.count = file_.toLong(bytes + 4);
-  std::memcpy(entry.value, bytes + IfdEntry::valuePosition, sizeof entry.value);
-  return true;
 }
 
 }  // namespace exifkeep

@@ -2,7 +2,9 @@
 // taken as a signed 16-bit number: 0, negative or missing means no entries.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "probe/exif_file.h"
 
@@ -26,7 +28,18 @@ class DirectoryEntries {
   DirectoryEntries(ExifFile& file, uint64_t position);
 
   // Gets the next entry of which the file has at least the tag; false at the end.
-  bool next(IfdEntry& entry);
+  bool next(IfdEntry& entry) {
+    if (!holdsNextTag() && taken_ < count_) readRun();
+    if (!holdsNextTag()) return false;
+    const uint8_t* bytes = bytes_ + next_;
+    entry.length = static_cast<uint32_t>(std::min<size_t>(end_ - next_, IfdEntry::size));
+    next_ += IfdEntry::size;
+    entry.tag = file_.toShort(bytes);
+    entry.type = file_.toShort(bytes + 2);
+    entry.count = file_.toLong(bytes + 4);
+    std::memcpy(entry.value, bytes + IfdEntry::valuePosition, sizeof entry.value);
+    return true;
+  }
   // The position after the entries, where the offset of the next directory is.
   uint64_t endPosition() const { return position_ + IfdEntry::size * static_cast<int64_t>(count_); }
 

@@ -1,20 +1,33 @@
 #include "probe/exif_file.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace exifkeep {
 
 std::optional<bool> ExifFile::byteOrderAt(uint64_t at) {
-  char mark[2];
-  if (readAt(at, mark, sizeof mark) != sizeof mark) return {};
-  if (std::memcmp(mark, "II", sizeof mark) == 0) return true;
-  if (std::memcmp(mark, "MM", sizeof mark) == 0) return false;
+  const std::span<const uint8_t> mark = bytesAt(at, 2);
+  if (mark.size() < 2 || mark[0] != mark[1]) return {};
+  if (mark[0] == 'I') return true;
+  if (mark[0] == 'M') return false;
   return {};
 }
 
 void ExifFile::setLayout(uint32_t tiffBase, bool littleEndian) {
   tiffBase_ = tiffBase;
   littleEndian_ = littleEndian;
+}
+
+std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
+  if (at >= size()) return {};
+  window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
+  if (!window_->holds(at, length)) {
+    window_->start = at - at % pageSize;
+    window_->length = file_.readAt(window_->start, window_->bytes, fillSize_);
+    fillSize_ = sizeof window_->bytes;
+  }
+  const uint64_t from = at - window_->start;
+  if (from >= window_->length) return {};  // the system refused
+  return {window_->bytes + from, std::min<size_t>(length, window_->length - from)};
 }
 
 bool ExifFile::read(uint64_t at, uint16_t& value) {

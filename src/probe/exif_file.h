@@ -1,12 +1,14 @@
 // An open picture file for the metadata readers, with its byte order and the position from which
 // its TIFF offsets count. All metadata is read through this class; a value that is not completely
-// in the file is never stored.
+// in the file is never stored. Reading value by value costs hardly any system calls: the file is
+// seen through two windows, since values often lie at two places in turn.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
-#include <utility>
+#include <span>
 
 #include "system/disk_file.h"
 
@@ -15,7 +17,8 @@ namespace exifkeep {
 class ExifFile {
  public:
   explicit ExifFile(const char* path) : file_(DiskFile::openForReading(path)) {}
-  explicit ExifFile(DiskFile file) : file_(std::move(file)) {}
+  ExifFile(const ExifFile&) = delete;
+  ExifFile& operator=(const ExifFile&) = delete;
 
   bool isOpen() const { return file_.isOpen(); }
   // Why it is not open, or the first read error; the end of the file is no error.
@@ -31,9 +34,19 @@ class ExifFile {
   // The file position of a TIFF offset; in 64 bits it cannot overflow.
   uint64_t positionOf(uint32_t tiffOffset) const { return tiffBase_ + tiffOffset; }
 
+  // Up to `length` bytes at file position `at`, as many as there are; valid until the next read.
+  // REQUIRES: length <= maxView.
+  static constexpr size_t maxView = 4096;
+  std::span<const uint8_t> bytesAt(uint64_t at, size_t length) {
+    if (!window_->holds(at, length)) return moveWindow(at, length);
+    return {window_->bytes + (at - window_->start), length};
+  }
   // Reads up to `length` bytes at file position `at`; returns how many there were.
   size_t readAt(uint64_t at, void* destination, size_t length) {
-    return file_.readAt(at, destination, length);
+    if (length > maxView) return file_.readAt(at, destination, length);
+    const std::span<const uint8_t> bytes = bytesAt(at, length);
+    std::memcpy(destination, bytes.data(), bytes.size());
+    return bytes.size();
   }
   // Reads a number in the file's byte order. False, with `value` unchanged, if the file ends first.
   bool read(uint64_t at, uint16_t& value);
@@ -54,9 +67,27 @@ class ExifFile {
   }
 
  private:
+  // Filled from a page boundary at or before the position: values often lie a little before what
+  // was read last.
+  static constexpr size_t pageSize = 4096;
+  struct Window {
+    Window() {}  // the bytes are not cleared: only `length` of them count
+    bool holds(uint64_t at, size_t count) const {
+      return at - start <= length && count <= length - (at - start);
+    }
+    uint64_t start = 0;
+    size_t length = 0;
+    uint8_t bytes[pageSize + maxView];
+  };
+  // See bytesAt; the window used last does not have them all.
+  std::span<const uint8_t> moveWindow(uint64_t at, size_t length);
+
   DiskFile file_;
   uint64_t tiffBase_ = 0;
   bool littleEndian_ = true;
+  size_t fillSize_ = pageSize;  // at first: most pictures have their metadata in one page
+  Window windows_[2];
+  Window* window_ = &windows_[0];  // the one used last
 };
 
 }  // namespace exifkeep

@@ -31,18 +31,20 @@ bool findEntry(DirectoryEntries entries, uint16_t tag, IfdEntry& entry) {
 }  // namespace
 
 bool hasExifExtension(const char* path) {
-  return isTiffName(path) || isJpegName(path);
+  return isJpegName(path) || isTiffName(path);
 }
 
 int32_t asDirectoryPosition(uint64_t position) {
   return position <= INT32_MAX ? static_cast<int32_t>(position) : -1;
 }
 
-ExifReader::ExifReader(ImageCodecBridge* bridge) : codec(bridge) {
-  if (codec) return;
-  ownedCodec_ = std::make_unique<ImageCodecBridge>();
-  codec = ownedCodec_.get();
-  codec->loadCapabilities();
+ImageCodecBridge& ExifReader::codec() {
+  if (!codec_) {
+    ownedCodec_ = std::make_unique<ImageCodecBridge>();
+    codec_ = ownedCodec_.get();
+    codec_->loadCapabilities();
+  }
+  return *codec_;
 }
 
 uint32_t ExifReader::tiffBase() const {

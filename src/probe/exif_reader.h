@@ -15,14 +15,17 @@ namespace exifkeep {
 
 class ExifReader : public CObject {
  public:
-  // Without a bridge, the reader creates its own and loads the codec's capabilities.
-  explicit ExifReader(ImageCodecBridge* bridge = nullptr);
+  explicit ExifReader(ImageCodecBridge* bridge = nullptr) : codec_(bridge) {}
 
   // True if the file at `path` is an Exif JPEG or Exif TIFF file by name and content. Sets the
   // layout fields below.
   bool probeFile(const char* path);
   // The same for an open file, whose name is not checked.
   bool probeFile(ExifFile& file);
+
+  // The bridge given; without one, the reader's own, which it creates, and loads the codec's
+  // capabilities for, at the first call: reading metadata needs none.
+  ImageCodecBridge& codec();
 
   // The file position of the TIFF header, from which all TIFF offsets count.
   uint32_t tiffBase() const;
@@ -42,8 +45,6 @@ class ExifReader : public CObject {
   // info list shows only their beginning, and the maker note may be most of the metadata.
   uint32_t maxValueLength = 1 << 16;
 
-  ImageCodecBridge* codec;
-
   int32_t thumbnailIfdOffset = -1;  // 0: the file has none
   int32_t gpsIfdOffset = -1;
 
@@ -52,6 +53,7 @@ class ExifReader : public CObject {
   bool probeJpeg(ExifFile& file);
   bool locateExifDirectory(ExifFile& file);
 
+  ImageCodecBridge* codec_;
   std::unique_ptr<ImageCodecBridge> ownedCodec_;
 };
 

@@ -11,23 +11,15 @@ namespace {
 
 // Copies text up to a zero byte and fills the rest of the field with zeros.
 void copyText(char* field, size_t capacity, const char* text, size_t length) {
-  const size_t used = static_cast<size_t>(std::find(text, text + length, '\0') - text);
+  const size_t used = strnlen(text, length);
   std::memcpy(field, text, used);
   std::memset(field + used, 0, capacity - used);
 }
 
 // The size of one value of the entry's type; 0 for types that no table uses.
 uint32_t unitOf(const IfdEntry& entry) {
-  switch (static_cast<TiffType>(entry.type)) {
-    case TiffType::byte:
-    case TiffType::ascii:
-    case TiffType::undefined: return 1;
-    case TiffType::short_: return 2;
-    case TiffType::long_: return 4;
-    case TiffType::rational:
-    case TiffType::srational: return 8;
-  }
-  return 0;
+  static constexpr uint8_t units[] = {0, 1, 1, 2, 4, 8, 0, 1, 0, 0, 8};
+  return entry.type < sizeof units ? units[entry.type] : 0;
 }
 
 uint64_t sizeOfValue(const IfdEntry& entry) {
@@ -88,21 +80,23 @@ class FieldFiller {
 
   // The value field is an offset or holds a small value itself.
   void fillLongs(uint32_t longs) {
-    uint8_t bytes[6 * sizeof(Rational)];
-    const size_t whole = readValue(bytes, longs * sizeof(uint32_t)) / sizeof(uint32_t);
-    for (size_t i = 0; i < whole; ++i) storeAt(i, file_.toLong(bytes + i * sizeof(uint32_t)));
+    const Bytes bytes = value(longs * sizeof(uint32_t));
+    for (size_t i = 0; i < bytes.size() / sizeof(uint32_t); ++i)
+      storeAt(i, file_.toLong(&bytes[i * sizeof(uint32_t)]));
   }
   void fillShorts(uint32_t shorts) {
-    uint8_t bytes[4 * sizeof(uint16_t)];
-    const size_t whole = readValue(bytes, shorts * sizeof(uint16_t)) / sizeof(uint16_t);
-    for (size_t i = 0; i < whole; ++i) storeAt(i, file_.toShort(bytes + i * sizeof(uint16_t)));
+    const Bytes bytes = value(shorts * sizeof(uint16_t));
+    for (size_t i = 0; i < bytes.size() / sizeof(uint16_t); ++i)
+      storeAt(i, file_.toShort(&bytes[i * sizeof(uint16_t)]));
   }
-  void fillBytes() { readValue(field(), std::min<uint32_t>(entry_.count, row_.limit)); }
+  void fillBytes() {
+    const Bytes bytes = value(std::min<uint32_t>(entry_.count, row_.limit));
+    std::memcpy(field(), bytes.data(), bytes.size());
+  }
   void fillText() {
-    char text[32];
-    static_assert(sizeof text > sizeof ImageIfdRecord::dateTime);
-    const size_t length = readValue(text, std::min<uint32_t>(entry_.count, row_.limit));
-    copyText(reinterpret_cast<char*>(field()), row_.capacity, text, length);
+    const Bytes bytes = value(std::min<uint32_t>(entry_.count, row_.limit));
+    copyText(reinterpret_cast<char*>(field()), row_.capacity,
+             reinterpret_cast<const char*>(bytes.data()), bytes.size());
   }
   // Two values are a point, three a circle, four a rectangle.
   void fillSubjectArea() {
@@ -112,6 +106,8 @@ class FieldFiller {
   }
 
  private:
+  using Bytes = std::span<const uint8_t>;
+
   uint8_t* field() { return fieldBytes(record_, row_); }
 
   template <class Number>
@@ -126,14 +122,12 @@ class FieldFiller {
       storeAt(0, value);
   }
 
-  size_t readValue(void* destination, size_t length) {
-    if (!entry_.hasValueBytes(sizeof entry_.value)) return 0;
-    if (isInEntry_) {
-      const auto held = std::min(length, static_cast<size_t>(sizeOfValue(entry_)));
-      std::memcpy(destination, entry_.value, held);
-      return held;
-    }
-    return file_.readAt(file_.positionOf(file_.toLong(entry_.value)), destination, length);
+  // As much of the value's first `length` bytes as there is.
+  Bytes value(size_t length) {
+    if (!entry_.hasValueBytes(sizeof entry_.value)) return {};
+    if (isInEntry_)
+      return {entry_.value, std::min(length, static_cast<size_t>(sizeOfValue(entry_)))};
+    return file_.bytesAt(file_.positionOf(file_.toLong(entry_.value)), length);
   }
 
   ExifFile& file_;
@@ -198,8 +192,7 @@ bool DirectoryWalk::next() {
   return entries_.next(entry_);
 }
 
-bool DirectoryWalk::isInEntry(const TagRow& row) const {
-  if (sizeOfValue(entry_) > sizeof entry_.value || valuePosition() == valueArea_) return false;
+bool DirectoryWalk::holdsValue(const TagRow& row, uint64_t position) const {
   switch (row.fetch) {
     case Fetch::bytes:
     case Fetch::text:
@@ -207,27 +200,27 @@ bool DirectoryWalk::isInEntry(const TagRow& row) const {
     case Fetch::shorts:
     case Fetch::subjectArea:
       return entry_.type == static_cast<uint16_t>(TiffType::short_) &&
-             (file_.toLong(entry_.value) > UINT16_MAX || valuePosition() >= file_.size());
+             (file_.toLong(entry_.value) > UINT16_MAX || position >= file_.size());
     default: return false;
   }
 }
 
-// A small value that is not where our writers would have put it occupies no space in the value
-// area.
-void DirectoryWalk::skipValue(const TagRow* row) {
-  const uint64_t size = sizeOfValue(entry_);
-  const bool isOurs = row && isReadAtOffset(*row) && valuePosition() == valueArea_;
-  if (size > sizeof entry_.value || isOurs) valueArea_ = valuePosition() + size + size % 2;
-}
-
 void DirectoryWalk::decodeEntry(const TagIndex& tags, void* record, DeferredEntries* deferred) {
   const TagRow* row = entry_.hasValueBytes(0) ? tags.find(entry_.tag) : nullptr;
+  const uint64_t position = file_.positionOf(file_.toLong(entry_.value));
+  const uint64_t size = sizeOfValue(entry_);
+  const bool isSmall = size <= sizeof entry_.value;
+  const bool isWhereOursWouldBe = position == valueArea_;
   if (row) {
-    const FieldFiller filler(file_, entry_, *row, record, isInEntry(*row));
+    const bool isInEntry = isSmall && !isWhereOursWouldBe && holdsValue(*row, position);
+    const FieldFiller filler(file_, entry_, *row, record, isInEntry);
     const bool taken = fetchValue(*row, entry_, filler, file_, deferred);
     if (taken && row->flag != noField) setFlag(record, row->flag);
   }
-  skipValue(row);
+  // A small value that is not where our writers would have put it occupies no space in the value
+  // area.
+  if (!isSmall || (isWhereOursWouldBe && row && isReadAtOffset(*row)))
+    valueArea_ = position + size + size % 2;
 }
 
 }  // namespace exifkeep

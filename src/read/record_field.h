@@ -1,7 +1,6 @@
 // Access to the fields of any record by the row of their tag.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -47,7 +46,7 @@ class RecordField {
   // Bounded: a field may be full to its last byte.
   std::string_view text() const {
     const char* begin = bytes();
-    return {begin, static_cast<size_t>(std::find(begin, begin + row_.capacity, '\0') - begin)};
+    return {begin, strnlen(begin, row_.capacity)};
   }
 
  private:

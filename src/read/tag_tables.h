@@ -28,7 +28,7 @@ enum class TiffType : uint16_t {
 // How a value is fetched. This depends on the tag, not on the entry's type or count, unless stated
 // otherwise. "At offset" is where this library's writers put such values whatever their size; texts
 // and lists of SHORTs that other writers left in the entry are found there too
-// (DirectoryWalk::isInEntry).
+// (DirectoryWalk::holdsValue).
 enum class Fetch : uint8_t {
   shortValue,        // the first two bytes of the value field, whatever the type
   longValue,         // all four bytes

@@ -58,7 +58,7 @@ bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
   if (isMissing(picture)) return false;
   const FrontPart front = buildTiffBlockFromRecords(reader, *picture, thumbnail, metadata);
   if (!front) return false;
-  const EncodedPicture encoded(*reader.codec, *picture, destination);
+  const EncodedPicture encoded(reader.codec(), *picture, destination);
   ExifFile saved(encoded.path());
   const uint64_t size = stripSizeOf(*picture);
   const auto strip = locateStrip(saved, size);
@@ -70,7 +70,7 @@ bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
 bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
                      PRaster* thumbnail, ExifIfdRecord& exif, ImageIfdRecord& primary) {
   if (isMissing(picture)) return false;
-  const EncodedPicture encoded(*reader.codec, *picture, destination);
+  const EncodedPicture encoded(reader.codec(), *picture, destination);
   ExifFile saved(encoded.path());
   const uint64_t size = stripSizeOf(*picture);
   const auto strip = locateStrip(saved, size);

@@ -50,12 +50,12 @@ RowContext ofStrip(RowContext context, unsigned samples, unsigned width, unsigne
 
 }  // namespace
 
-FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& picture,
+FrontPart buildTiffBlockFromRecords(ExifReader& reader, const PRaster& picture,
                                     PRaster* hostThumbnail, ExifMetadata& metadata) {
   ImageIfdRecord& primary = metadata.primary;
   ThumbnailFile file(temporaryTiffName);
   // A position of -1 (not looked for) does not count as none.
-  if (reader.thumbnailIfdOffset != 0 && !file.write(*reader.codec, picture, hostThumbnail))
+  if (reader.thumbnailIfdOffset != 0 && !file.write(reader.codec(), picture, hostThumbnail))
     return {};
   setPictureSize(primary, picture);
   const RowContext context = contextOf(picture);
@@ -79,7 +79,7 @@ FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& pic
 FrontPart buildNewTiffBlock(ExifReader& reader, const PRaster& picture, PRaster* hostThumbnail,
                             const ExifIfdRecord& exif, ImageIfdRecord& primary) {
   ThumbnailFile file(temporaryTiffName);
-  if (!file.write(*reader.codec, picture, hostThumbnail)) return {};
+  if (!file.write(reader.codec(), picture, hostThumbnail)) return {};
   setPictureSize(primary, picture);
   ImageIfdRecord thumbnail;
   resetImageIfdRecord(reader, thumbnail);

@@ -24,7 +24,7 @@ struct FrontPart {
 
 // From the records of the picture's source: with the interoperability and GPS directories where the
 // source had them, and with IFD1 unless the reader found that the source had none.
-FrontPart buildTiffBlockFromRecords(const ExifReader& reader, const PRaster& picture,
+FrontPart buildTiffBlockFromRecords(ExifReader& reader, const PRaster& picture,
                                     PRaster* hostThumbnail, ExifMetadata& metadata);
 
 // With default fields, the fields set in `exif`, and the codec's fields and Software from

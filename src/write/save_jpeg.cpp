@@ -14,7 +14,7 @@ bool saveWithSegment(ExifReader& reader, const char* destination, PRaster& pictu
                      const GlobalBlock& segment) {
   const BlockLock lock(segment);
   if (!lock.bytes()) return false;
-  const EncodedPicture encoded(*reader.codec, picture, destination);
+  const EncodedPicture encoded(reader.codec(), picture, destination);
   DiskFile file = DiskFile::openForReading(encoded.path());
   JpegStream stream(file);
   if (!stream.isLoaded()) return false;
@@ -28,7 +28,7 @@ bool saveWithSegment(ExifReader& reader, const char* destination, PRaster& pictu
 bool saveJpegWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, const ExifMetadata& metadata) {
   if (isMissing(picture)) return false;
-  const GlobalBlock segment = buildSegmentFromRecords(*reader.codec, *picture, thumbnail, metadata);
+  const GlobalBlock segment = buildSegmentFromRecords(reader.codec(), *picture, thumbnail, metadata);
   return segment && saveWithSegment(reader, destination, *picture, segment);
 }
 
@@ -37,13 +37,13 @@ bool saveJpegWithNewExif(ExifReader& reader, const char* destination, PRaster* p
                          const ImageIfdRecord& primary) {
   if (isMissing(picture)) return false;
   const GlobalBlock segment =
-      buildSegmentWithDefaults(*reader.codec, *picture, thumbnail, exif, primary);
+      buildSegmentWithDefaults(reader.codec(), *picture, thumbnail, exif, primary);
   return segment && saveWithSegment(reader, destination, *picture, segment);
 }
 
 bool savePlain(ExifReader& reader, const char* destination, PRaster* picture) {
   if (isMissing(picture)) return false;
-  const EncodedPicture encoded(*reader.codec, *picture, destination);
+  const EncodedPicture encoded(reader.codec(), *picture, destination);
   DiskFile file = DiskFile::openForReading(encoded.path());
   const Piece whole[] = {{file, 0, file.size()}};
   return file.isOpen() && deliver(destination, whole);

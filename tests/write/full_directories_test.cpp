@@ -218,7 +218,7 @@ TEST_F(FullDirectoriesTest, WithDefaultFields) {
       bytes(0x9000, "0210"), bytes(0x9101, std::string("\1\2\3\0", 4)), shorts(0xA001, {1}),
       longs(0xA002, {64}), longs(0xA003, {48})};
   const GlobalBlock segment =
-      buildSegmentWithDefaults(*reader_.codec, picture_, nullptr, records.exif, records.primary);
+      buildSegmentWithDefaults(reader_.codec(), picture_, nullptr, records.exif, records.primary);
   const FrontPart front =
       buildNewTiffBlock(reader_, picture_, nullptr, records.exif, records.primary);
   const BlockLock segmentBytes(segment), frontBytes(front.block);

@@ -122,7 +122,7 @@ TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
   for (auto [width, height, bits] : {std::tuple{5u, 7u, 24}, {300u, 200u, 8}, {64u, 64u, 1}}) {
     PRaster own = picture(width, height, bits);
     ASSERT_EQ(save("a.jpg", "b.jpg", &own), 1);
-    ASSERT_TRUE(reader_.codec->saveImageFile(path("own.jpg").c_str(), own));
+    ASSERT_TRUE(reader_.codec().saveImageFile(path("own.jpg").c_str(), own));
     compactJpegStream(path("own.jpg").c_str());
     EXPECT_TRUE(segmentOf(read("b.jpg")).ends_with(read("own.jpg"))) << width;
     EXPECT_EQ(thumbnailWidth("b.jpg"), width);

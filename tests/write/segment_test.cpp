@@ -23,10 +23,10 @@ class SegmentTest : public SaveTest {
   SegmentTest() { codecFiles.thumbnail = smallThumbnail; }
 
   std::string fromRecords(const ExifMetadata& metadata) {
-    return bytesOf(buildSegmentFromRecords(*reader_.codec, picture_, nullptr, metadata));
+    return bytesOf(buildSegmentFromRecords(reader_.codec(), picture_, nullptr, metadata));
   }
   std::string withDefaults(const ExifMetadata& metadata, PRaster* hostThumbnail = nullptr) {
-    return bytesOf(buildSegmentWithDefaults(*reader_.codec, picture_, hostThumbnail, metadata.exif,
+    return bytesOf(buildSegmentWithDefaults(reader_.codec(), picture_, hostThumbnail, metadata.exif,
                                             metadata.primary));
   }
 
