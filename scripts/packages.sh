@@ -28,6 +28,11 @@ as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
+# sudo asks for a password only where somebody can type it.
+can_be_root() {
+  [ "$(id -u)" -eq 0 ] || { command -v sudo >/dev/null && { [ -t 0 ] || sudo -n true 2>/dev/null; }; }
+}
+
 is_installed() {
   [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
@@ -46,9 +51,13 @@ install_missing() {
     is_installed "$package" || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return 0
-  echo "Installing ${missing[*]}" >&2
-  apt_install "${missing[@]}" >"$log" 2>&1 && return 0
-  { as_root apt-get update && apt_install "${missing[@]}"; } >"$log" 2>&1 && return 0
-  cat "$log" >&2
+  if can_be_root; then
+    echo "Installing ${missing[*]}" >&2
+    apt_install "${missing[@]}" >"$log" 2>&1 && return 0
+    { as_root apt-get update && apt_install "${missing[@]}"; } >"$log" 2>&1 && return 0
+    cat "$log" >&2
+  fi
+  printf '%s\n' "Some packages are missing. To install them, as root:" \
+    "  apt-get install --no-install-recommends ${missing[*]}" >&2
   return 1
 }

@@ -26,7 +26,7 @@ trap '"$server" -k' EXIT
 
 echo "== windows"
 build_preset windows
-ctest --test-dir "$root/build/windows" -j"$(nproc)" --output-on-failure --no-tests=error
+run_tests windows
 
 echo "== windows32"
 build_preset windows32
