@@ -22,9 +22,9 @@ constexpr Goal goals[] = {
     {"GetExifInfo / bare walk of the directories", "getExifInfo", "bareWalk", 1.35},
     {"GetExifInfo / libexif", "getExifInfo", "libexif", 0.1},
     {"GetExifInfo / exiv2", "getExifInfo", "exiv2", 0.1},
-    {"SaveFile JPEG 24 MP / plain encoding", "save/jpeg24MP", "encode/24MP", 1.12},
-    {"SaveFile JPEG 2 MP / plain encoding", "save/jpeg2MP", "encode/2MP", 1.20},
-    {"SaveFile TIFF 12 MP / writing the pixels", "save/tiff12MP", "write/12MP", 2.3},
+    {"SaveFile JPEG 24 MP / durable encoding", "save/jpeg24MP", "durableJpeg/24MP", 1.08},
+    {"SaveFile JPEG 2 MP / durable encoding", "save/jpeg2MP", "durableJpeg/2MP", 1.08},
+    {"SaveFile TIFF 12 MP / durable raw pixels", "save/tiff12MP", "durablePixels/12MP", 1.4},
     {"OpenExifFile 24 MP / plain decoding", "open/24MP", "decode/24MP", 1.1},
 };
 

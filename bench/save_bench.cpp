@@ -1,10 +1,12 @@
-// Saving and opening, each beside the least that has to be done: one plain encoding with the same
-// settings, one write of the raw pixels, one plain decoding.
+// Saving and opening, each beside the least that has to be done: for a save that survives a power
+// cut, the encoding with the same settings (or the raw pixels) in a new file that is synced and
+// renamed over the old one, and the folder synced; for opening, one plain decoding.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <jpeglib.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -19,13 +21,29 @@ constexpr Size twentyFourMegapixels{6000, 4000};
 constexpr Size twelveMegapixels{4000, 3000};
 constexpr Size twoMegapixels{1632, 1224};
 
+// Gives an existing picture new bytes, which `write` puts into an open file, so that a power cut
+// leaves the old picture or the new one. False when a call failed.
+template <class Write>
+bool replaceDurably(const std::string& destination, Write write) {
+  const std::string newPath = destination + ".new";
+  FILE* file = fopen(newPath.c_str(), "wb");
+  if (!file) return false;
+  const bool isWritten = write(file) && fflush(file) == 0 && fsync(fileno(file)) == 0;
+  if (fclose(file) != 0 || !isWritten || rename(newPath.c_str(), destination.c_str()) != 0)
+    return false;
+  const std::string folder = std::filesystem::path(destination).parent_path();
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+  const bool isSynced = fsync(descriptor) == 0;
+  close(descriptor);
+  return isSynced;
+}
+
 // The settings of the picture codec: quality 90, 4:2:2, standard tables.
-void encodePlainly(const PRaster& picture, const std::string& path) {
+bool encodePlainly(const PRaster& picture, FILE* file) {
   jpeg_compress_struct encoder = {};
   jpeg_error_mgr errors;
   encoder.err = jpeg_std_error(&errors);
   jpeg_create_compress(&encoder);
-  FILE* file = fopen(path.c_str(), "wb");
   jpeg_stdio_dest(&encoder, file);
   encoder.image_width = picture.width();
   encoder.image_height = picture.height();
@@ -42,7 +60,7 @@ void encodePlainly(const PRaster& picture, const std::string& path) {
   }
   jpeg_finish_compress(&encoder);
   jpeg_destroy_compress(&encoder);
-  fclose(file);
+  return true;
 }
 
 void decodePlainly(const std::string& path) {
@@ -66,12 +84,26 @@ void decodePlainly(const std::string& path) {
   fclose(file);
 }
 
-void encode(benchmark::State& state, Size size) {
+void durableJpeg(benchmark::State& state, Size size) {
   const PRaster& picture = bench::photograph(size.width, size.height);
-  for (auto _ : state) encodePlainly(picture, bench::workFile("plain.jpg"));
+  const auto write = [&](FILE* file) { return encodePlainly(picture, file); };
+  for (auto _ : state)
+    if (!replaceDurably(bench::workFile("durable.jpg"), write))
+      state.SkipWithError("the durable save failed");
 }
-BENCHMARK_CAPTURE(encode, 24MP, twentyFourMegapixels)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(encode, 2MP, twoMegapixels)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(durableJpeg, 24MP, twentyFourMegapixels)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(durableJpeg, 2MP, twoMegapixels)->Unit(benchmark::kMillisecond);
+
+void durablePixels(benchmark::State& state, Size size) {
+  const std::vector<char> pixels(size_t{size.width} * size.height * 3, 7);
+  const auto write = [&](FILE* file) {
+    return fwrite(pixels.data(), 1, pixels.size(), file) == pixels.size();
+  };
+  for (auto _ : state)
+    if (!replaceDurably(bench::workFile("durable.raw"), write))
+      state.SkipWithError("the durable save failed");
+}
+BENCHMARK_CAPTURE(durablePixels, 12MP, twelveMegapixels)->Unit(benchmark::kMillisecond);
 
 void save(benchmark::State& state, Size size, const char* extension) {
   const std::string source = bench::exifPicture(size.width, size.height, extension);
@@ -84,20 +116,6 @@ void save(benchmark::State& state, Size size, const char* extension) {
 BENCHMARK_CAPTURE(save, jpeg24MP, twentyFourMegapixels, "jpg")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(save, jpeg2MP, twoMegapixels, "jpg")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(save, tiff12MP, twelveMegapixels, "tif")->Unit(benchmark::kMillisecond);
-
-void writeRawPixels(benchmark::State& state) {
-  const std::vector<char> pixels(size_t{twelveMegapixels.width} * twelveMegapixels.height * 3, 7);
-  for (auto _ : state) {
-    const int file = open(bench::workFile("raw").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    for (size_t done = 0; done < pixels.size();) {
-      const ssize_t step = write(file, pixels.data() + done, pixels.size() - done);
-      if (step <= 0) return state.SkipWithError("the write failed");
-      done += static_cast<size_t>(step);
-    }
-    close(file);
-  }
-}
-BENCHMARK(writeRawPixels)->Name("write/12MP")->Unit(benchmark::kMillisecond);
 
 void decode(benchmark::State& state) {
   const std::string path =

@@ -16,7 +16,7 @@ constexpr int rowsAtOnce = 16;
 
 struct Destination {
   jpeg_destination_mgr base;  // must be first: the library passes its address
-  PictureWriting* file;
+  const PictureOutput* output;
   JOCTET bytes[65536];
 };
 
@@ -26,7 +26,7 @@ Destination& destinationOf(j_compress_ptr codec) {
 
 void flush(j_compress_ptr codec, size_t count) {
   Destination& destination = destinationOf(codec);
-  if (!destination.file->write(destination.bytes, count)) ERREXIT(codec, JERR_FILE_WRITE);
+  if (!destination.output->write(destination.bytes, count)) ERREXIT(codec, JERR_FILE_WRITE);
   destination.base.next_output_byte = destination.bytes;
   destination.base.free_in_buffer = sizeof destination.bytes;
 }
@@ -48,10 +48,10 @@ void endDestination(j_compress_ptr codec) {
 
 class JpegEncoder {
  public:
-  JpegEncoder(PictureWriting& file, const PictureRows& rows) : rows_(rows) {
+  JpegEncoder(const PictureOutput& output, const PictureRows& rows) : rows_(rows) {
     codec_.err = &errors_.base;
     destination_.base = {nullptr, 0, startDestination, emptyDestination, endDestination};
-    destination_.file = &file;
+    destination_.output = &output;
   }
   ~JpegEncoder() { jpeg_destroy_compress(&codec_); }
   JpegEncoder(const JpegEncoder&) = delete;
@@ -121,8 +121,8 @@ class JpegEncoder {
   const PictureRows& rows_;
 };
 
-bool encodeJpeg(PictureWriting& file, const PictureRows& rows) {
-  return JpegEncoder(file, rows).encode();
+bool encodeJpeg(const PictureOutput& output, const PictureRows& rows) {
+  return JpegEncoder(output, rows).encode();
 }
 
 }  // namespace

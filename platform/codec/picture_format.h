@@ -1,5 +1,5 @@
 // The interface of a picture format, and what the codec's functions exchange with it: the
-// description of a picture in a file and the rows of an image in memory.
+// description of a picture in a file, the rows of an image in memory, and the output of a new file.
 #pragma once
 
 #include <pxcodec32.h>
@@ -60,12 +60,20 @@ class PictureRows {
   CodecProgress progress_;
 };
 
+// Receives the bytes of a new picture file, from its start to its end.
+struct PictureOutput {
+  CodecReceive receive;
+  void* receiver;
+
+  bool write(const void* bytes, size_t count) const { return receive(receiver, bytes, count) != 0; }
+};
+
 struct PictureFormat {
   bool (*recognizes)(const BYTE* start, size_t count);
-  // These three are called with the file positioned at its start.
+  // These two are called with the file positioned at its start.
   bool (*describe)(PictureReading& file, PictureDescription& picture);
   bool (*decode)(PictureReading& file, const PictureRows& rows);
-  bool (*encode)(PictureWriting& file, const PictureRows& rows);
+  bool (*encode)(const PictureOutput& output, const PictureRows& rows);
 };
 
 extern const PictureFormat jpegFormat;

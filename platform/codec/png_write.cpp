@@ -7,7 +7,7 @@ namespace exifkeep {
 namespace {
 
 void writeBytes(png_structp png, png_bytep bytes, size_t count) {
-  if (!static_cast<PictureWriting*>(png_get_io_ptr(png))->write(bytes, count))
+  if (!static_cast<const PictureOutput*>(png_get_io_ptr(png))->write(bytes, count))
     png_error(png, "write");
 }
 
@@ -15,7 +15,7 @@ void flushNothing(png_structp) {}
 
 class PngEncoder {
  public:
-  PngEncoder(PictureWriting& file, const PictureRows& rows) : file_(file), rows_(rows) {}
+  PngEncoder(const PictureOutput& output, const PictureRows& rows) : output_(output), rows_(rows) {}
   ~PngEncoder() { png_destroy_write_struct(&png_, &info_); }
   PngEncoder(const PngEncoder&) = delete;
   PngEncoder& operator=(const PngEncoder&) = delete;
@@ -40,7 +40,7 @@ class PngEncoder {
     if (!png_) std::longjmp(errors_.escape, 1);
     info_ = png_create_info_struct(png_);
     if (!info_) png_error(png_, "no memory");
-    png_set_write_fn(png_, &file_, writeBytes, flushNothing);
+    png_set_write_fn(png_, &output_, writeBytes, flushNothing);
     png_set_user_limits(png_, PRaster::maxPixels, PRaster::maxPixels);
     png_set_compression_buffer_size(png_, 65536);
   }
@@ -67,15 +67,15 @@ class PngEncoder {
     png_set_PLTE(png_, info_, colours, static_cast<int>(rows_.paletteSize()));
   }
 
-  PictureWriting& file_;
+  PictureOutput output_;
   const PictureRows& rows_;
   PngErrors errors_;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
 };
 
-bool encodePng(PictureWriting& file, const PictureRows& rows) {
-  return PngEncoder(file, rows).encode();
+bool encodePng(const PictureOutput& output, const PictureRows& rows) {
+  return PngEncoder(output, rows).encode();
 }
 
 }  // namespace

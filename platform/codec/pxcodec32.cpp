@@ -33,10 +33,10 @@ constexpr auto capabilities = [] {
   return records;
 }();
 
-// For writing: by the extension.
-const PictureFormat* formatOfName(const char* path) {
+// For writing: by the extension. Null also if the image is not valid.
+const PictureFormat* formatFor(const char* path, const PictureRows& rows) {
   const char* dot = std::strrchr(path, '.');
-  if (!dot) return nullptr;
+  if (!dot || !rows.areValid()) return nullptr;
   for (const NamedFormat& named : namedFormats)
     if (lstrcmpiA(dot + 1, named.extension) == 0) return named.format;
   return nullptr;
@@ -66,11 +66,29 @@ bool decode(const char* path, const PictureRows& rows) {
   return format && format->decode(file, rows) && !file.hasFailed();
 }
 
-bool encode(const char* path, const PictureRows& rows) {
-  const PictureFormat* format = formatOfName(path);
+bool send(const char* path, const PictureRows& rows, const PictureOutput& output) {
+  const PictureFormat* format = formatFor(path, rows);
+  return format && format->encode(output, rows);
+}
+
+int writeToFile(void* file, const void* bytes, size_t count) {
+  DWORD written = 0;  // no format sends more at once than a DWORD counts
+  return WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr) && written == count;
+}
+
+// Nothing half-written stays.
+bool save(const char* path, const PictureRows& rows) {
+  const PictureFormat* format = formatFor(path, rows);
   if (!format) return false;
-  PictureWriting file(path);
-  return file.isOpen() && format->encode(file, rows) && file.finish();
+  const HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  const bool isEncoded = format->encode({writeToFile, file}, rows);
+  const DWORD error = GetLastError();
+  if (CloseHandle(file) && isEncoded) return true;
+  DeleteFileA(path);
+  if (!isEncoded) SetLastError(error);
+  return false;
 }
 
 HPALETTE makePalette(const PictureDescription& picture) {
@@ -154,8 +172,10 @@ int AllReadDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProg
 }
 
 int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProgress progress) {
-  return guarded(0, [&] {
-    const PictureRows rows(*image, progress);
-    return rows.areValid() && encode(path, rows);
-  });
+  return guarded(0, [&] { return save(path, PictureRows(*image, progress)); });
+}
+
+int AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned, CodecProgress progress,
+                  CodecReceive receive, void* receiver) {
+  return guarded(0, [&] { return send(path, PictureRows(*image, progress), {receive, receiver}); });
 }

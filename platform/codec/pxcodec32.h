@@ -20,6 +20,8 @@
 #include <praster.h>
 #include <windows.h>
 
+#include <cstddef>
+
 extern "C" {
 
 /// Called repeatedly with (done, from, to) while pixels are read or written. The result is ignored.
@@ -57,5 +59,16 @@ EXIFKEEP_PLATFORM_API int AllReadDIBImg(const char* path, const tagLmmInfo* imag
 /// then deleted, unless it could not be opened for writing in the first place.
 EXIFKEEP_PLATFORM_API int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                         CodecProgress progress);
+
+/// Gets the bytes of a picture file, from its start to its end, some at a time; `receiver` is what
+/// AllSendDIBImg was given. A result of 0 ends that call.
+typedef int (*CodecReceive)(void* receiver, const void* bytes, size_t count);
+
+/// As AllSaveDIBImg, but the file's bytes go to `receive`; of `path` only the extension counts. A
+/// TIFF file's pixels are sent as they come, after everything else; no more than a piece of the
+/// file is held in memory. Returns 1, or 0: then the receiver did not get the whole file.
+EXIFKEEP_PLATFORM_API int AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                        CodecProgress progress, CodecReceive receive,
+                                        void* receiver);
 
 }  // extern "C"

@@ -29,8 +29,7 @@ tmsize_t readFile(thandle_t handle, void* bytes, tmsize_t count) {
 }
 
 tmsize_t writeFile(thandle_t handle, void* bytes, tmsize_t count) {
-  const bool written =
-      static_cast<PictureWriting*>(handle)->write(bytes, static_cast<size_t>(count));
+  const bool written = static_cast<TiffFront*>(handle)->write(bytes, static_cast<size_t>(count));
   return written ? count : -1;
 }
 
@@ -67,8 +66,8 @@ TiffHandle openTiff(TiffSource& source) {
   return open(source, "rm", refuseWriting);
 }
 
-TiffHandle createTiff(PictureWriting& file) {
-  return open(file, "wlm", writeFile);
+TiffHandle createTiff(TiffFront& front) {
+  return open(front, "wlm", writeFile);
 }
 
 }  // namespace exifkeep

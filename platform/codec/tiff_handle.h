@@ -1,12 +1,13 @@
-// A TIFF library handle for a picture file. Its errors and warnings are ignored, without changing
-// the process-wide handlers, and no single allocation of the library exceeds 1 GiB.
+// A TIFF library handle for a file that is read or the front of one that is written. Its errors and
+// warnings are ignored, without changing the process-wide handlers, and no single allocation of the
+// library exceeds 1 GiB.
 #pragma once
 
 #include <tiffio.h>
 
 #include <memory>
 
-#include "picture_file.h"
+#include "tiff_front.h"
 #include "tiff_source.h"
 
 namespace exifkeep {
@@ -18,7 +19,7 @@ using TiffHandle = std::unique_ptr<TIFF, TiffClose>;
 
 // Null if this is not a readable TIFF file. REQUIRES: the source outlives the handle.
 TiffHandle openTiff(TiffSource& source);
-// Creates a little-endian TIFF file. REQUIRES: `file` outlives the handle.
-TiffHandle createTiff(PictureWriting& file);
+// Creates a little-endian TIFF file. REQUIRES: `front` is empty and outlives the handle.
+TiffHandle createTiff(TiffFront& front);
 
 }  // namespace exifkeep

@@ -14,6 +14,10 @@ namespace {
 // Each write call costs time: writing 12 megapixels in pieces of 256 KiB takes a fifth longer.
 constexpr size_t bytesAtOnce = 1 << 22;
 
+size_t rowSize(const PictureRows& rows) {
+  return size_t{rows.width()} * 3;
+}
+
 void setResolution(TIFF* tiff, const PictureRows& rows) {
   const unsigned x = PRaster::dotsPerInch(rows.dpmX());
   const unsigned y = PRaster::dotsPerInch(rows.dpmY());
@@ -41,12 +45,30 @@ bool writeDirectory(TIFF* tiff) {
          TIFFWriteDirectory(tiff) == 1 && TIFFSetDirectory(tiff, 0) == 1;
 }
 
-// Repeated raw writes to a strip append to it.
-bool writeStrip(TIFF* tiff, const PictureRows& rows) {
-  const size_t rowBytes = size_t{rows.width()} * 3;
-  const unsigned maxRows =
-      static_cast<unsigned>(std::clamp<size_t>(bytesAtOnce / rowBytes, 1, rows.height()));
-  std::vector<BYTE> piece(rowBytes * maxRows);
+// Repeated raw writes to a strip append to it. Which bytes are written does not matter here.
+bool countStrip(TIFF* tiff, uint64_t size, std::vector<BYTE>& piece) {
+  for (uint64_t left = size; left > 0;) {
+    const auto bytes = static_cast<tmsize_t>(std::min<uint64_t>(left, piece.size()));
+    if (TIFFWriteRawStrip(tiff, 0, piece.data(), bytes) != bytes) return false;
+    left -= static_cast<uint64_t>(bytes);
+  }
+  return true;
+}
+
+bool makeFront(const PictureRows& rows, std::vector<BYTE>& piece, TiffFront& front) {
+  const TiffHandle tiff = createTiff(front);
+  if (!tiff) return false;
+  setFields(tiff.get(), rows);
+  if (!writeDirectory(tiff.get())) return false;
+  front.endFront();
+  const uint64_t size = uint64_t{rowSize(rows)} * rows.height();
+  return countStrip(tiff.get(), size, piece) && TIFFForceStrileArrayWriting(tiff.get()) == 1 &&
+         TIFFFlush(tiff.get()) == 1 && front.size() == front.bytes().size() + size;
+}
+
+bool sendStrip(const PictureOutput& output, const PictureRows& rows, std::vector<BYTE>& piece) {
+  const size_t rowBytes = rowSize(rows);
+  const auto maxRows = static_cast<unsigned>(piece.size() / rowBytes);
   std::vector<BYTE> expanded(rows.bits() == 24 ? 0 : rowBytes);
   for (unsigned y = 0; y < rows.height(); y += maxRows) {
     const unsigned count = std::min(maxRows, rows.height() - y);
@@ -56,18 +78,17 @@ bool writeStrip(TIFF* tiff, const PictureRows& rows) {
       swapRedAndBlue(bgr, &piece[i * rowBytes], rows.width());
       rows.report(y + i);
     }
-    const tmsize_t bytes = static_cast<tmsize_t>(rowBytes * count);
-    if (TIFFWriteRawStrip(tiff, 0, piece.data(), bytes) != bytes) return false;
+    if (!output.write(piece.data(), rowBytes * count)) return false;
   }
   return true;
 }
 
-bool encodeTiff(PictureWriting& file, const PictureRows& rows) {
-  const TiffHandle tiff = createTiff(file);
-  if (!tiff) return false;
-  setFields(tiff.get(), rows);
-  return writeDirectory(tiff.get()) && writeStrip(tiff.get(), rows) &&
-         TIFFForceStrileArrayWriting(tiff.get()) == 1 && TIFFFlush(tiff.get()) == 1;
+bool encodeTiff(const PictureOutput& output, const PictureRows& rows) {
+  std::vector<BYTE> piece(rowSize(rows) *
+                          std::clamp<size_t>(bytesAtOnce / rowSize(rows), 1, rows.height()));
+  TiffFront front;
+  return makeFront(rows, piece, front) &&
+         output.write(front.bytes().data(), front.bytes().size()) && sendStrip(output, rows, piece);
 }
 
 }  // namespace

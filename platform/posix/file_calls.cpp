@@ -33,6 +33,7 @@ int accessFlags(DWORD access) {
 int creationFlags(DWORD disposition) {
   switch (disposition) {
     case OPEN_EXISTING: return 0;
+    case CREATE_ALWAYS: return O_CREAT | O_TRUNC;
     case CREATE_NEW: return O_CREAT | O_EXCL | O_NOFOLLOW;
   }
   return -1;

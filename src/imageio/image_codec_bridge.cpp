@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "system/global_block.h"
 #include "system/path.h"
@@ -43,6 +44,16 @@ bool readPixels(const char* path, PRaster& image) {
   tagLmmInfo info;
   image.GetLmmInfo(info);
   return AllReadDIBImg(path, &info, image.GetLmmOffset(), ImageCodecBridge::codecProgress) != 0;
+}
+
+// The codec cannot handle exceptions.
+int receive(void* sink, const void* bytes, size_t count) noexcept {
+  try {
+    return static_cast<PictureSink*>(sink)->take({static_cast<const uint8_t*>(bytes), count});
+  } catch (const std::bad_alloc&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return 0;
+  }
 }
 
 }  // namespace
@@ -92,7 +103,7 @@ std::unique_ptr<PRasterBlock> ImageCodecBridge::loadImageFile(const char* path,
   return image;
 }
 
-bool ImageCodecBridge::saveImageFile(const char* path, PRaster& image) const {
+bool ImageCodecBridge::saveImageFile(const char* path, PRaster& image, PictureSink& sink) const {
   if (!hasDot(path) || !canWrite(extensionOf(path))) {
     showUnwritable();
     return false;
@@ -101,7 +112,7 @@ bool ImageCodecBridge::saveImageFile(const char* path, PRaster& image) const {
   tagLmmInfo info;
   image.GetLmmInfo(info);
   SetLastError(ERROR_SUCCESS);
-  return AllSaveDIBImg(path, &info, image.GetLmmOffset(), codecProgress) != 0;
+  return AllSendDIBImg(path, &info, image.GetLmmOffset(), codecProgress, receive, &sink) != 0;
 }
 
 void ImageCodecBridge::showUnwritable() {

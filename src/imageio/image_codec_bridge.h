@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,16 @@ struct CodecFormatEntry {
   char extension[8];  // without the dot; NUL-terminated unless all 8 bytes are used
   int32_t readable;
   int32_t writable;
+};
+
+// Receives a picture file from the codec, from its start to its end.
+class PictureSink {
+ public:
+  // Returns false to end the save. May throw std::bad_alloc.
+  virtual bool take(std::span<const uint8_t> bytes) = 0;
+
+ protected:
+  ~PictureSink() = default;
 };
 
 class ImageCodecBridge : public CObject {
@@ -36,10 +47,11 @@ class ImageCodecBridge : public CObject {
   std::unique_ptr<PRasterBlock> loadImageFile(const char* path,
                                               uint64_t maxPixels = PRaster::maxPixels) const;
 
-  // Encodes a picture that is not empty. If the codec cannot write files of that extension, shows
-  // the framework's message box and writes nothing. After a failure, GetLastError is the system's
-  // error, or ERROR_SUCCESS if the system did not cause it.
-  bool saveImageFile(const char* path, PRaster& image) const;
+  // Encodes a picture that is not empty in the format of the path's extension. If the codec cannot
+  // write files of that extension, shows the framework's message box and gives the sink nothing.
+  // After a failure, GetLastError is the system's error, or ERROR_SUCCESS if the system did not
+  // cause it.
+  bool saveImageFile(const char* path, PRaster& image, PictureSink& sink) const;
 
   // Shows that message box.
   static void showUnwritable();

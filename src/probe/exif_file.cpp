@@ -19,6 +19,8 @@ void ExifFile::setLayout(uint32_t tiffBase, bool littleEndian) {
 
 std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
   if (at >= size()) return {};
+  if (memory_.data())
+    return memory_.subspan(static_cast<size_t>(at)).first(std::min<uint64_t>(length, size() - at));
   window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
   if (!window_->holds(at, length)) {
     window_->start = at - at % pageSize;

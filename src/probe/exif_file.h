@@ -17,13 +17,15 @@ namespace exifkeep {
 class ExifFile {
  public:
   explicit ExifFile(const char* path) : file_(DiskFile::openForReading(path)) {}
+  // A file in memory, which must outlive this object.
+  explicit ExifFile(std::span<const uint8_t> memory) : memory_(memory) {}
   ExifFile(const ExifFile&) = delete;
   ExifFile& operator=(const ExifFile&) = delete;
 
-  bool isOpen() const { return file_.isOpen(); }
+  bool isOpen() const { return memory_.data() || file_.isOpen(); }
   // Why it is not open, or the first read error; the end of the file is no error.
   DWORD error() const { return file_.error(); }
-  uint64_t size() const { return file_.size(); }
+  uint64_t size() const { return memory_.data() ? memory_.size() : file_.size(); }
 
   // The byte order given by the mark at `at`, true for little-endian; none if there is no such mark
   // (TIFF 6.0, section 2).
@@ -43,7 +45,7 @@ class ExifFile {
   }
   // Reads up to `length` bytes at file position `at`; returns how many there were.
   size_t readAt(uint64_t at, void* destination, size_t length) {
-    if (length > maxView) return file_.readAt(at, destination, length);
+    if (length > maxView && !memory_.data()) return file_.readAt(at, destination, length);
     const std::span<const uint8_t> bytes = bytesAt(at, length);
     std::memcpy(destination, bytes.data(), bytes.size());
     return bytes.size();
@@ -83,6 +85,7 @@ class ExifFile {
   std::span<const uint8_t> moveWindow(uint64_t at, size_t length);
 
   DiskFile file_;
+  std::span<const uint8_t> memory_;
   uint64_t tiffBase_ = 0;
   bool littleEndian_ = true;
   size_t fillSize_ = pageSize;  // at first: most pictures have their metadata in one page

@@ -21,14 +21,10 @@ class Copier {
 
   // Between the same positions of both files.
   bool copy(DiskFile& from, DiskFile& to, uint64_t begin, uint64_t end) {
-    return copy(from, begin, to, begin, end - begin);
-  }
-  bool copy(DiskFile& from, uint64_t fromAt, DiskFile& to, uint64_t toAt, uint64_t size) {
-    for (uint64_t done = 0; done < size;) {
-      const auto step = static_cast<size_t>(std::min<uint64_t>(size - done, pieceSize));
-      if (from.readAt(fromAt + done, first(), step) != step) return false;
-      if (!to.writeAt(toAt + done, first(), step)) return false;
-      done += step;
+    for (uint64_t at = begin; at < end;) {
+      const auto step = static_cast<size_t>(std::min<uint64_t>(end - at, pieceSize));
+      if (from.readAt(at, first(), step) != step || !to.writeAt(at, first(), step)) return false;
+      at += step;
     }
     return true;
   }
@@ -121,6 +117,13 @@ class Sibling {
   bool exists_;
 };
 
+bool writePieces(DiskFile& file, std::span<const Piece> pieces) {
+  return std::ranges::all_of(pieces, [&file](const Piece& piece) {
+    return piece.writer ? piece.writer->appendTo(file)
+                        : file.writeAt(file.size(), piece.bytes.data(), piece.bytes.size());
+  });
+}
+
 // Replaces `target` by a new file. `old`, if given, is the existing one.
 Outcome replace(const std::string& target, const DiskFile* old, std::span<const Piece> pieces) {
   Sibling sibling(target, old);
@@ -157,21 +160,6 @@ Outcome overwrite(DiskFile& destination, const char* name, std::span<const Piece
 }
 
 }  // namespace
-
-bool writePieces(DiskFile& file, std::span<const Piece> pieces) {
-  uint64_t at = 0;
-  for (const Piece& piece : pieces) {
-    if (piece.file) {
-      Copier copier;
-      if (!copier.isReady() || !copier.copy(*piece.file, piece.at, file, at, piece.size))
-        return false;
-    } else if (!file.writeAt(at, piece.bytes, static_cast<size_t>(piece.size))) {
-      return false;
-    }
-    at += piece.size;
-  }
-  return true;
-}
 
 bool deliver(const char* destination, std::span<const Piece> pieces) {
   DiskFile old = DiskFile::openForWriting(destination);

@@ -15,22 +15,27 @@
 
 namespace exifkeep {
 
-// Part of a new file: bytes in memory, or a range of another file.
-struct Piece {
-  explicit Piece(std::span<const uint8_t> memory) : bytes(memory.data()), size(memory.size()) {}
-  Piece(DiskFile& source, uint64_t position, uint64_t length)
-      : file(&source), at(position), size(length) {}
+// Makes a part of a new file while writing it.
+class PieceWriter {
+ public:
+  // Appends the part to the file. Called again, for another file, if the first one cannot take the
+  // destination's place.
+  virtual bool appendTo(DiskFile& file) const = 0;
 
-  const uint8_t* bytes = nullptr;
-  DiskFile* file = nullptr;
-  uint64_t at = 0;
-  uint64_t size;
+ protected:
+  ~PieceWriter() = default;
 };
 
-// Writes the pieces in order over a file, from its start.
-bool writePieces(DiskFile& file, std::span<const Piece> pieces);
+// Part of a new file.
+struct Piece {
+  explicit Piece(std::span<const uint8_t> memory) : bytes(memory) {}
+  explicit Piece(const PieceWriter& made) : writer(&made) {}
 
-// Makes `destination` a file of these bytes. An existing file must be readable and writable. Links
+  std::span<const uint8_t> bytes;
+  const PieceWriter* writer = nullptr;
+};
+
+// Makes `destination` a file of these pieces. An existing file must be readable and writable. Links
 // are followed; a dangling one is refused. On failure returns false and changes nothing.
 bool deliver(const char* destination, std::span<const Piece> pieces);
 

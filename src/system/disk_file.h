@@ -12,6 +12,8 @@ namespace exifkeep {
 
 class DiskFile {
  public:
+  // None.
+  DiskFile() = default;
   // An existing file, shared for reading and writing.
   static DiskFile openForReading(const char* path);
   static DiskFile openForWriting(const char* path);  // and for reading
@@ -50,7 +52,7 @@ class DiskFile {
   // Records the system's error if `succeeded` is false; returns `succeeded`.
   bool check(bool succeeded);
 
-  HANDLE handle_;
+  HANDLE handle_ = INVALID_HANDLE_VALUE;
   DWORD error_ = ERROR_SUCCESS;
   uint64_t size_ = 0;
 };

@@ -35,11 +35,11 @@ bool readSavedTiffDirectory(ExifReader& reader, ExifFile& file, ImageIfdRecord& 
   return true;
 }
 
-std::optional<uint32_t> locateStrip(ExifFile& file, uint64_t size) {
+std::optional<uint32_t> locateStrip(ExifFile& file) {
   const uint32_t at = findStripOffset(file);
   uint32_t directory;
   if (!file.read(offsetField, directory) || directory != directoryPosition) return {};
-  if (at <= directoryPosition || size > file.size() || at > file.size() - size) return {};
+  if (at <= directoryPosition) return {};
   return at;
 }
 

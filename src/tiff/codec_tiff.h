@@ -27,8 +27,8 @@ constexpr uint64_t stripSize(unsigned width, unsigned height) {
   return uint64_t{width} * height * 3;
 }
 
-// The position of the strip of `size` bytes; none if the file does not have the codec's form or the
-// whole strip.
-std::optional<uint32_t> locateStrip(ExifFile& file, uint64_t size);
+// The position of the strip, which need not be in the file; none if the file does not have the
+// codec's form.
+std::optional<uint32_t> locateStrip(ExifFile& file);
 
 }  // namespace exifkeep

@@ -1,7 +1,8 @@
 #include "tiff/save_tiff.h"
 
-#include <algorithm>
+#include <array>
 #include <cstring>
+#include <vector>
 
 #include "imageio/praster_block.h"
 #include "system/delivery.h"
@@ -14,22 +15,14 @@ namespace exifkeep {
 
 namespace {
 
-// Delivers the front part followed by the strip of the codec's file. If the codec's file is longer
-// than that, the rest of it follows too. Intended: saved files have always ended so.
-bool deliverWithStrip(const FrontPart& front, const char* destination, const char* encoded,
-                      uint64_t strip, uint64_t stripSize) {
-  DiskFile file = DiskFile::openForReading(encoded);
+// Delivers the front part followed by the strip, whose position in the codec's file is `strip`.
+bool deliverPicture(const ImageCodecBridge& codec, PRaster& picture, const char* destination,
+                    const FrontPart& front, uint32_t strip) {
   const BlockLock lock(front.block);
-  if (!lock.bytes() || !file.isOpen()) return false;
-  const uint64_t length = std::min(front.size + stripSize, file.size());
-  const Piece pieces[] = {Piece({lock.bytes(), front.size}),
-                          {file, strip, stripSize},
-                          {file, length, file.size() - length}};
-  return deliver(destination, pieces);
-}
-
-uint64_t stripSizeOf(const PRaster& picture) {
-  return stripSize(picture.GetImageWidth(), picture.GetImageHeight());
+  const uint64_t size = stripSize(picture.GetImageWidth(), picture.GetImageHeight());
+  const StreamedPicture pixels(codec, picture, destination, strip, size);
+  return lock.bytes() &&
+         deliver(destination, std::array{Piece({lock.bytes(), front.size}), Piece(pixels)});
 }
 
 // Keeps the caller's Software, even if it is empty, and takes all other fields from the codec's
@@ -58,25 +51,21 @@ bool saveExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
   if (isMissing(picture)) return false;
   const FrontPart front = buildTiffBlockFromRecords(reader, *picture, thumbnail, metadata);
   if (!front) return false;
-  const EncodedPicture encoded(reader.codec(), *picture, destination);
-  ExifFile saved(encoded.path());
-  const uint64_t size = stripSizeOf(*picture);
-  const auto strip = locateStrip(saved, size);
-  // The strip must be the end of the file.
-  if (!strip || saved.size() != *strip + size) return false;
-  return deliverWithStrip(front, destination, encoded.path(), *strip, size);
+  const std::vector<uint8_t> beginning = encodedBeginning(reader.codec(), *picture, destination);
+  ExifFile encoded(beginning);
+  const auto strip = locateStrip(encoded);
+  return strip && deliverPicture(reader.codec(), *picture, destination, front, *strip);
 }
 
 bool saveNewExifTiff(ExifReader& reader, const char* destination, PRaster* picture,
                      PRaster* thumbnail, ExifIfdRecord& exif, ImageIfdRecord& primary) {
   if (isMissing(picture)) return false;
-  const EncodedPicture encoded(reader.codec(), *picture, destination);
-  ExifFile saved(encoded.path());
-  const uint64_t size = stripSizeOf(*picture);
-  const auto strip = locateStrip(saved, size);
-  if (!strip || !takeCodecFields(reader, saved, primary)) return false;
+  const std::vector<uint8_t> beginning = encodedBeginning(reader.codec(), *picture, destination);
+  ExifFile encoded(beginning);
+  const auto strip = locateStrip(encoded);
+  if (!strip || !takeCodecFields(reader, encoded, primary)) return false;
   const FrontPart front = buildNewTiffBlock(reader, *picture, thumbnail, exif, primary);
-  return front && deliverWithStrip(front, destination, encoded.path(), *strip, size);
+  return front && deliverPicture(reader.codec(), *picture, destination, front, *strip);
 }
 
 }  // namespace exifkeep

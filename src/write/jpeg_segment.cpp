@@ -1,9 +1,10 @@
 #include "write/jpeg_segment.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "imageio/praster_block.h"
-#include "system/disk_file.h"
+#include "system/temporary_picture.h"
 #include "write/jpeg_rows.h"
 #include "write/jpeg_stream.h"
 #include "write/metadata_block.h"
@@ -20,14 +21,18 @@ constexpr BlockHead segmentHead{segmentStart, 10};
 constexpr uint32_t lengthField = 2;
 
 // Appends the thumbnail file, without its APP0 segment, to the directories.
-bool embedThumbnail(MetadataBlock& segment, const char* path) {
+bool embedThumbnail(MetadataBlock& segment, const EncodedPicture& thumbnail) {
   constexpr size_t soiSize = 2;
-  DiskFile file = DiskFile::openForReading(path);
-  // The limit applies to the size of the file with its APP0 segment.
-  if (file.size() <= soiSize || file.size() > DirectoryWriter::blockSize) return false;
-  const auto size = static_cast<uint32_t>(file.size());
+  const JpegStream stream = compactJpegStream(thumbnail);
+  size_t whole = 0;
+  for (const Piece& piece : stream.pieces()) whole += piece.bytes.size();
+  // The limit applies to the size with the APP0 segment.
+  if (whole <= soiSize || whole > DirectoryWriter::blockSize) return false;
+  const auto size = static_cast<uint32_t>(whole);
   uint8_t* to = segment.thumbnailRoom(size);
-  if (!to || file.readAt(0, to, size) != size) return false;
+  if (!to) return false;
+  uint8_t* next = to;
+  for (const Piece& piece : stream.pieces()) next = std::ranges::copy(piece.bytes, next).out;
   const size_t app0Size = app0SizeAt({to + soiSize, size - soiSize});
   if (app0Size > size - soiSize) return false;
   const auto length = static_cast<uint32_t>(size - app0Size);
@@ -38,10 +43,10 @@ bool embedThumbnail(MetadataBlock& segment, const char* path) {
   return true;
 }
 
-GlobalBlock buildSegment(const BlockContents& contents, const ThumbnailFile& thumbnail) {
+GlobalBlock buildSegment(const BlockContents& contents, const EncodedThumbnail& thumbnail) {
   MetadataBlock segment;
   if (!segment.write(segmentHead, contents)) return {};
-  if (thumbnail.isWritten() && !embedThumbnail(segment, thumbnail.path())) return {};
+  if (thumbnail.isTaken() && !embedThumbnail(segment, thumbnail.file())) return {};
   const uint32_t length = segment.length() - lengthField;
   segment.bytes()[lengthField] = static_cast<uint8_t>(length >> 8);
   segment.bytes()[lengthField + 1] = static_cast<uint8_t>(length);
@@ -52,9 +57,8 @@ GlobalBlock buildSegment(const BlockContents& contents, const ThumbnailFile& thu
 
 GlobalBlock buildSegmentFromRecords(const ImageCodecBridge& codec, const PRaster& picture,
                                     PRaster* hostThumbnail, const ExifMetadata& metadata) {
-  ThumbnailFile file(temporaryJpegName);
-  if (!file.write(codec, picture, hostThumbnail)) return {};
-  if (file.isWritten()) compactJpegStream(file.path());
+  EncodedThumbnail encoded(temporaryJpegName);
+  if (!encoded.encode(codec, picture, hostThumbnail)) return {};
   const RowContext context = contextOf(picture);
   return buildSegment({.primaryRows = primaryRows,
                        .primary = metadata.primary,
@@ -62,19 +66,18 @@ GlobalBlock buildSegmentFromRecords(const ImageCodecBridge& codec, const PRaster
                        .exif = metadata.exif,
                        .hasInteroperability = metadata.exif.isR98Interoperability != 0,
                        .gps = metadata.primary.hasGpsIfdPointer ? &metadata.gps : nullptr,
-                       .thumbnailRows = file.isWritten() ? thumbnailRows : OutputRows(),
+                       .thumbnailRows = encoded.isTaken() ? thumbnailRows : OutputRows(),
                        .thumbnail = &metadata.thumbnail,
                        .context = context,
                        .ofThumbnail = context},
-                      file);
+                      encoded);
 }
 
 GlobalBlock buildSegmentWithDefaults(const ImageCodecBridge& codec, const PRaster& picture,
                                      PRaster* hostThumbnail, const ExifIfdRecord& exif,
                                      const ImageIfdRecord& primary) {
-  ThumbnailFile file(temporaryJpegName);
-  if (!file.write(codec, picture, hostThumbnail)) return {};
-  if (file.isWritten()) compactJpegStream(file.path());
+  EncodedThumbnail encoded(temporaryJpegName);
+  if (!encoded.encode(codec, picture, hostThumbnail)) return {};
   const RowContext context = contextOf(picture);
   RowContext ofThumbnail = context;
   const bool isHosts = !isMissing(hostThumbnail);
@@ -86,11 +89,11 @@ GlobalBlock buildSegmentWithDefaults(const ImageCodecBridge& codec, const PRaste
                        .exif = exif,
                        .hasInteroperability = true,
                        .gps = nullptr,
-                       .thumbnailRows = file.isWritten() ? newThumbnailRows : OutputRows(),
+                       .thumbnailRows = encoded.isTaken() ? newThumbnailRows : OutputRows(),
                        .thumbnail = nullptr,
                        .context = context,
                        .ofThumbnail = ofThumbnail},
-                      file);
+                      encoded);
 }
 
 uint32_t segmentSize(const uint8_t* segment) {

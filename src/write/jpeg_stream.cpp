@@ -1,7 +1,5 @@
 #include "write/jpeg_stream.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstring>
 
@@ -9,7 +7,6 @@ namespace exifkeep {
 
 namespace {
 
-constexpr uint64_t maxFileSize = UINT32_MAX;
 constexpr size_t markerSize = 2;
 constexpr size_t segmentHead = 4;  // marker and length
 constexpr size_t quantTable = 65;
@@ -46,31 +43,39 @@ size_t app0SizeAt(Bytes bytes) {
   return bytes[2] * 256u + bytes[3] + markerSize;
 }
 
-JpegStream::JpegStream(DiskFile& file)
-    : block_(file.isOpen() && file.size() <= maxFileSize
-                 ? GlobalBlock(static_cast<size_t>(file.size()))
-                 : GlobalBlock()),
-      lock_(block_) {
-  const auto size = static_cast<size_t>(file.size());
-  if (!lock_.bytes() || size < markerSize || file.readAt(0, lock_.bytes(), size) != size) return;
-  bytes_ = {lock_.bytes(), size};
-  pieces_ = {Piece(bytes_.first(markerSize)), Piece(bytes_.subspan(markerSize))};
+JpegStream::JpegStream(const EncodedPicture& picture)
+    : parts_(picture.parts().begin(), picture.parts().end()) {
+  if (parts_.empty() || parts_[0].size() < markerSize) return;
+  pieces_ = {Piece(parts_[0].first(markerSize)), Piece(parts_[0].subspan(markerSize))};
+  for (size_t i = 1; i < parts_.size(); ++i) pieces_.emplace_back(parts_[i]);
 }
 
 bool JpegStream::hasCodecLayout(Bytes headers) const {
   if (headers.size() < codecHeadersSize + markerSize) return false;
   for (const Segment& segment : codecHeaders)
     if (std::memcmp(headers.data() + segment.at, segment.head, segmentHead) != 0) return false;
-  return bytes_[0] == 0xFF && bytes_[1] == 0xD8;
+  return parts_[0][0] == 0xFF && parts_[0][1] == 0xD8;
 }
 
-bool JpegStream::compact() {
-  if (!isLoaded()) return false;
-  Bytes rest = bytes_.subspan(markerSize);
+void JpegStream::addLastBytes(size_t count) {
+  size_t others = 0;
+  for (const Bytes part : parts_) others += part.size();
+  others -= count;
+  for (const Bytes part : parts_) {
+    const size_t skipped = std::min(others, part.size());
+    others -= skipped;
+    pieces_.emplace_back(part.subspan(skipped));
+  }
+}
+
+// The first part has room for the headers and the longest APP0.
+void JpegStream::compact() {
+  if (isEmpty()) return;
+  Bytes rest = parts_[0].subspan(markerSize);
   const size_t app0Size = app0SizeAt(rest);
-  if (app0Size > rest.size()) return false;
+  if (app0Size > rest.size()) return;
   rest = rest.subspan(app0Size);
-  if (!hasCodecLayout(rest)) return false;
+  if (!hasCodecLayout(rest)) return;
 
   const auto take = [&rest](size_t size) {
     const Bytes taken = rest.first(size);
@@ -78,7 +83,7 @@ bool JpegStream::compact() {
     return taken;
   };
   const auto add = [this](Bytes piece) { pieces_.emplace_back(piece); };
-  pieces_.pop_back();
+  pieces_.resize(1, pieces_[0]);
   add(oneQuantSegment);
   take(segmentHead);
   add(take(quantTable));
@@ -94,29 +99,23 @@ bool JpegStream::compact() {
   }
   add(take(scanHeader));
   add(rest);
+  for (size_t i = 1; i < parts_.size(); ++i) add(parts_[i]);
   // If the removed APP0 is long, the file keeps its size and thus its last bytes after the new EOI.
   // Intended: a decoder stops at EOI.
-  if (app0Size > growth) add(bytes_.last(app0Size - growth));
-  return true;
+  if (app0Size > growth) addLastBytes(app0Size - growth);
 }
 
 void JpegStream::insert(Bytes segment) {
-  Piece& rest = pieces_[1];
-  const uint64_t app0Size = app0SizeAt({rest.bytes, static_cast<size_t>(rest.size)}) & 0xFFFF;
-  const uint64_t dropped = std::min(app0Size, rest.size);  // modulo 65536: intended
-  rest.bytes += dropped;
-  rest.size -= dropped;
+  Bytes& rest = pieces_[1].bytes;
+  const size_t app0Size = app0SizeAt(rest) & 0xFFFF;  // modulo 65536: intended
+  rest = rest.subspan(std::min(app0Size, rest.size()));
   pieces_.insert(pieces_.begin() + 1, Piece(segment));
 }
 
-bool compactJpegStream(const char* path) {
-  {
-    DiskFile file = DiskFile::openForWriting(path);
-    JpegStream stream(file);
-    if (!stream.compact() || (writePieces(file, stream.pieces()) && file.close())) return true;
-  }
-  DeleteFileA(path);
-  return false;
+JpegStream compactJpegStream(const EncodedPicture& picture) {
+  JpegStream stream(picture);
+  stream.compact();
+  return stream;
 }
 
 }  // namespace exifkeep

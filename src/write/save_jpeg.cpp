@@ -1,7 +1,11 @@
 #include "write/save_jpeg.h"
 
+#include <array>
+#include <vector>
+
 #include "imageio/praster_block.h"
 #include "system/delivery.h"
+#include "system/path.h"
 #include "write/encoded_picture.h"
 #include "write/jpeg_segment.h"
 #include "write/jpeg_stream.h"
@@ -15,10 +19,8 @@ bool saveWithSegment(ExifReader& reader, const char* destination, PRaster& pictu
   const BlockLock lock(segment);
   if (!lock.bytes()) return false;
   const EncodedPicture encoded(reader.codec(), picture, destination);
-  DiskFile file = DiskFile::openForReading(encoded.path());
-  JpegStream stream(file);
-  if (!stream.isLoaded()) return false;
-  stream.compact();
+  JpegStream stream = compactJpegStream(encoded);
+  if (stream.isEmpty()) return false;
   stream.insert({lock.bytes(), segmentSize(lock.bytes())});
   return deliver(destination, stream.pieces());
 }
@@ -43,10 +45,13 @@ bool saveJpegWithNewExif(ExifReader& reader, const char* destination, PRaster* p
 
 bool savePlain(ExifReader& reader, const char* destination, PRaster* picture) {
   if (isMissing(picture)) return false;
+  if (isTiffName(destination)) {
+    const StreamedPicture streamed(reader.codec(), *picture, destination);
+    return deliver(destination, std::array{Piece(streamed)});
+  }
   const EncodedPicture encoded(reader.codec(), *picture, destination);
-  DiskFile file = DiskFile::openForReading(encoded.path());
-  const Piece whole[] = {{file, 0, file.size()}};
-  return file.isOpen() && deliver(destination, whole);
+  const std::vector<Piece> pieces(encoded.parts().begin(), encoded.parts().end());
+  return !pieces.empty() && deliver(destination, pieces);
 }
 
 }  // namespace exifkeep

@@ -1,7 +1,6 @@
-// Saves a picture without metadata or as a JPEG file with an Exif segment after SOI. The complete
-// file is built in memory and in the temporary folder before the destination is touched. All
-// functions return false, with the destination unchanged, if the picture is missing or empty or
-// anything fails.
+// Saves a picture without metadata or as a JPEG file with an Exif segment after SOI. All functions
+// return false, with the destination unchanged, if the picture is missing or empty or anything
+// fails.
 #pragma once
 
 #include <praster.h>

@@ -77,24 +77,24 @@ void centerImage(const PRaster& source, PRaster& target) {
                       source.GetPixel(static_cast<int>(x), static_cast<int>(y)));
 }
 
-bool ThumbnailFile::write(const ImageCodecBridge& codec, const PRaster& picture,
-                          PRaster* hostThumbnail) {
+bool EncodedThumbnail::encode(const ImageCodecBridge& codec, const PRaster& picture,
+                              PRaster* hostThumbnail) {
   if (!isMissing(hostThumbnail)) {
-    save(codec, *hostThumbnail);
-    isWritten_ = true;
+    encode(codec, *hostThumbnail);
+    isTaken_ = true;
     return true;
   }
   PRasterBlock made;
   if (!makeThumbnail(picture, made)) return false;
-  isWritten_ = save(codec, made);
-  return isWritten_ || GetLastError() == ERROR_SUCCESS;
+  isTaken_ = encode(codec, made);
+  return isTaken_ || GetLastError() == ERROR_SUCCESS;
 }
 
-bool ThumbnailFile::save(const ImageCodecBridge& codec, PRaster& image) {
+bool EncodedThumbnail::encode(const ImageCodecBridge& codec, PRaster& image) {
   width_ = image.GetImageWidth();
   height_ = image.GetImageHeight();
-  file_.emplace(name_);
-  return !file_->path().empty() && codec.saveImageFile(path(), image);
+  file_.emplace(codec, image, name_);
+  return !file_->parts().empty();
 }
 
 }  // namespace exifkeep

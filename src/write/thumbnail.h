@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "imageio/image_codec_bridge.h"
-#include "system/temporary_picture.h"
+#include "write/encoded_picture.h"
 
 namespace exifkeep {
 
@@ -27,31 +27,31 @@ bool fitIntoThumbnail(const PRaster& source, PRaster& thumbnail);
 // the same type, the source no larger than the target.
 void centerImage(const PRaster& source, PRaster& target);
 
-// A thumbnail encoded by the codec into a temporary file, which is deleted with the object.
-class ThumbnailFile {
+// A thumbnail encoded by the codec.
+class EncodedThumbnail {
  public:
   // The extension of `name` selects the format.
-  explicit ThumbnailFile(const char* name) : name_(name) {}
+  explicit EncodedThumbnail(const char* name) : name_(name) {}
 
-  // Saves the host's thumbnail at its own size if it is given and not empty, or else one made from
-  // the picture. False if memory or disk space runs out. The save must fail then: a picture should
-  // not lose its thumbnail because of a temporary condition.
-  bool write(const ImageCodecBridge& codec, const PRaster& picture, PRaster* hostThumbnail);
+  // Encodes the host's thumbnail at its own size if it is given and not empty, or else one made
+  // from the picture. False if memory runs out. The save must fail then: a picture should not lose
+  // its thumbnail because of a temporary condition.
+  bool encode(const ImageCodecBridge& codec, const PRaster& picture, PRaster* hostThumbnail);
 
-  // Whether the picture gets a thumbnail directory. A host's thumbnail counts as written even if
-  // saving it failed. Intended: the missing file then makes the whole save fail.
-  bool isWritten() const { return isWritten_; }
-  // REQUIRES: write was called.
-  const char* path() const { return file_->path().c_str(); }
+  // Whether the picture gets a thumbnail directory. A host's thumbnail counts even if encoding it
+  // failed. Intended: the missing file then makes the whole save fail.
+  bool isTaken() const { return isTaken_; }
+  // REQUIRES: encode was called.
+  const EncodedPicture& file() const { return *file_; }
   unsigned width() const { return width_; }
   unsigned height() const { return height_; }
 
  private:
-  bool save(const ImageCodecBridge& codec, PRaster& image);
+  bool encode(const ImageCodecBridge& codec, PRaster& image);
 
   const char* name_;
-  std::optional<TemporaryPicture> file_;
-  bool isWritten_ = false;
+  std::optional<EncodedPicture> file_;
+  bool isTaken_ = false;
   unsigned width_ = 0;
   unsigned height_ = 0;
 };

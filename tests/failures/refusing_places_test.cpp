@@ -27,7 +27,8 @@ constexpr unsigned oldWidth = 24, newWidth = 3000;
 constexpr uid_t nobody = 65534;
 constexpr gid_t club = 12345;
 
-// The picture is "here/a.jpg"; `root` ends in "/". All return false where something is not allowed.
+// The pictures are "here/a.jpg" and "here/a.tif"; `root` ends in "/". All return false where
+// something is not allowed.
 bool give(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
   return chown(path.c_str(), owner, group) == 0 && chmod(path.c_str(), mode) == 0;
 }
@@ -87,6 +88,7 @@ struct Place {
   bool (*prepare)(const std::string& root);  // the last thing it does may be to become nobody
   Outcome expected = Outcome::replaced;
   mode_t kept = 07777;  // of the rights
+  const char* picture = "a.jpg";
 };
 
 const Place places[] = {
@@ -109,7 +111,9 @@ const Place places[] = {
     {"NoRoom", [](auto& root) { return mountFull(root + "here", "size=64k"); }, Outcome::refused},
     {"NeitherInodesNorRoom",
      [](auto& root) { return mountFull(root + "here", "nr_inodes=8,size=32k"); }, Outcome::refused},
-    {"NoRoomForTemporaryFiles", [](auto& root) { return mountFull(root + "tmp", "size=64k"); },
+    {"NoRoomForTemporaryFiles", [](auto& root) { return mountFull(root + "tmp", "size=64k"); }},
+    {"NoRoomForTemporaryFilesNorARename",
+     [](auto& root) { return mountFull(root + "tmp", "size=64k") && refuseToRename(EXDEV); },
      Outcome::refused},
     {"NoProcAndALink",
      [](auto& root) {
@@ -148,6 +152,8 @@ const Place places[] = {
     {"QuotaUsedUp", [](auto&) { return refuse(SYS_openat, EDQUOT, O_CREAT); }, Outcome::refused},
     {"RenameOutOfRoom", [](auto&) { return refuseToRename(ENOSPC); }, Outcome::refused},
     {"RenameAcrossDevices", [](auto&) { return refuseToRename(EXDEV); }, Outcome::overwritten},
+    {"RenameOfTiffAcrossDevices", [](auto&) { return refuseToRename(EXDEV); }, Outcome::overwritten,
+     07777, "a.tif"},
     {"SyncFails", [](auto&) { return refuse(SYS_fsync, EIO); }, Outcome::refused},
     {"SyncUnknown", [](auto&) { return refuse(SYS_fsync, ENOSYS); }},
     {"SyncUnsupported", [](auto&) { return refuse(SYS_fsync, EOPNOTSUPP); }},
@@ -175,7 +181,7 @@ class RefusingPlace : public SavedPictures, public testing::WithParamInterface<P
     fs::permissions(path(""), fs::perms(0755));
     for (const char* folder : {"here", "tmp"}) fs::create_directory(path(folder));
     fs::permissions(path("tmp"), fs::perms(0777));
-    saveWithMetadata("here/a.jpg", oldWidth);
+    for (const char* picture : {"here/a.jpg", "here/a.tif"}) saveWithMetadata(picture, oldWidth);
   }
   ~RefusingPlace() override { setImmutable(path("here/a.jpg"), false); }
 
@@ -199,7 +205,7 @@ class RefusingPlace : public SavedPictures, public testing::WithParamInterface<P
 
   void saveAndCompare() const {
     const auto filesBefore = files();
-    const std::string picture = path("here/a.jpg");
+    const std::string picture = path("here/") + GetParam().picture;
     const State before(picture);
     PRaster image = makePicture(newWidth);
     const int result = SaveFile(picture.c_str(), picture.c_str(), &image, nullptr);

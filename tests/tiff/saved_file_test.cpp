@@ -128,22 +128,34 @@ TEST_F(SavedFileTest, CodecStripIsTakenOnlyWhereItIsWhole) {
                {"big-endian", file(front, Order::mm), front, true},
                {"directory elsewhere", elsewhere, front, false},
                {"cut short", file(front + 1), front + 1, false},
+               {"not at the end", file(front) + "R", front, false},
                {"far outside", file(0xFFFFFFFF), 0xFFFFFFFF, false},
                {"over the header", file(8), 8, false},
                {"a negative number of entries", negative, 0, false}};
   for (const auto& [name, bytes, offset, isWhole] : cases) {
-    writeFile(path("a.tif"), bytes);
-    ExifFile opened(path("a.tif").c_str());
-    EXPECT_EQ(findStripOffset(opened), offset) << name;
-    EXPECT_EQ(locateStrip(opened, 6), isWhole ? std::optional(offset) : std::nullopt) << name;
+    SCOPED_TRACE(name);
+    writeFile(path("codec.tif"), bytes);
+    ExifFile opened(path("codec.tif").c_str());
+    EXPECT_EQ(findStripOffset(opened), offset);
+    codecFiles.picture = bytes;
+    ExifReader reader;
+    reader.thumbnailIfdOffset = 0;
+    ExifMetadata metadata = {};
+    PRaster picture = patterned(24, 2, 1);
+    EXPECT_EQ(saveExifTiff(reader, path("a.tif").c_str(), &picture, nullptr, metadata), isWhole);
+    codecFiles = {};
+    EXPECT_EQ(std::filesystem::remove(path("a.tif")), isWhole);
   }
 }
 
-// A strip larger than the piece that moves at once, to the front and to the back.
+// A strip larger than the piece that is written at once. Behind it is what the codec's file has
+// beyond the new file's end.
 TEST_F(SavedFileTest, StripMovesWhole) {
   PRaster picture = patterned(24, 1500, 1000);
   ASSERT_EQ(save(path("plain.tif"), picture), 1);
   const std::string plain = readFile(path("plain.tif"));
+  ASSERT_EQ(SaveFile("", path("a.tif").c_str(), &picture, nullptr), 1);
+  EXPECT_TRUE(readFile(path("a.tif")) == plain);
   constexpr size_t size = 1500 * 1000 * 3;
   for (const int32_t thumbnailIfd : {0, 700}) {
     ExifReader reader;
@@ -151,8 +163,11 @@ TEST_F(SavedFileTest, StripMovesWhole) {
     ExifMetadata metadata = {};
     ASSERT_TRUE(saveExifTiff(reader, path("a.tif").c_str(), &picture, nullptr, metadata));
     ExifFile file(path("a.tif").c_str());
-    const std::string strip = readFile(path("a.tif")).substr(findStripOffset(file), size);
-    EXPECT_TRUE(plain.ends_with(strip) && strip.size() == size);
+    const std::string saved = readFile(path("a.tif"));
+    const uint32_t front = findStripOffset(file);
+    EXPECT_TRUE(saved.substr(front, size) == plain.substr(plain.size() - size));
+    const size_t end = front + size;
+    EXPECT_TRUE(saved.substr(end) == plain.substr(std::min(end, plain.size())));
   }
 }
 

@@ -10,17 +10,18 @@
 #include "system/temporary_picture.h"
 
 // The linker's option --wrap leads the library's calls here, and its own from here to the codec.
-extern "C" int __real_AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
-                                    CodecProgress progress);
-extern "C" int __wrap_AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
-                                    CodecProgress progress) {
+extern "C" int __real_AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                    CodecProgress progress, CodecReceive receive, void* receiver);
+extern "C" int __wrap_AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
+                                    CodecProgress progress, CodecReceive receive, void* receiver) {
   using exifkeep::test::codecFiles;
   const bool isThumbnail = std::strstr(path, exifkeep::temporaryJpegName) != nullptr;
-  if (const auto& file = isThumbnail ? codecFiles.thumbnail : codecFiles.picture) {
-    if (!file->empty()) std::ofstream(path, std::ios::binary) << *file;
-    return !file->empty();
-  }
-  return __real_AllSaveDIBImg(path, image, offset, progress);
+  const auto& file = isThumbnail ? codecFiles.thumbnail : codecFiles.picture;
+  if (!file) return __real_AllSendDIBImg(path, image, offset, progress, receive, receiver);
+  constexpr size_t step = 1 << 20;
+  for (size_t at = 0; at < file->size(); at += step)
+    if (!receive(receiver, file->data() + at, std::min(step, file->size() - at))) return 0;
+  return !file->empty();
 }
 
 namespace exifkeep::test {

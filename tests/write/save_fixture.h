@@ -5,6 +5,7 @@
 #include "codec/picture_fixture.h"
 #include "failure_switch.h"
 #include "read/reading.h"
+#include "write/jpeg_stream.h"
 
 namespace exifkeep::test {
 
@@ -28,6 +29,15 @@ class SaveTest : public CodecTest {
     writeFile(path(name), bytes);
   }
   Reading recordsOf(const std::string& name) const { return Reading(path(name)); }
+
+  // The codec's JPEG stream of the image after compaction.
+  std::string compacted(PRaster& image) {
+    const EncodedPicture encoded(reader_.codec(), image, "a.jpg");
+    const JpegStream stream = compactJpegStream(encoded);
+    std::string bytes;
+    for (const Piece& piece : stream.pieces()) bytes.append(piece.bytes.begin(), piece.bytes.end());
+    return bytes;
+  }
 
   ExifReader reader_;
 };
