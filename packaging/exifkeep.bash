@@ -26,17 +26,21 @@ _exifkeep_options() {
 }
 
 _exifkeep() {
-  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=
-  # Of --lang=de the shell makes three words.
-  [ "$before" = = ] && before=${COMP_WORDS[COMP_CWORD - 2]}
-  [ "$word" = = ] && word=
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words= prefix=
+  # Of --lang=de bash makes three words, zsh one.
+  [ "$before" = "=" ] && before=${COMP_WORDS[COMP_CWORD - 2]}
+  [ "$word" = "=" ] && word=
+  if [[ $word == --*=* ]]; then
+    before=${word%%=*} prefix=${word%%=*}= word=${word#*=}
+  fi
   if [ "$COMP_CWORD" -eq 1 ]; then
     words="info check version sound languages open save audio --color --help -h --version"
   elif ! words=$(_exifkeep_choices "$before"); then
     # Without words of its own the shell completes file names.
     [[ $word == -* ]] && words=$(_exifkeep_options "${COMP_WORDS[1]}")
   fi
-  mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
+  # Not with mapfile, which zsh lacks.
+  COMPREPLY=($(compgen -P "$prefix" -W "$words" -- "$word"))
 }
 
 complete -o default -F _exifkeep exifkeep

@@ -1,7 +1,8 @@
 # Fish completion of exifkeep: commands, options, and file names.
 
 set -l commands info check version sound languages open save audio
-complete -c exifkeep -n "not __fish_seen_subcommand_from $commands" -a "$commands"
+complete -c exifkeep -n "not __fish_seen_subcommand_from $commands" -f -a "$commands"
+complete -c exifkeep -n "__fish_seen_subcommand_from languages" -f
 complete -c exifkeep -l help -s h
 complete -c exifkeep -l color -x -a "auto always never"
 complete -c exifkeep -n "not __fish_seen_subcommand_from $commands" -l version
