@@ -10,6 +10,7 @@ test_packages=(
   python3-jsonschema           # validates the JSON that the program writes
   pkg-config                   # finds the installed library as hosts do
   dpkg-dev file                # what cpack makes Debian packages with
+  lintian                      # checks them
   clang-14 libclang-rt-14-dev  # the fuzzers
   abigail-tools                # compares the ABI with that of its version
   doxygen                      # checks the comments of the public headers

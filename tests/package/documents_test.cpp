@@ -61,6 +61,7 @@ class Documents : public ShellTest {
 TEST_F(Documents, NameEveryCommandAndOption) {
   std::string manual = readFile(EXIFKEEP_SOURCE_DIR "/packaging/exifkeep.1");
   std::erase(manual, '\\');
+  const std::string fish = readFile(EXIFKEEP_SOURCE_DIR "/packaging/exifkeep.fish");
   const std::vector<std::string> all = commands();
   ASSERT_GE(all.size(), 8u);
   for (const std::string& command : all) {
@@ -69,8 +70,10 @@ TEST_F(Documents, NameEveryCommandAndOption) {
     const std::set<std::string> options = longOptions(command);
     EXPECT_THAT(options, Contains("--help"));
     EXPECT_EQ(longOnes(completionsOf("exifkeep " + command, "-")), options) << command;
-    for (const std::string& option : options)
+    for (const std::string& option : options) {
       EXPECT_THAT(manual, ContainsRegex("\n\\.B[RI]? .*" + option + "[ \"\n]"));
+      EXPECT_THAT(fish, ContainsRegex(" -l " + option.substr(2) + "[ \n]"));
+    }
   }
   EXPECT_EQ(longOnes(completionsOf("exifkeep", "-")), longOptions(""));
 }

@@ -16,6 +16,7 @@ using testing::Not;
 using testing::SizeIs;
 using testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
+using namespace std::string_view_literals;
 
 std::set<std::string> filesBelow(const fs::path& folder) {
   std::set<std::string> files;
@@ -228,6 +229,13 @@ TEST_F(DebianPackages, ShareTheFiles) {
   EXPECT_THAT(dependenciesOf("libexifkeep0"), HasSubstr("libtiff"));
   EXPECT_THAT(dependenciesOf("libexifkeep-dev"), HasSubstr("libexifkeep0 (= " EXIFKEEP_VERSION));
   EXPECT_THAT(dependenciesOf("exifkeep"), HasSubstr("libexifkeep0 (= " EXIFKEEP_VERSION));
+  if (EXIFKEEP_LIBDIR == "lib"sv || run("command -v lintian").status != 0)
+    GTEST_SKIP() << "no lintian, or CMAKE_INSTALL_PREFIX is not /usr";
+  // There is no request for packages that this first version could close.
+  const Outcome checked =
+      run("lintian --allow-root --fail-on error,warning "
+          "--suppress-tags initial-upload-closes-no-bugs *.deb");
+  EXPECT_EQ(checked.status, 0) << checked.out << checked.err;
 }
 
 }  // namespace
