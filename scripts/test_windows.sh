@@ -33,5 +33,5 @@ build_preset windows32
 "$root/tests/windows/exports.sh" i686-w64-mingw32-objdump "$root/build/windows32/bin" "$root"
 
 echo "== windows and here"
-build_preset release exifkeep_program
+build_preset test exifkeep_program
 "$root/tests/windows/same_as_here.sh" "$root" "$wine"

@@ -5,7 +5,7 @@
 # EXIFKEEP_SAMPLES names a folder, those in it.
 set -euo pipefail
 root=$1 wine=$2
-here=$root/build/release/tools/exifkeep/exifkeep
+here=$root/build/test/tools/exifkeep/exifkeep
 there=$root/build/windows/bin/exifkeep.exe
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
