@@ -20,7 +20,8 @@ imports() {
 }
 has_version() {
   local version
-  version=$(sed -n 's/^project(exifkeep VERSION \([0-9.]*\).*/\1/p' "$sources/CMakeLists.txt")
+  version=$(sed -n 's/^#define EXIFKEEP_VERSION_[A-Z]* \([0-9]\)/\1/p' \
+    "$sources/platform/framework/exifkeep_version.h" | sed 's/ .*//' | paste -sd.)
   strings -el "$folder/$1" | grep -Fxq "$version" || complain "$1 does not tell version $version"
 }
 
@@ -30,8 +31,8 @@ expected=$(sed -n 's/^  \([A-Za-z]*\)$/\1/p' "$sources/src/exifkeep.def" | sort)
   complain "exifkeep.dll exports: $(exports exifkeep.dll | xargs)"
 
 marked='(CObject|CString|CPtrList|CWinApp|CWnd|AFX_MAINTAIN_STATE2|PRaster)(::|$)|operator\+|Afx|All|'
-marked+='SetShellCopyHandler|'
-marked+='exifkeep::(loadPicture|languageVariants|matchLanguage|userLanguage|CodePageEncoder|ModuleStrings)'
+marked+='SetShellCopyHandler|exifkeep::(loadPicture|runningVersion|'
+marked+='languageVariants|matchLanguage|userLanguage|CodePageEncoder|ModuleStrings)'
 shared=$(exports exifkeep_platform.dll | sed 's/^_Z/__Z/; s/^_*\(_Z\)/\1/' | c++filt)
 others=$(grep -Ev "^(vtable for |typeinfo (name )?for )?($marked)" <<<"$shared" || true)
 [ -n "$shared" ] || complain "exifkeep_platform.dll exports nothing"
