@@ -8,14 +8,14 @@ _exifkeep_choices() {
     --color) echo auto always never ;;
     --lang) echo "$_exifkeep_languages" ;;
     --process) echo 2 3 4 5 6 ;;
-    --software | --tag) ;;
+    --software | --tag | --jobs | -j) ;;
     *) return 1 ;;
   esac
 }
 
 _exifkeep_options() {
   case $1 in
-    info) echo --lang --json --csv --html --output -o --tag --gps --recursive -r --null -0 ;;
+    info) echo --lang --json --json-lines --csv --html --output -o --tag --gps --recursive -r --jobs -j --null -0 ;;
     check | version | sound) echo --json --null -0 ;;
     languages) echo --json ;;
     open) echo --image --thumbnail --damaged ;;

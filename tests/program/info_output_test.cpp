@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <vector>
 
 #include "escape.h"
@@ -50,6 +51,21 @@ TEST_F(InfoOutput, JsonIsValidWhateverTheBytes) {
        "label": "Exif Version", "value": "2.20"}]},
     {"file": "plain.jpg", "exif": false, "error": "not-exif", "items": []},
     {"file": "gone.jpg", "exif": false, "error": "missing", "items": []}])"));
+
+  std::istringstream lines(run("$E info --json-lines n*.jpg plain.jpg gone.jpg").out);
+  json objects = json::array();
+  for (std::string line; std::getline(lines, line);) objects.push_back(json::parse(line));
+  EXPECT_EQ(objects, json::parse(outcome.out));
+}
+
+TEST_F(InfoOutput, JobsKeepTheOrderOfTheNames) {
+  write("a.jpg", exifJpeg("Maker"));
+  const Outcome outcome =
+      run("seq 600 | sed 's/.*5$/a.jpg/' >names; for form in --json --json-lines --csv --gps; do "
+          "for j in 1 3; do $E info $form -j $j - <names >out$j 2>err$j; done; "
+          "test -s out3 && cmp out1 out3 && cmp err1 err3 || exit 9; done");
+  EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+  EXPECT_EQ(run("$E info --json-lines -j 3 a.jpg a.jpg a.jpg >/dev/full").status, 3);
 }
 
 TEST_F(InfoOutput, IsForProgramsToo) {

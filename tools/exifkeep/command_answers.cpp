@@ -71,13 +71,12 @@ ExitStatus printLine(const LineCommand& command, const std::string& path) {
   return ExitStatus::notExif;
 }
 
-ExitStatus writeLine(const LineCommand& command, JsonWriter& json, const std::string& path) {
+FileRefusal writeLine(const LineCommand& command, JsonWriter& json, const std::string& path) {
   const std::string found = command.find(path);
   const bool isExif = !found.empty() || IsExifFile(path.c_str());
-  const FileRefusal refusal =
-      isExif ? FileRefusal{ExitStatus::ok, "", nullptr} : explainRefusal(path);
-  writeExif(json, path, refusal);
-  if (!command.key) return refusal.status;
+  FileRefusal refusal = isExif ? FileRefusal{ExitStatus::ok, "", nullptr} : explainRefusal(path);
+  writeExif(json, refusal);
+  if (!command.key) return refusal;
   json.key(command.key);
   if (found.empty())
     json.null();
@@ -85,15 +84,17 @@ ExitStatus writeLine(const LineCommand& command, JsonWriter& json, const std::st
     json.number(found);
   else
     json.text(found);
-  return isExif && found.empty() ? ExitStatus::notExif : refusal.status;
+  if (isExif && found.empty()) refusal.status = ExitStatus::notExif;
+  return refusal;
 }
 
 ExitStatus answerAll(const LineCommand& command, const LineOptions& options) {
   if (!options.json)
     return options.files.forEach([&](const std::string& path) { return printLine(command, path); });
-  return answerAsJson(options.files, [&](JsonWriter& json, const std::string& path) {
+  const auto answer = [&](JsonWriter& json, const std::string& path) {
     return writeLine(command, json, path);
-  });
+  };
+  return answerAsJson(options.files, 1, JsonForm::array, answer);
 }
 
 ExitStatus languagesAsJson() {

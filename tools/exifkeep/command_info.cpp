@@ -1,5 +1,6 @@
 // exifkeep info: the labels and values of pictures, as a table, JSON or CSV.
 #include <algorithm>
+#include <thread>
 #include <vector>
 
 #include "command_options.h"
@@ -20,8 +21,10 @@ struct InfoOptions {
   std::string language;  // BCP 47; empty for the user's own
   FieldChoice choice;
   bool json = false;
+  bool jsonLines = false;
   bool csv = false;
   bool html = false;
+  std::optional<int> jobs;
   std::string output;  // file for the HTML page; empty or "-" for standard output
 };
 
@@ -105,35 +108,50 @@ class CsvOutput {
   bool headed_ = false;
 };
 
+size_t jobsOf(const InfoOptions& options) {
+  const auto cores = static_cast<int>(std::thread::hardware_concurrency());  // 0: not known
+  return static_cast<size_t>(options.jobs.value_or(std::max(cores, 1)));
+}
+
+// Reads the pictures on several threads and has `show` called with each in turn.
+ExitStatus listEach(const InfoOptions& options,
+                    const std::function<void(const std::string&, const PictureInfo&)>& show) {
+  const auto examine = [&](const std::string& path) -> FileNames::Answer {
+    return [&show, path, info = std::make_shared<const PictureInfo>(path, options.choice)] {
+      show(path, *info);
+      return info->refusal().status;
+    };
+  };
+  return options.files.forEach(jobsOf(options), examine);
+}
+
 ExitStatus listAsTable(const InfoOptions& options) {
   TableOutput table(options.files.several());
-  return options.files.forEach([&](const std::string& path) {
-    const PictureInfo info(path, options.choice);
-    table.show(path, info);
-    return info.refusal().status;
-  });
+  return listEach(
+      options, [&](const std::string& path, const PictureInfo& info) { table.show(path, info); });
 }
 
 ExitStatus listAsJson(const InfoOptions& options) {
-  return answerAsJson(options.files, [&](JsonWriter& json, const std::string& path) {
+  const auto answer = [&](JsonWriter& json, const std::string& path) {
     const PictureInfo info(path, options.choice);
-    writeExif(json, path, info.refusal());
+    writeExif(json, info.refusal());
     json.key("items");
     json.beginArray();
     info.forEachItem([&](const exifkeep::InfoField& field) { writeField(json, field); });
     json.endArray();
-    return info.refusal().status;
-  });
+    return info.refusal();
+  };
+  const JsonForm form = options.jsonLines ? JsonForm::lines : JsonForm::array;
+  return answerAsJson(options.files, jobsOf(options), form, answer);
 }
 
 ExitStatus listAsCsv(const InfoOptions& options) {
   CsvOutput csv(options.choice);
-  const ExitStatus status = options.files.forEach([&](const std::string& path) {
-    const PictureInfo info(path, options.choice);
-    csv.show(path, info);
-    if (!info.isExif()) complainAbout(path, info.refusal().reason);
-    return info.refusal().status;
-  });
+  const ExitStatus status =
+      listEach(options, [&](const std::string& path, const PictureInfo& info) {
+        csv.show(path, info);
+        if (!info.isExif()) complainAbout(path, info.refusal().reason);
+      });
   csv.finish();
   return status;
 }
@@ -142,7 +160,7 @@ ExitStatus info(const InfoOptions& options) {
   selectLanguage(options.language);
   if (options.html) return listAsHtml(options.files, options.output == "-" ? "" : options.output);
   if (options.csv) return listAsCsv(options);
-  return options.json ? listAsJson(options) : listAsTable(options);
+  return options.json || options.jsonLines ? listAsJson(options) : listAsTable(options);
 }
 
 }  // namespace
@@ -156,6 +174,8 @@ void addInfo(CLI::App& program, Command& chosen) {
             return isLanguage(tag) ? "" : "no such language; there are " + languageTags();
           });
   addFlag(command, "--json", options->json, "Write a JSON array with an object per file");
+  addFlag(command, "--json-lines", options->jsonLines,
+          "Write the objects of --json one a line, each as soon as it is known");
   addFlag(command, "--csv", options->csv,
           "Write a line of comma-separated values per file, in columns by tag");
   addList(command, "--tag", options->choice.tags, "NAME",
@@ -163,12 +183,16 @@ void addInfo(CLI::App& program, Command& chosen) {
   addFlag(command, "--gps", options->choice.gps, "List GPS fields too");
   addFlag(command, "-r,--recursive", options->files.recursive,
           "Take a folder for the pictures below it");
+  addNumber(command, "-j,--jobs", options->jobs, 1, 1024,
+            "Read up to N pictures at a time; as many as there are cores by default");
   addFlag(command, "--html", options->html,
           "Write one HTML page, with a switch between all languages");
   addText(command, "-o,--output", options->output, "OUT",
           "Write the page of --html to this file; - is standard output");
-  for (const char* other : {"--json", "--csv", "--tag", "--gps"}) exclude(command, "--html", other);
+  for (const char* other : {"--json", "--json-lines", "--csv", "--tag", "--gps", "--jobs"})
+    exclude(command, "--html", other);
   exclude(command, "--csv", "--json");
+  for (const char* other : {"--json", "--csv"}) exclude(command, "--json-lines", other);
   require(command, "--output", "--html");
   addFooter(command,
             "Examples:\n"
@@ -176,7 +200,7 @@ void addInfo(CLI::App& program, Command& chosen) {
             "  exifkeep info --lang ja *.jpg\n"
             "  exifkeep info -r --csv --tag Model,ExposureTime,FNumber holidays\n"
             "  exifkeep info --html *.jpg -o sheet.html\n"
-            "  find . -name '*.jpg' -print0 | exifkeep info --json -0\n",
+            "  find . -name '*.jpg' -print0 | exifkeep info --json-lines -0\n",
             statusesOverFiles);
   whenParsed(command, [options, &chosen] {
     requireFiles(options->files);

@@ -81,6 +81,10 @@ std::string escapedBytes(std::string_view bytes) {
   return text;
 }
 
+bool isPlainInJson(char c) {
+  return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+}
+
 std::string_view htmlOf(const Utf8Step& step) {
   switch (step.codePoint) {
     case U'&': return "&amp;";
@@ -122,22 +126,31 @@ std::string escapeForHtml(std::string_view text) {
   return escaped;
 }
 
-std::string escapeForJson(std::string_view text) {
-  std::string escaped;
+void appendForJson(std::string& out, std::string_view text) {
   while (!text.empty()) {
+    const auto plainEnd = std::find_if_not(text.begin(), text.end(), isPlainInJson);
+    const auto plain = static_cast<size_t>(plainEnd - text.begin());
+    out += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) break;
     const Utf8Step step = takeUtf8Step(text);
     if (!step.valid) {
-      escaped += "\uFFFD";
+      out += "\uFFFD";
     } else if (step.codePoint == U'"' || step.codePoint == U'\\') {
-      (escaped += '\\') += step.bytes;
+      (out += '\\') += step.bytes;
     } else if (isControl(step.codePoint)) {
       char escape[8];
       std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(step.codePoint));
-      escaped += escape;
+      out += escape;
     } else {
-      escaped += step.bytes;
+      out += step.bytes;
     }
   }
+}
+
+std::string escapeForJson(std::string_view text) {
+  std::string escaped;
+  appendForJson(escaped, text);
   return escaped;
 }
 

@@ -20,6 +20,7 @@ std::string escapeForHtml(std::string_view text);
 
 // For JSON, between quotes (RFC 8259): U+FFFD for each run of bytes that is no UTF-8.
 std::string escapeForJson(std::string_view text);
+void appendForJson(std::string& out, std::string_view text);
 
 // RFC 4648, section 4.
 std::string base64(std::string_view bytes);

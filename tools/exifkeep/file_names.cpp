@@ -11,6 +11,7 @@
 #include <optional>
 #include <utility>
 
+#include "ordered_work.h"
 #include "standard_streams.h"
 #include "terminal.h"
 
@@ -81,15 +82,8 @@ bool FileNames::readsInput() const {
   return nulSeparated || holdsDash(arguments);
 }
 
-ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
-                              bool answersKeptBack) const {
+ExitStatus FileNames::takeEach(const std::function<bool(const std::string&)>& takeFile) const {
   ExitStatus gravest = ExitStatus::ok;
-  BatchProgress progress(readsInput() || recursive ? 0 : arguments.size(), answersKeptBack);
-  const auto takeFile = [&](const std::string& name) {
-    gravest = std::max(gravest, answer(name));
-    progress.advance();
-    return flushOutput();
-  };
   const auto take = [&](const std::string& name) {
     std::error_code unknown;
     if (!recursive || !std::filesystem::is_directory(name, unknown)) return takeFile(name);
@@ -114,6 +108,38 @@ ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)
     gravest = std::max(gravest, endOfInput());
   }
   return gravest;
+}
+
+ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
+                              bool answersKeptBack) const {
+  ExitStatus gravest = ExitStatus::ok;
+  BatchProgress progress(knownCount(), answersKeptBack);
+  const ExitStatus ofNames = takeEach([&](const std::string& name) {
+    gravest = std::max(gravest, answer(name));
+    progress.advance();
+    return flushOutput();
+  });
+  return std::max(gravest, ofNames);
+}
+
+ExitStatus FileNames::forEach(size_t jobs,
+                              const std::function<Answer(const std::string&)>& examine) const {
+  const size_t threads = knownCount() == 0 ? jobs : std::min(jobs, knownCount());
+  if (threads == 1) return forEach([&](const std::string& name) { return examine(name)(); });
+  ExitStatus gravest = ExitStatus::ok;
+  BatchProgress progress(knownCount(), false);
+  OrderedWork work(
+      threads,
+      [&](const std::string& name) -> OrderedWork::Delivery {
+        return [&, answer = examine(name)] {
+          gravest = std::max(gravest, answer());
+          progress.advance();
+        };
+      },
+      flushOutput);
+  const ExitStatus ofNames = takeEach([&](const std::string& name) { return work.add(name); });
+  const bool finished = work.finish();
+  return finished ? std::max(gravest, ofNames) : ExitStatus::failed;
 }
 
 }  // namespace program

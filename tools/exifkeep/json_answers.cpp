@@ -1,5 +1,7 @@
 #include "json_answers.h"
 
+#include <utility>
+
 #include "escape.h"
 #include "standard_streams.h"
 
@@ -42,28 +44,33 @@ void writeRaw(JsonWriter& json, const InfoField& field) {
 
 }  // namespace
 
-ExitStatus answerAsJson(
-    const FileNames& files,
-    const std::function<ExitStatus(JsonWriter& json, const std::string& path)>& answer) {
-  std::string text;
-  JsonWriter json(text);
-  json.beginArray();
-  const ExitStatus status = files.forEach([&](const std::string& path) {
+ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
+                        const JsonAnswer& answer) {
+  constexpr size_t usualLength = 8192;  // of an object
+  const bool isArray = form == JsonForm::array;
+  bool isFirst = true;
+  if (isArray) printBytes("[");
+  const ExitStatus status = files.forEach(jobs, [&](const std::string& path) -> FileNames::Answer {
+    std::string text;
+    text.reserve(usualLength);
+    JsonWriter json(text, isArray ? JsonWriter::Layout::element : JsonWriter::Layout::line);
     json.beginObject();
     json.key("file");
     json.text(path);
-    const ExitStatus one = answer(json, path);
+    const FileRefusal refusal = answer(json, path);
     json.endObject();
-    printBytes(text);
-    text.clear();
-    return one;
+    return [&isFirst, isArray, path, text = std::move(text), refusal] {
+      if (!std::exchange(isFirst, false) && isArray) printBytes(",");
+      printBytes(text);
+      if (refusal.status == ExitStatus::failed) complainAbout(path, refusal.reason);
+      return refusal.status;
+    };
   });
-  json.endArray();
-  printBytes(text);
+  if (isArray) printBytes(isFirst ? "]\n" : "\n]\n");
   return status;
 }
 
-void writeExif(JsonWriter& json, const std::string& path, const FileRefusal& refusal) {
+void writeExif(JsonWriter& json, const FileRefusal& refusal) {
   json.key("exif");
   json.boolean(!refusal.error);
   json.key("error");
@@ -71,7 +78,6 @@ void writeExif(JsonWriter& json, const std::string& path, const FileRefusal& ref
     json.null();
   else
     json.text(refusal.error);
-  if (refusal.status == ExitStatus::failed) complainAbout(path, refusal.reason);
 }
 
 void writeField(JsonWriter& json, const InfoField& field) {

@@ -1,5 +1,5 @@
-// Answers for programs: a JSON array with an object for each file. docs/json-output.schema.json
-// describes them all.
+// Answers for programs: an object for each file, in a JSON array or in lines of their own.
+// docs/json-output.schema.json describes them all.
 #pragma once
 
 #include <exifkeep/field_list.h>
@@ -12,14 +12,18 @@
 
 namespace program {
 
-// Has `answer` add what it knows of a file to its object.
-ExitStatus answerAsJson(
-    const FileNames& files,
-    const std::function<ExitStatus(JsonWriter& json, const std::string& path)>& answer);
+enum class JsonForm { array, lines };
+
+// Adds what it knows of a file to its object. A status of failed is complained about.
+using JsonAnswer = std::function<FileRefusal(JsonWriter& json, const std::string& path)>;
+
+// Calls `answer` for each file, on up to `jobs` threads.
+ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
+                        const JsonAnswer& answer);
 
 // What every object begins with: whether the file is an Exif file, and the reason (null for one
-// that is). Complains about a file that cannot be opened.
-void writeExif(JsonWriter& json, const std::string& path, const FileRefusal& refusal);
+// that is).
+void writeExif(JsonWriter& json, const FileRefusal& refusal);
 
 // An item's object.
 void writeField(JsonWriter& json, const exifkeep::InfoField& field);

@@ -6,8 +6,7 @@ namespace program {
 
 void JsonWriter::key(std::string_view name) {
   beginValue();
-  quoted(name);
-  out_ += ": ";
+  ((out_ += '"') += name) += "\": ";
   afterKey_ = true;
 }
 
@@ -45,17 +44,19 @@ void JsonWriter::beginValue() {
     afterKey_ = false;
     return;
   }
-  if (!empty_) out_ += ',';
+  if (!empty_) out_ += isLine_ ? ", " : ",";
   if (depth_ > 0) newLine();
   empty_ = false;
 }
 
 void JsonWriter::newLine() {
-  (out_ += '\n').append(2 * depth_, ' ');
+  if (!isLine_) (out_ += '\n').append(2 * depth_, ' ');
 }
 
 void JsonWriter::quoted(std::string_view text) {
-  ((out_ += '"') += escapeForJson(text)) += '"';
+  out_ += '"';
+  appendForJson(out_, text);
+  out_ += '"';
 }
 
 }  // namespace program

@@ -1,6 +1,6 @@
-// Appends JSON (RFC 8259), two blanks a level, to a string. The owner may drain the string at any
-// time, so no document is held whole. The output is valid UTF-8 whatever bytes a text holds.
-// REQUIRES: calls nest properly, and inside an object every value follows a key.
+// Appends JSON (RFC 8259) to a string, two blanks a level or all in one line. The owner may drain
+// the string at any time, so no document is held whole. The output is valid UTF-8 whatever bytes a
+// text holds. REQUIRES: calls nest properly, and inside an object every value follows a key.
 #pragma once
 
 #include <string>
@@ -10,12 +10,19 @@ namespace program {
 
 class JsonWriter {
  public:
-  explicit JsonWriter(std::string& out) : out_(out) {}
+  enum class Layout {
+    document,
+    element,  // of an array that someone else writes: as in a document, without commas around it
+    line,
+  };
+  explicit JsonWriter(std::string& out, Layout layout = Layout::document)
+      : out_(out), isLine_(layout == Layout::line), depth_(layout == Layout::element ? 1 : 0) {}
 
   void beginArray() { open('['); }
   void endArray() { close(']'); }
   void beginObject() { open('{'); }
   void endObject() { close('}'); }
+  // REQUIRES: a name that needs no escapes.
   void key(std::string_view name);
   void text(std::string_view value);
   void boolean(bool value);
@@ -32,7 +39,8 @@ class JsonWriter {
   void quoted(std::string_view text);
 
   std::string& out_;
-  int depth_ = 0;
+  const bool isLine_;
+  int depth_;
   bool empty_ = true;  // the open array or object has no element yet
   bool afterKey_ = false;
 };

@@ -1,0 +1,96 @@
+#include "ordered_work.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace program {
+namespace {
+
+// Names are taken several at a time while there are many, since taking locks.
+constexpr size_t maxTaken = 16;
+// A few slow files do not keep the threads waiting, and results do not fill the memory.
+constexpr size_t maxUndone = 1024;
+
+}  // namespace
+
+OrderedWork::OrderedWork(size_t threads, std::function<Delivery(const std::string&)> work,
+                         std::function<bool()> flush)
+    : work_(std::move(work)), flush_(std::move(flush)) {
+  while (threads_.size() < threads) threads_.emplace_back([this] { run(); });
+}
+
+OrderedWork::~OrderedWork() {
+  if (!threads_.empty()) end(nullptr);
+  for (std::thread& thread : threads_) thread.join();
+}
+
+bool OrderedWork::add(const std::string& name) {
+  std::unique_lock lock(mutex_);
+  resultDelivered_.wait(
+      lock, [this] { return ended_ || names_.size() + taken_ - delivered_ < maxUndone; });
+  names_.push_back(name);
+  nameAdded_.notify_one();
+  return !ended_;
+}
+
+bool OrderedWork::finish() {
+  {
+    const std::lock_guard lock(mutex_);
+    complete_ = true;
+  }
+  nameAdded_.notify_all();
+  for (std::thread& thread : threads_) thread.join();
+  threads_.clear();
+  if (error_) std::rethrow_exception(error_);
+  return !ended_;
+}
+
+void OrderedWork::end(std::exception_ptr error) {
+  const std::lock_guard lock(mutex_);
+  ended_ = true;
+  if (!error_) error_ = std::move(error);
+  nameAdded_.notify_all();
+  resultDelivered_.notify_all();
+}
+
+void OrderedWork::run() try {
+  std::vector<std::string> names;
+  std::vector<Delivery> results;
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    nameAdded_.wait(lock, [this] { return ended_ || complete_ || !names_.empty(); });
+    if (ended_ || names_.empty()) return;
+    const size_t count = std::clamp<size_t>(names_.size() / threads_.size(), 1, maxTaken);
+    const auto end = names_.begin() + static_cast<std::ptrdiff_t>(count);
+    names.assign(std::move_iterator(names_.begin()), std::move_iterator(end));
+    names_.erase(names_.begin(), end);
+    const size_t first = std::exchange(taken_, taken_ + count);
+    lock.unlock();
+    results.clear();
+    for (const std::string& name : names) results.push_back(work_(name));
+    lock.lock();
+    for (size_t i = 0; i < count; ++i) results_.emplace(first + i, std::move(results[i]));
+    if (!ended_) deliver();
+  }
+} catch (...) {
+  end(std::current_exception());
+}
+
+bool OrderedWork::isNextReady() const {
+  return !results_.empty() && results_.begin()->first == delivered_;
+}
+
+void OrderedWork::deliver() {
+  if (!isNextReady()) return;
+  for (; isNextReady(); ++delivered_) {
+    results_.begin()->second();
+    results_.erase(results_.begin());
+  }
+  if (!flush_()) {
+    ended_ = true;
+    nameAdded_.notify_all();
+  }
+  resultDelivered_.notify_one();
+}
+
+}  // namespace program
