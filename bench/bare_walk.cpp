@@ -13,7 +13,7 @@ namespace {
 
 constexpr uint32_t entrySize = 12;
 
-// A file seen through a window that begins at a page boundary.
+// A file read through a window that begins at a page boundary.
 class Window {
  public:
   explicit Window(const char* path) : file_(open(path, O_RDONLY | O_CLOEXEC)) {}
@@ -56,7 +56,7 @@ class Walk {
 
  private:
   bool findHeader();
-  // Returns what the entry `wanted` of the directory points to; 0 when it has none.
+  // Returns what the entry `wanted` of the directory points to, or 0 if there is none.
   uint32_t walk(uint32_t offset, uint16_t wanted);
   void copyValue(const uint8_t* entry);
 
@@ -77,7 +77,7 @@ class Walk {
   unsigned copied_ = 0;
 };
 
-// SOI, APP1 or SOI, APP0, APP1; else a TIFF file.
+// SOI, APP1 or SOI, APP0, APP1; otherwise a TIFF file.
 bool Walk::findHeader() {
   uint8_t head[64];
   if (window_.copy(0, head, sizeof head) != sizeof head) return false;
@@ -88,7 +88,7 @@ bool Walk::findHeader() {
   return true;
 }
 
-// As much of the value as a list shows of the longest.
+// As much of a value as a list shows at most.
 void Walk::copyValue(const uint8_t* entry) {
   static constexpr uint8_t unitSizes[] = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8};
   const uint16_t type = toShort(entry + 2);

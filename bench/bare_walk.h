@@ -1,11 +1,11 @@
-// What listing a picture's metadata needs of the file, written straight down: one open, one window
-// of 4 KiB, and the entries of IFD0, the Exif directory and the interoperability directory copied
-// out one by one, each with its value. No tag tables, no records, no text, no list.
+// The minimum that listing a picture's metadata needs from the file: opens it, reads through a
+// window of 4 KiB, and copies the entries of IFD0, the Exif directory and the interoperability
+// directory one by one with their values. No tag tables, records, texts or lists.
 #pragma once
 
 namespace bench {
 
-// How many bytes of entries and values were copied out; 0 when the file is no Exif file.
+// Returns the number of bytes of entries and values copied; 0 if the file is not an Exif file.
 unsigned bareWalk(const char* path);
 
 }  // namespace bench

@@ -1,7 +1,7 @@
-// What bench/instructions runs under callgrind: one kind of call on one picture, some times over.
+// Repeats one kind of call on one picture; bench/instructions runs this under callgrind.
 //
-//   exifkeep_counted_calls info PICTURE TIMES
-//   exifkeep_counted_calls save PICTURE TIMES DESTINATION    with a small image and thumbnail
+//     exifkeep_counted_calls info PICTURE TIMES
+//     exifkeep_counted_calls save PICTURE TIMES DESTINATION    with a small image and thumbnail
 #include <exifkeep/exifkeep.h>
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// Runs the benchmarks in interleaved repetitions and prints, beside Google Benchmark's own report,
-// the ratio of medians that each goal is about. Any option of Google Benchmark may be given.
+// Runs the benchmarks in interleaved repetitions and prints the ratio of medians for each goal in
+// addition to Google Benchmark's report. Accepts the options of Google Benchmark.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -28,8 +28,8 @@ constexpr Goal goals[] = {
     {"OpenExifFile 24 MP / plain decoding", "open/24MP", "decode/24MP", 1.1},
 };
 
-// Keeps the medians beside the usual report. Those of reading are processor time: nothing is waited
-// for, and what else the machine does disturbs it less. Saves wait for the disk.
+// Collects the medians. For reading this is processor time, which is less affected by other load;
+// saves wait for the disk.
 class MedianReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
@@ -64,7 +64,7 @@ int main(int argc, char** argv) {
   char repetitions[] = "--benchmark_repetitions=11";
   char aggregates[] = "--benchmark_report_aggregates_only=true";
   char shortRuns[] = "--benchmark_min_time=0.1";
-  // The caller's options come later and win.
+  // The user's options come later and take precedence.
   arguments.insert(arguments.begin() + 1, {interleaved, repetitions, aggregates, shortRuns});
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());

@@ -1,5 +1,5 @@
-// How cost grows: listing with the number of directory entries, saving and opening with the number
-// of pixels. The report's "BigO" lines are the fits; a plain N means linear.
+// Measures how cost grows: of listing with the number of directory entries, of saving and opening
+// with the number of pixels. The "BigO" lines of the report are the fits; a plain N means linear.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 
 namespace {
 
-// A TIFF file whose Exif directory has this many entries: the version, and else ExposureTimes that
-// each have to be fetched from their own place.
+// A TIFF file whose Exif directory has this many entries: the version, and ExposureTimes with
+// values at different places.
 std::string pictureWithEntries(int64_t entries) {
   using namespace exifkeep::test;
   Picture picture{.image = {exifPointer()}, .exif = {bytes(0x9000, "0220")}};

@@ -1,4 +1,4 @@
-// exiv2 on the same pictures: read, and format every Exif value.
+// exiv2 on the same pictures: reads and formats every Exif value.
 #include <benchmark/benchmark.h>
 
 #include <exiv2/exiv2.hpp>

@@ -1,4 +1,4 @@
-// libexif on the same pictures: load, and format every entry's value.
+// libexif on the same pictures: loads and formats every entry's value.
 #include <benchmark/benchmark.h>
 #include <libexif/exif-data.h>
 

@@ -41,7 +41,7 @@ std::vector<std::string> findCameraPictures() {
   return found;
 }
 
-// Smooth shading with noise on top, the same at every run.
+// Smooth shading with noise, the same in every run.
 void paint(PRaster& picture) {
   unsigned noise = 1;
   for (unsigned y = 0; y < picture.height(); ++y) {
@@ -79,7 +79,7 @@ const PRaster& photograph(unsigned width, unsigned height) {
   return picture;
 }
 
-// A recording is attached: that makes an Exif file of any picture.
+// Attaching a recording makes any picture an Exif file.
 std::string exifPicture(unsigned width, unsigned height, const std::string& extension) {
   std::string path =
       workFile(std::to_string(width) + "x" + std::to_string(height) + "." + extension);

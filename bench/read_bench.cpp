@@ -1,5 +1,6 @@
-// Reading: the ten-function interface on a folder of camera pictures, beside the least that the
-// system needs (opening a file, one read of 4 KiB, closing it) and a bare walk of the directories.
+// Reading: the exported functions on a folder of camera pictures, compared with the minimum work of
+// the system (opening a file, one read of 4 KiB, closing it) and with a bare walk of the
+// directories.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>

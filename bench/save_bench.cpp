@@ -1,6 +1,6 @@
-// Saving and opening, each beside the least that has to be done: for a save that survives a power
-// cut, the encoding with the same settings (or the raw pixels) in a new file that is synced and
-// renamed over the old one, and the folder synced; for opening, one plain decoding.
+// Saving and opening, compared with the minimum work. For a save that survives a power failure this
+// is to encode with the same settings (or take the raw pixels), write and sync a new file, rename
+// it over the old one and sync the folder; for opening, it is a plain decoding.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <jpeglib.h>
@@ -21,8 +21,8 @@ constexpr Size twentyFourMegapixels{6000, 4000};
 constexpr Size twelveMegapixels{4000, 3000};
 constexpr Size twoMegapixels{1632, 1224};
 
-// Gives an existing picture new bytes, which `write` puts into an open file, so that a power cut
-// leaves the old picture or the new one. False when a call failed.
+// Replaces an existing picture by a file that `write` fills, so that after a power failure there is
+// either the old picture or the new one. False if a call failed.
 template <class Write>
 bool replaceDurably(const std::string& destination, Write write) {
   const std::string newPath = destination + ".new";

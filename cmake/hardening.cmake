@@ -1,7 +1,7 @@
-# Hardening of optimised builds, as far as compiler and linker have it: overflows of the stack and of
-# buffers whose size is known end the process, indirect jumps land on marked places only, and the
-# tables of the dynamic linker are read-only once the program runs. Debug builds, which the
-# sanitizers watch, go without.
+# Hardens optimised builds as far as compiler and linker support it: overflows of the stack and of
+# buffers of known size terminate the process, indirect jumps may only go to marked places, and the
+# tables of the dynamic linker are read-only. Debug builds are not hardened, because sanitizers
+# check them.
 include(CheckCXXCompilerFlag)
 include(CheckLinkerFlag)
 include(CheckPIESupported)
@@ -15,7 +15,7 @@ foreach(flag IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-pro
     add_compile_options($<${optimised}:${flag}>)
   endif()
 endforeach()
-# Compilers of some systems set it themselves, to another level.
+# Some systems' compilers set it to another level by default.
 add_compile_options($<${optimised}:-U_FORTIFY_SOURCE> $<${optimised}:-D_FORTIFY_SOURCE=3>)
 
 foreach(flag IN ITEMS -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)

@@ -1,5 +1,5 @@
-# exifkeep_find_headers(PACKAGE TARGET FOLDER): finds a library that is headers only. A cross build
-# uses this machine's, but a copy of their folder: beside them lie headers of the wrong system.
+# exifkeep_find_headers(PACKAGE TARGET FOLDER): finds a header-only library. A cross build uses a
+# copy of this machine's headers, because the folder also has headers of the wrong system.
 function(exifkeep_find_headers package target folder)
   if(NOT CMAKE_CROSSCOMPILING)
     find_package(${package} REQUIRED CONFIG)

@@ -1,10 +1,11 @@
-# Builds for Windows with Debian's MinGW-w64, the variant with POSIX threads: the other has no
-# std::mutex. Everything but Windows' own libraries is linked statically. EXIFKEEP_PROCESSOR is
-# x86_64 or i686; the codec libraries are those that scripts/windows_codecs.sh has built.
+# Builds for Windows with Debian's MinGW-w64, in the variant with POSIX threads, because the other
+# has no std::mutex. Everything except Windows' own libraries is linked statically.
+# EXIFKEEP_PROCESSOR is x86_64 or i686; the codec libraries are those built by
+# scripts/windows_codecs.sh.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_VERSION 10.0)
 set(EXIFKEEP_PROCESSOR x86_64 CACHE STRING "The processor to build for: x86_64 or i686")
-# libjpeg-turbo goes by Windows' own name of the processor.
+# libjpeg-turbo expects Windows' name of the processor.
 if(EXIFKEEP_PROCESSOR STREQUAL x86_64)
   set(CMAKE_SYSTEM_PROCESSOR AMD64)
 else()
@@ -27,7 +28,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# What was built runs here under Wine, in a prefix of its own below the build folder.
+# Programs are run under Wine, with a prefix in the build folder.
 find_program(EXIFKEEP_WINE wine64 PATHS /usr/lib/wine)
 if(EXIFKEEP_WINE AND EXIFKEEP_PROCESSOR STREQUAL x86_64)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${EXIFKEEP_WINE})

@@ -1,6 +1,6 @@
-# What Windows reads from a program's or library's file. Elsewhere these functions do nothing.
+# Windows resources of programs and libraries. On other systems these functions do nothing.
 
-# exifkeep_utf8_manifest(TARGET): the program's names and texts are UTF-8, and its paths may be long.
+# exifkeep_utf8_manifest(TARGET): the program uses UTF-8 and long paths.
 function(exifkeep_utf8_manifest target)
   if(NOT WIN32)
     return()
@@ -13,8 +13,8 @@ function(exifkeep_utf8_manifest target)
   endif()
 endfunction()
 
-# exifkeep_version_resource(TARGET FILE DESCRIPTION): the version and description that the system
-# shows among the properties of the target's FILE.
+# exifkeep_version_resource(TARGET FILE DESCRIPTION): the version and description in the properties
+# of the target's FILE.
 function(exifkeep_version_resource target EXIFKEEP_FILE_NAME EXIFKEEP_FILE_DESCRIPTION)
   if(NOT WIN32)
     return()

@@ -2,8 +2,8 @@
 //
 //   attach_recording PICTURE RECORDING.wav
 //
-// The recording is copied beside the picture, and the picture is rewritten to name it. Shows how a
-// host answers the library's questions and gives it paths that it may write to.
+// The recording is copied beside the picture, and its name is stored in the picture. Shows how a
+// host handles the library's questions and provides paths that the library may modify.
 #include <exifkeep/exifkeep.h>
 #include <shell_copy_handler.h>
 
@@ -16,8 +16,8 @@
 
 namespace {
 
-// Without this answer a file that is in the recording's place is never overwritten. The window is
-// the one that was given to AddAudioFile, for programs that have windows.
+// Without this function an existing file is never overwritten. The window is the one passed to
+// AddAudioFile.
 bool mayOverwrite(void*, HWND, const char*, const char* target) {
   std::printf("%s exists. Overwrite it? [y/N] ", target);
   std::fflush(stdout);
@@ -33,14 +33,13 @@ bool showProgress(void*, HWND, uint64_t done, uint64_t total) {
   return true;
 }
 
-// What the library would say in a message box, such as that a picture of this name cannot be
-// written.
+// Replaces the library's message box, for example if a picture of this name cannot be written.
 int showMessage(void*, const char* text, UINT) {
   std::fprintf(stderr, "attach_recording: %s\n", text);
   return IDOK;
 }
 
-// Handlers hold for all threads of the process. A host installs them once, when it starts.
+// Handlers apply to all threads of the process. A host installs them once when it starts.
 void installHandlers() {
   ShellCopyHandler handler;
   handler.mayOverwrite = mayOverwrite;
@@ -49,19 +48,19 @@ void installHandlers() {
   AfxSetMessageBoxHandler(showMessage, nullptr);
 }
 
-// The library writes into both paths: the name that the recording got, at most 12 bytes, takes the
-// place of its path, and a picture that becomes a JPEG file gets the extension jpg.
+// The library writes into both paths: the path of the recording is replaced by its new name of at
+// most 12 bytes, and a picture that becomes a JPEG file gets the extension jpg.
 std::vector<char> writablePath(const char* path) {
-  constexpr size_t longestName = 12, longestExtension = 3;
+  constexpr size_t maxNameSize = 12, maxExtensionSize = 3;
   const size_t length = std::strlen(path);
-  std::vector<char> buffer(std::max(length + longestExtension, longestName) + 1);
+  std::vector<char> buffer(std::max(length + maxExtensionSize, maxNameSize) + 1);
   std::copy_n(path, length, buffer.begin());
   return buffer;
 }
 
 bool attach(const char* picture, const char* recording) {
-  // The picture is rewritten from these. For a JPEG picture that means encoding it anew, which
-  // costs a little quality every time.
+  // The picture is rewritten with these pixels. A JPEG picture is encoded again, which loses a
+  // little quality every time.
   PRaster image, thumbnail;
   if (!OpenExifFile(picture, &image, &thumbnail) || image.IsEmpty()) {
     std::fprintf(stderr, "%s: not an Exif picture that can be decoded\n", picture);
@@ -69,13 +68,14 @@ bool attach(const char* picture, const char* recording) {
   }
   std::vector<char> picturePath = writablePath(picture);
   std::vector<char> soundPath = writablePath(recording);
-  // The software's name goes into the picture. No window: the last argument is null.
+  // The name of the software is stored in the picture. The last argument is null as there is no
+  // window.
   switch (AddAudioFile(picturePath.data(), "attach_recording", soundPath.data(), &image, &thumbnail,
                        nullptr)) {
     case 1: std::printf("%s: %s\n", picturePath.data(), soundPath.data()); return true;
     case 2: std::fprintf(stderr, "%s: cancelled, nothing was changed\n", picture); return false;
     default:
-      // The picture is as it was. The recording may have been copied already.
+      // The picture is unchanged. The recording may have been copied already.
       std::fprintf(stderr, "%s: the recording could not be attached\n", picture);
       return false;
   }

@@ -2,7 +2,7 @@
 //
 //   list_folder FOLDER
 //
-// Shows how a host asks what a file is, reads its properties, and gives the list back.
+// Shows how a host recognises Exif files, reads their properties and frees the list.
 #include <exifkeep/exifkeep.h>
 
 #include <algorithm>
@@ -16,8 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The list belongs to the host, the items in it to the library: only FreeInfoList can destroy them.
-// A wrapper like this one makes sure that it is called whichever way a function is left.
+// The host owns the list, but the library owns the items: only FreeInfoList can destroy them. A
+// wrapper like this one ensures that it is always called.
 class Properties {
  public:
   Properties() = default;
@@ -25,12 +25,12 @@ class Properties {
   Properties(const Properties&) = delete;
   Properties& operator=(const Properties&) = delete;
 
-  // False when the file is not an Exif picture, or cannot be opened.
+  // False if the file is not an Exif picture or cannot be opened.
   bool read(const std::string& picture) { return GetExifInfo(picture.c_str(), &list_) == 1; }
 
-  // Labels and values are in the user's language: see SetThreadUILanguage.
+  // Labels and values are in the user's language; see SetThreadUILanguage.
   void print() const {
-    // A CString becomes a std::string_view or a const char* where one is asked for.
+    // A CString converts to std::string_view and const char*.
     for (const exifkeep::InfoItem& item : exifkeep::items(list_))
       std::cout << "  " << item.label << ": " << item.value << '\n';
   }
@@ -39,16 +39,15 @@ class Properties {
   exifkeep::InfoList list_;
 };
 
-// The recording has no directory of its own: it lies in the picture's folder, if it is there at
-// all, for the picture holds nothing but the name.
+// The picture has only the name of the recording, which should be in the same folder.
 void printRecording(const fs::path& picture) {
-  char name[15];  // an 8.3 name with its NUL; the library relies on all 15 bytes
+  char name[15];  // an 8.3 name and its NUL; the library requires all 15 bytes
   if (GetSoundFile(picture.string().c_str(), name) == 0) return;
   const bool isThere = fs::exists(picture.parent_path() / name);
   std::cout << "  Recording: " << name << (isThere ? "\n" : " (missing)\n");
 }
 
-// False when the file is not an Exif picture.
+// False if the file is not an Exif picture.
 bool printPicture(const fs::path& picture) {
   Properties properties;
   if (!properties.read(picture.string())) return false;
@@ -59,10 +58,10 @@ bool printPicture(const fs::path& picture) {
   return true;
 }
 
-// By name, so that the answer does not depend on the order in which the system keeps them.
+// Sorted by name, because the system's order is arbitrary.
 std::vector<fs::path> filesIn(const fs::path& folder) {
   std::vector<fs::path> files;
-  // The library opens regular files only; asking here just saves the calls.
+  // The library opens only regular files; this just saves calls.
   for (const fs::directory_entry& entry : fs::directory_iterator(folder))
     if (entry.is_regular_file()) files.push_back(entry.path());
   std::sort(files.begin(), files.end());
@@ -83,7 +82,7 @@ int main(int count, char** arguments) {
     std::cout << pictures << " Exif pictures\n";
     return 0;
   } catch (const std::exception& error) {
-    // Thrown by the standard library. The ten functions throw nothing.
+    // Thrown by the standard library. The exported functions never throw.
     std::cerr << "list_folder: " << error.what() << '\n';
     return 1;
   }

@@ -1,9 +1,9 @@
-// rotate_and_save: turns an Exif picture clockwise by 90 degrees and saves it with its metadata.
+// rotate_and_save: rotates an Exif picture clockwise by 90 degrees and saves it with its metadata.
 //
 //   rotate_and_save SOURCE DESTINATION
 //
-// Shows how a host opens a picture, works on its pixels, and saves the result with the metadata of
-// the picture it came from.
+// Shows how a host opens a picture, processes its pixels, and saves the result with the original
+// metadata.
 #include <exifkeep/exifkeep.h>
 
 #include <algorithm>
@@ -12,28 +12,26 @@
 
 namespace {
 
-// What was done to the picture: with this code a save adjusts the metadata to it. Orientation
-// becomes 1, the pixel dimensions those of the saved image, and the subject's coordinates change
-// places.
+// The kind of processing, to which a save adjusts the metadata: Orientation becomes 1, the pixel
+// dimensions are those of the saved image, and the subject's coordinates are swapped.
 constexpr int turned = 2;
 
-// Levels are colours only together with their palette. Pictures of 24 bits have none.
+// Levels are colours only through their palette. Pictures of 24 bits have none.
 void copyPalette(const PRaster& from, PRaster& to) {
   if (!from.palette()) return;
   std::copy_n(from.palette(), size_t{1} << from.bitsPerPixel(), to.palette());
 }
 
-// Makes `to` an image that shows `from` turned clockwise. False when there is no memory for it.
+// Makes `to` a copy of `from` rotated clockwise. False if memory runs out.
 bool turnClockwise(const PRaster& from, PRaster& to) {
   const unsigned width = from.GetImageHeight();
   const unsigned height = from.GetImageWidth();
-  // The resolution turns with the picture: across becomes down. The other arguments of CreateImage
-  // are not used or need no value here.
+  // The resolution is rotated with the picture: across becomes down. The other arguments of
+  // CreateImage are not used or not needed here.
   if (!to.CreateImage(from.GetImageType(), width, height, 0, 0, from.GetDpmY(), from.GetDpmX()))
     return false;
   copyPalette(from, to);
-  // Row 0 is at the top. GetPixel and SetPixel do for every depth; a program in a hurry works on
-  // PRaster::row instead.
+  // Row 0 is at the top. GetPixel and SetPixel work for every depth; PRaster::row is faster.
   for (unsigned y = 0; y < height; ++y)
     for (unsigned x = 0; x < width; ++x)
       to.SetPixel(static_cast<int>(x), static_cast<int>(y),
@@ -41,14 +39,15 @@ bool turnClockwise(const PRaster& from, PRaster& to) {
   return true;
 }
 
-// Pixels come as they are stored: the Orientation of the metadata is not applied to them. A viewer
-// that shows pictures upright would do so before it turns them.
+// Pixels are returned as stored: the Orientation of the metadata is not applied. A viewer that
+// shows pictures upright would apply it first.
 bool open(const char* path, PRaster& image, PRaster& thumbnail) {
   if (!OpenExifFile(path, &image, &thumbnail)) {
     std::fprintf(stderr, "%s: not an Exif picture, or it cannot be opened\n", path);
     return false;
   }
-  // The result tells about the metadata only. Whether the pixels could be decoded shows here.
+  // The result of OpenExifFile is only about the metadata; this checks whether the pixels could be
+  // decoded.
   if (image.IsEmpty()) {
     std::fprintf(stderr, "%s: the picture cannot be decoded\n", path);
     return false;
@@ -63,13 +62,12 @@ bool turnAndSave(const char* source, const char* destination) {
     std::fprintf(stderr, "%s: not enough memory\n", source);
     return false;
   }
-  // A picture without a thumbnail leaves `thumbnail` empty. An empty one, like a null pointer, asks
-  // the library to make the new one from the image.
+  // If the picture has no thumbnail, `thumbnail` is empty. For an empty one or a null pointer, the
+  // library makes the thumbnail from the image.
   if (!thumbnail.IsEmpty()) turnClockwise(thumbnail, turnedThumbnail);
 
-  // Destination and source may be the same file: it is replaced whole when all is written, and a
-  // save that fails leaves it as it was. Metadata goes from JPEG to JPEG and from TIFF to TIFF; to
-  // any other format the image is saved without.
+  // Destination and source may be the same file: saves are atomic. Metadata is saved from JPEG to
+  // JPEG and from TIFF to TIFF, but not to any other format.
   if (!SaveProcessFile(source, destination, turned, &turnedImage, &turnedThumbnail)) {
     std::fprintf(stderr, "%s: cannot be written\n", destination);
     return false;

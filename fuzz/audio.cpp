@@ -1,5 +1,5 @@
-// Attaching a recording to the input. The texts that are handed over, the software's and the
-// recording's name among them, come from the input and lie in heap buffers of their exact size.
+// Attaches a recording to the input. All texts that are passed, such as the names of software and
+// recording, come from the input and are in heap buffers of their exact size.
 #include <exifkeep/exifkeep.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ using namespace exifkeep::fuzz;
 namespace {
 
 constexpr unsigned width = 24, height = 16;
-constexpr size_t longestName = 60;
+constexpr size_t maxNameSize = 60;
 
 class ExactBuffer {
  public:
@@ -29,7 +29,7 @@ class ExactBuffer {
   std::unique_ptr<char[]> bytes_;
 };
 
-// The input's end as a text of at most that many bytes.
+// The end of the input as a text of at most that many bytes.
 std::string tailOf(const PictureInput& input, size_t longest) {
   const std::string& bytes = input.bytes();
   const std::string tail = bytes.substr(bytes.size() - std::min(bytes.size(), longest));
@@ -37,7 +37,7 @@ std::string tailOf(const PictureInput& input, size_t longest) {
 }
 
 std::string fileNameOf(const PictureInput& input) {
-  std::string name = tailOf(input, longestName);
+  std::string name = tailOf(input, maxNameSize);
   std::replace(name.begin(), name.end(), '/', '_');
   return name + ".wav";
 }

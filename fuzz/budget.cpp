@@ -1,5 +1,5 @@
-// Heap memory is counted by hooks that the address sanitizer has; elsewhere only time is measured.
-// When the process ends it says which share of the budget the worst input took.
+// Heap memory is counted by hooks of the address sanitizer; without it only time is measured. At
+// the end the process prints the shares of the budget that the worst inputs took.
 #include "budget.h"
 
 #include <algorithm>
@@ -46,7 +46,7 @@ double cpuSeconds() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-// Of all inputs, the largest shares of what each was allowed, and the largest amounts.
+// The largest shares of the budget and the largest amounts of all inputs.
 struct Worst {
   double cpuShare = 0, memoryShare = 0, cpu = 0, memory = 0;
   ~Worst() {

@@ -1,5 +1,5 @@
-// What one input may cost: processor time, and heap memory held at once. Where a target finds one
-// that costs more, the process ends. The numbers are those of SECURITY.md.
+// Limits the processor time and the heap memory of an input, with the figures of SECURITY.md. The
+// process ends if an input exceeds them.
 #pragma once
 
 #include <cstddef>
@@ -9,9 +9,9 @@ namespace exifkeep::fuzz {
 
 class Budget {
  public:
-  // Measuring begins.
+  // Starts measuring.
   explicit Budget(size_t fileSize);
-  // Measuring ends here; `pixels` are those decoded, or given up.
+  // Stops measuring. `pixels` is the number decoded or attempted.
   void check(uint64_t pixels = 0) const;
 
  private:

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr size_t largestFile = 64 << 10;
+constexpr size_t maxFileSize = 64 << 10;
 
 int answerSilently(void*, const char*, UINT) {
   return IDOK;
@@ -68,7 +68,7 @@ PictureInput::PictureInput(const uint8_t* data, size_t size) {
   if (size > 0) {
     choice_ = data[0] >> 1;
     isTiff_ = data[0] & 1;
-    bytes_.assign(reinterpret_cast<const char*>(data) + 1, std::min(size - 1, largestFile));
+    bytes_.assign(reinterpret_cast<const char*>(data) + 1, std::min(size - 1, maxFileSize));
   }
   path_ = scratchPath(isTiff_ ? "x.tif" : "x.jpg");
   writeFile(path_, bytes_);

@@ -1,6 +1,6 @@
-// What the fuzz targets share: the picture file that an input stands for, the folder it lies in, a
-// small picture to save, and the check that ends a run. An input's first byte is a choice, its
-// lowest bit the kind of file; the other bytes are the file.
+// Shared by the fuzz targets: the picture file made from an input, its folder, a small picture to
+// save, and the check that ends a run. The first byte of an input has choices, with the kind of
+// file in the lowest bit; the other bytes are the file.
 #pragma once
 
 #include <praster.h>
@@ -11,14 +11,14 @@
 
 namespace exifkeep::fuzz {
 
-// A path in this process's own folder, which is in memory where the system allows it and is also
-// the library's folder for temporary files. It is removed when the process ends.
+// A path in this process's own folder, which is in memory if possible and also the library's folder
+// for temporary files. It is deleted when the process ends.
 std::string scratchPath(const std::string& name);
 
 void writeFile(const std::string& path, const std::string& bytes);
 std::string readFile(const std::string& path);
 
-// The input, written to x.jpg or x.tif. At most 64 KiB of it: larger files only take longer.
+// Writes the input, but at most 64 KiB, to x.jpg or x.tif. Larger files would only take longer.
 class PictureInput {
  public:
   PictureInput(const uint8_t* data, size_t size);
@@ -38,11 +38,11 @@ class PictureInput {
 // 24 bits, with a gradient.
 PRaster makePicture(unsigned width, unsigned height);
 
-// Ends the process with a message, which is how a target reports a fault that no sanitizer sees.
+// Ends the process with a message, to report a fault that no sanitizer detects.
 void require(bool condition, const char* what);
 
-// Requires that the file is a picture of this size. An Exif TIFF file need not open: a source that
-// names its samples but not their bits, say, is saved without them, which is intended.
+// Requires that the file is a picture of this size. An Exif TIFF file may be undecodable. Intended:
+// for example, if the source has a number of samples but not their bits, so has the saved file.
 void requireSaved(const std::string& path, unsigned width, unsigned height);
 
 }  // namespace exifkeep::fuzz

@@ -1,5 +1,5 @@
-// Writes the seeds of the corpus that are no fault's into a folder: Exif structures from a
-// description, in JPEG and TIFF files and both byte orders, and pictures that the library saves.
+// Writes the seeds that do not come from faults into a folder: Exif structures built from a
+// description, in JPEG and TIFF files and both byte orders, and pictures saved by the library.
 #include <exifkeep/exifkeep.h>
 
 #include <cstdio>
@@ -90,7 +90,7 @@ Picture withPixels(unsigned bits, unsigned samples, unsigned photometric) {
   return picture;
 }
 
-// A picture as the library saves it, and what follows its first marker.
+// A picture as saved by the library, and the bytes after its first marker.
 std::string saved(const char* name) {
   PRaster picture = makePicture(8, 8);
   const std::string path = scratchPath(name);
@@ -121,7 +121,7 @@ void writeStructures() {
     write(name, true, 0, tiffBytes(withPixels(bits, samples, photometric), Order::ii) + pixels);
 }
 
-// AddAudio makes the metadata, a second call carries it along.
+// The first call of AddAudio creates the metadata, the second one copies it.
 void writeSaved(const char* name, bool isTiff, unsigned choice, int calls) {
   std::string path = scratchPath(isTiff ? "made.tif" : "made.jpg");
   writeFile(path, saved(isTiff ? "plain.tif" : "plain.jpg"));
@@ -130,7 +130,7 @@ void writeSaved(const char* name, bool isTiff, unsigned choice, int calls) {
   write(name, isTiff, choice, readFile(path));
 }
 
-// Pictures without Exif data, of every kind that the codec reads.
+// Pictures without Exif data of every kind that the codec reads.
 void writeKinds() {
   const std::string path = scratchPath("kind");
   const auto add = [&](const char* format, int i, bool isTiff) {

@@ -1,5 +1,5 @@
-// Opening a picture: its image, its thumbnail, and both. A file without Exif data is decoded by the
-// codec alone.
+// Opens a picture: its image, its thumbnail, or both. A file without Exif data is decoded only by
+// the codec.
 #include <exifkeep/exifkeep.h>
 
 #include <pxcodec32.h>
@@ -12,7 +12,7 @@ using namespace exifkeep::fuzz;
 
 namespace {
 
-// Whatever was decoded can be used: every pixel is looked at.
+// Reads every pixel to check that the decoded image is usable.
 void use(const PRaster& image) {
   if (image.IsEmpty()) return;
   PRaster small;
@@ -20,15 +20,16 @@ void use(const PRaster& image) {
   require(small.RescaleImage(image) == 1, "an image that cannot be scaled");
 }
 
-// The pixels that the file claims, whether they could be decoded or not. A thumbnail that could not
-// may have claimed as many as one may have.
+// The number of pixels that the file claims, decodable or not. An undecodable thumbnail counts as
+// one of maximum size.
 uint64_t pixelsOf(const char* path, bool isExif, const PRaster& thumbnail) {
   BITMAPINFOHEADER header = {};
   AllReadHeader(path, &header);
-  constexpr uint64_t mostOfThumbnail = uint64_t{1} << 22;
+  constexpr uint64_t maxThumbnailPixels = uint64_t{1} << 22;
   const uint64_t pixels = uint64_t(header.biWidth) * uint64_t(header.biHeight);
   if (!isExif) return pixels;
-  return pixels + (thumbnail.IsEmpty() ? mostOfThumbnail : thumbnail.width() * thumbnail.height());
+  return pixels +
+         (thumbnail.IsEmpty() ? maxThumbnailPixels : thumbnail.width() * thumbnail.height());
 }
 
 }  // namespace
@@ -43,10 +44,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (const auto decoded = exifkeep::ImageCodecBridge().loadImageFile(path))
       image.Attach(decoded->Detach());
   } else if (input.choice() % 2 == 0) {
-    require(OpenExifFile(path, &image, &thumbnail) == isExif, "opened, and no Exif file");
+    require(OpenExifFile(path, &image, &thumbnail) == isExif,
+            "opened a file that is not an Exif file");
   } else {
-    require(OpenExifFile(path, nullptr, &thumbnail) == isExif, "thumbnail of no Exif file");
-    require(OpenExifFile(path, &image, nullptr) == isExif, "image of no Exif file");
+    require(OpenExifFile(path, nullptr, &thumbnail) == isExif,
+            "a thumbnail of a file that is not an Exif file");
+    require(OpenExifFile(path, &image, nullptr) == isExif,
+            "an image of a file that is not an Exif file");
   }
   require(image.lostRows() == 0 || image.lostRows() <= image.height(), "more rows lost than all");
   use(image);

@@ -1,4 +1,4 @@
-// Everything that reads metadata, in the language that the input chooses.
+// Calls all functions that read metadata, in the language chosen by the input.
 #include <exifkeep/exifkeep.h>
 #include <language.h>
 #include <stdlib.h>
@@ -35,9 +35,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int isExif = IsExifFile(path);
 
   CPtrList list;
-  require(GetExifInfo(path, &list) == isExif, "a list and no Exif file, or none of one");
+  require(GetExifInfo(path, &list) == isExif, "listed, but not an Exif file, or the reverse");
   requireTexts(list);
-  require(isExif || list.IsEmpty(), "items of no Exif file");
+  require(isExif || list.IsEmpty(), "items of a file that is not an Exif file");
   require(FreeInfoList(&list) == 1 && list.IsEmpty(), "items left over");
 
   require(std::isfinite(GetExifVersion(path)), "a version that is no number");

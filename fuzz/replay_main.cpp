@@ -22,7 +22,7 @@ void replay(const fs::path& path) {
     return;
   }
   std::printf("%s\n", path.c_str());
-  std::fflush(stdout);  // the last line names the file that ended the program
+  std::fflush(stdout);  // the last line is then the file that ended the program
   std::ifstream file(path, std::ios::binary);
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
   LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());

@@ -11,7 +11,7 @@ namespace exifkeep::fuzz {
 namespace {
 
 constexpr unsigned width = 24, height = 16;
-constexpr int processCodes = 8;  // 2 to 6 mean something, those around them nothing
+constexpr int processCodes = 8;  // codes 2 to 6 have a meaning
 
 struct Choice {
   explicit Choice(unsigned bits)
@@ -22,7 +22,7 @@ struct Choice {
   bool overSource, hasThumbnail;
 };
 
-// What was saved is read like any other file.
+// The saved file must be readable.
 void requireReadable(const std::string& path) {
   const int isExif = IsExifFile(path.c_str());
   CPtrList list;

@@ -1,5 +1,5 @@
-// Saving a small picture with the input as source of its metadata: to a new file, or over the
-// source when the choice says so.
+// Saves a small picture with the input as the source of its metadata, to a new file or over the
+// source, as chosen.
 #pragma once
 
 #include "input.h"

@@ -1,5 +1,5 @@
-// What hosts are compiled against, for abidw to describe in exifkeep.abi: the types that cross the
-// boundary, and those of the ten functions, whose names do not tell them. The other functions are
+// Everything hosts are compiled with, for abidw to describe in exifkeep.abi: the public types and
+// the signatures of the ten functions, whose symbols do not include them. All other functions are
 // listed in libexifkeep0.symbols.
 #include <code_page.h>
 #include <exifkeep/field_list.h>

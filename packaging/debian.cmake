@@ -1,10 +1,10 @@
-# The three Debian packages that `cpack` makes: the shared libraries, what a host is built with, and
-# the program. The preset `package` gives them their usual layout.
+# The three Debian packages made by `cpack`: the shared libraries, the development files, and the
+# program. The preset `package` selects Debian's layout.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME exifkeep)
 set(CPACK_PACKAGE_VENDOR "The exifkeep authors")
 set(CPACK_PACKAGE_CONTACT "The exifkeep authors <exifkeep@example.org>")
-# What is stripped goes into packages of its own.
+# Debug symbols are stripped into separate packages.
 set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -25,7 +25,7 @@ set(CPACK_COMPONENTS_ALL runtime development program)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
 
-# Without this the project's description would become the first line of each of the following.
+# Otherwise the project's description would be the first line of each of the following.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(what_it_does "\
 lists the metadata as labels and values in thirteen languages, saves edited
@@ -48,7 +48,7 @@ for building applications that read and write Exif metadata.")
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME exifkeep)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION graphics)
-set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "list and keep the Exif metadata of pictures
+set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "list and preserve the Exif metadata of pictures
 exifkeep works on JPEG and TIFF pictures from the command line. It
 ${what_it_does}")
 

@@ -1,6 +1,7 @@
-# Run by cpack over the packages that it has made: packs each again as Debian has them. Scripts that
-# call ldconfig go, for the trigger is enough; symbols, Multi-Arch and the debug packages' documents
-# and sums come; and every date is the changelog's, so that the same sources give the same bytes.
+# Run by cpack on the packages it has made: packs each again in Debian's way. Removes scripts that
+# call ldconfig, as the trigger is sufficient; adds symbols, Multi-Arch, and the documents and
+# checksums of the debug packages; and sets all dates to that of the changelog, for reproducible
+# builds.
 find_program(DPKG_DEB dpkg-deb REQUIRED)
 find_program(DPKG_GENSYMBOLS dpkg-gensymbols REQUIRED)
 
@@ -9,7 +10,7 @@ execute_process(COMMAND dpkg-parsechangelog -l ${CMAKE_CURRENT_LIST_DIR}/debian_
 set(ENV{SOURCE_DATE_EPOCH} ${epoch})
 set(root ${CPACK_TEMPORARY_DIRECTORY}/package)
 
-# Fails when the exported symbols are not those of libexifkeep0.symbols.
+# Fails unless the exported symbols are those in libexifkeep0.symbols.
 function(write_symbols)
   file(MAKE_DIRECTORY ${root}/debian)
   file(WRITE ${root}/debian/control "Source: exifkeep\n\nPackage: libexifkeep0\nArchitecture: any\n")

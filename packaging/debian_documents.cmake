@@ -1,5 +1,5 @@
-# Run by cpack over the files of each package before it packs them: the documents that every Debian
-# package has, and manual pages compressed as Debian has them.
+# Run by cpack on the files of each package before packing: adds the documents that every Debian
+# package has, and compresses the manual pages.
 find_program(GZIP gzip REQUIRED)
 
 function(write_compressed source target)

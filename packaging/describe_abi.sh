@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Describes the ABI of VERSION: describe_abi.sh VERSION LIBRARY FILE, where LIBRARY is made of
-# abi.cpp. Within a version the ABI stays: when FILE, such as exifkeep.abi, describes this version
-# already, the version has to be raised first or, before its release, the file deleted.
+# describe_abi.sh VERSION LIBRARY FILE: writes a description of the ABI of VERSION to FILE, such as
+# exifkeep.abi. LIBRARY is built from abi.cpp. The ABI must not change within a version: if FILE already
+# describes this version, raise the version first or, before its release, delete the file.
 set -euo pipefail
 if grep -qsF ".so.$1'" "$3"; then
-  echo "The ABI of $1 is described already: raise the version in exifkeep_version.h first" >&2
+  echo "The ABI of $1 has already been described: raise the version in exifkeep_version.h first" >&2
   exit 1
 fi
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")

@@ -1,12 +1,12 @@
-# The zip that `cpack` makes: program and DLLs in bin, import libraries and CMake's package in lib,
-# headers, and the licences of what was linked.
+# The zip made by `cpack`: program and DLLs in bin, import libraries and the CMake package in lib,
+# headers, and the licences of all linked libraries.
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_NAME exifkeep)
 set(CPACK_PACKAGE_VENDOR "The exifkeep authors")
 set(CPACK_PACKAGE_FILE_NAME exifkeep-${PROJECT_VERSION}-windows-${EXIFKEEP_PROCESSOR})
 set(CPACK_STRIP_FILES ON)
 
-# The codecs' are where scripts/windows_codecs.sh has put them.
+# Those of the codecs are stored by scripts/windows_codecs.sh.
 if(CMAKE_CROSSCOMPILING)
   list(GET CMAKE_FIND_ROOT_PATH 0 codecs)
   set(licences ${CMAKE_INSTALL_DOCDIR}/licences)

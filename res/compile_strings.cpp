@@ -1,7 +1,7 @@
-// Build step: turns the language files of this folder into the library's string table: a C++ file,
-// or Windows string resources when the output's name ends in .rc. A file with a missing id, an id
-// that no table has, a text with blanks around it, invalid UTF-8 or a comment that is not the
-// English text stops the build with a line that says where.
+// Build step that compiles the language files of this folder into the library's string table: a C++
+// file, or Windows string resources if the name of the output ends in .rc. The build stops with a
+// message if an id is missing or unknown, a text is surrounded by spaces or is invalid UTF-8, or a
+// comment is not the English text.
 //
 //   compile_strings OUTPUT FILE...     each FILE is named LANGUAGEID-tag.txt
 
@@ -20,7 +20,7 @@ namespace {
 
 constexpr int firstId = 1;
 constexpr int lastId = 158;
-constexpr int emptyId = 19;  // holds no text in any language
+constexpr int emptyId = 19;  // has no text in any language
 constexpr int english = 1033;
 
 struct Language {
@@ -35,8 +35,8 @@ struct Language {
   std::exit(1);
 }
 
-// Length of the well-formed UTF-8 sequence at the start of `text` (Unicode 15, table 3-7), 0 for an
-// ill-formed one.
+// The length of the well-formed UTF-8 sequence at the start of `text` (Unicode 15, table 3-7); 0
+// for an ill-formed one.
 size_t sequenceLength(std::string_view text) {
   const auto byte = [&](size_t i) {
     return i < text.size() ? static_cast<uint8_t>(text[i]) : uint8_t{0};
@@ -60,13 +60,13 @@ size_t sequenceLength(std::string_view text) {
 
 bool isText(std::string_view text) {
   if (text.empty() || text.front() == ' ' || text.back() == ' ') return false;
-  // Wide and hard blanks, leftovers of conversions, and what printf would take for its own.
+  // Wide and no-break spaces, traces of failed conversions, and "%", which printf would interpret.
   for (const char* unwanted : {"\u3000", "\u00A0", "\uFEFF", "\uFFFD", "%"})
     if (text.find(unwanted) != text.npos) return false;
   while (!text.empty()) {
     const size_t length = sequenceLength(text);
     const auto lead = static_cast<uint8_t>(text.front());
-    // Four bytes would be two units of UTF-16, which no text needs.
+    // No text needs characters of four bytes, which would be two units in UTF-16.
     if (length == 0 || length > 3 || lead < 0x20 || lead == 0x7F) return false;
     text.remove_prefix(length);
   }
@@ -152,8 +152,8 @@ void writeTable(std::ostream& output, const std::vector<Language>& languages) {
             "}  // namespace exifkeep\n";
 }
 
-// Resource scripts write a quote twice, and take characters outside ASCII by their UTF-16 numbers
-// in four digits. REQUIRES: well-formed UTF-8 up to U+FFFF.
+// In resource scripts quotes are doubled, and characters outside ASCII are UTF-16 numbers of four
+// digits. REQUIRES: well-formed UTF-8 up to U+FFFF.
 void writeWideLiteral(std::ostream& output, std::string_view text) {
   output << "L\"";
   while (!text.empty()) {
@@ -170,7 +170,7 @@ void writeWideLiteral(std::ostream& output, std::string_view text) {
   output << '"';
 }
 
-// A Windows language id has the language in its low ten bits and the variety above.
+// A Windows language id has the language in its low ten bits and the region in the others.
 void writeResources(std::ostream& output, const std::vector<Language>& languages) {
   output << "// Made by compile_strings from res/.\n";
   for (const Language& language : languages) {

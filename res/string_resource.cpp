@@ -1,7 +1,7 @@
-// The string table on Windows: the resources of the module that this file is linked into.
+// The string table on Windows, in the resources of the module that this file is linked into.
 #include "info/string_table.h"
 
-extern "C" IMAGE_DOS_HEADER __ImageBase;  // the module's first bytes, as the linker names them
+extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's name for the start of the module
 
 namespace exifkeep {
 

@@ -1,7 +1,7 @@
-# Configuring, building and testing a preset. Sourced by ./run and ./test; `root` is the checkout.
+# Configures, builds and tests a preset. Sourced by ./run and ./test; `root` is the checkout.
 
-# show_progress NAME: how far the build is whose output comes in. A terminal shows it in one line,
-# elsewhere a line is written for every quarter. Nothing where nothing had to be built.
+# show_progress NAME: shows the progress of the build whose output it reads: in one line on a terminal,
+# otherwise a line for each quarter. Prints nothing if nothing had to be built.
 show_progress() {
   local name=$1 line quarter=0 shown=
   while IFS= read -r line; do
@@ -18,7 +18,7 @@ show_progress() {
   if [ -n "$shown" ]; then printf '\r\e[K' >&2; fi
 }
 
-# build_preset PRESET [TARGET]: shows the build's output only when it fails.
+# build_preset PRESET [TARGET]: shows the output of the build only if it fails.
 build_preset() {
   local preset=$1 target=${2:-all} log=$root/build/$1.log
   if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi

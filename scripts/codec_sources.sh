@@ -1,9 +1,9 @@
-# The sources of libjpeg-turbo, libpng and libtiff, from Debian with Debian's patches, in
-# build/codec-sources. Sourced by the scripts that build them; `root` is the checkout. apt fetches
-# them by a list of its own: nothing of the machine's configuration is changed.
+# Gets the sources of libjpeg-turbo, libpng and libtiff with Debian's patches into
+# build/codec-sources. Sourced by the scripts that build them; `root` is the checkout. apt uses a
+# separate list of sources, so that the machine's configuration is not changed.
 sources=$root/build/codec-sources
 
-# The machine's own Debian archives, as archives of sources.
+# The machine's Debian archives, as archives of sources.
 list_source_archives() {
   local list
   for list in /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list; do
@@ -26,8 +26,8 @@ with_source_archives() {
     -o Dir::Cache="$sources/cache" -o APT::Sandbox::User=root "$@"
 }
 
-# fetch PACKAGE: unpacks the newest version that the archives hold whole into PACKAGE. The list of a
-# security archive may name a version that the archive itself does not have any more.
+# fetch PACKAGE: unpacks the newest version that is completely available into PACKAGE. A security
+# archive may list a version that it no longer has.
 fetch() {
   local package=$1 version
   [ -d "$package" ] && return 0
@@ -42,7 +42,7 @@ fetch() {
   return 1
 }
 
-# fetch_codecs: once, into $sources/libjpeg-turbo, libpng1.6 and tiff.
+# fetch_codecs: fetches all once, into $sources/libjpeg-turbo, libpng1.6 and tiff.
 fetch_codecs() (
   set -e
   mkdir -p "$sources/lists/partial" "$sources/cache/archives/partial"
@@ -52,7 +52,7 @@ fetch_codecs() (
   cd "$sources"
   rm -rf ./*.part libjpeg-turbo libpng1.6 tiff
   list_source_archives
-  # The archives may be out of reach for a moment.
+  # The archives may be temporarily unavailable.
   for pause in 0 20 60; do
     sleep "$pause"
     with_source_archives apt-get update || true  # what counts is that the sources come

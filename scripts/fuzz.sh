@@ -1,9 +1,10 @@
-# Fuzzing for a fixed time. Sourced by ./test; `root` is the checkout. Needs the preset fuzz built.
+# Fuzzes for a fixed time. Sourced by ./test; `root` is the checkout. Requires a build of the
+# preset fuzz.
 
 fuzz_targets=(read open save tiff_save audio)
 
-# fuzz_briefly SECONDS: every target in turn, from the corpus. What fails a target is kept in
-# build/fuzz/faults. The limits are generous, for busy machines; the seed is fixed.
+# fuzz_briefly SECONDS: runs each target on the corpus. Inputs that make a target fail are stored
+# in build/fuzz/faults. The limits are generous for busy machines; the seed is fixed.
 fuzz_briefly() {
   local seconds=$1 build=$root/build/fuzz target found
   mkdir -p "$build/faults"

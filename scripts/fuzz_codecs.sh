@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds libjpeg-turbo, libpng and libtiff for the fuzzers, instrumented as the preset `fuzz`
-# instruments everything, as static libraries in build/fuzz-codecs, once; takes about two minutes.
-# A preset `fuzz` that is configured afterwards uses them. Needs what ./test installs.
+# Builds libjpeg-turbo, libpng and libtiff once as static libraries in build/fuzz-codecs, with the
+# instrumentation of the preset `fuzz`; takes about two minutes. The preset uses them if it is
+# configured afterwards. Needs the packages that ./test installs.
 set -euo pipefail
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
 . "$root/scripts/codec_sources.sh"
@@ -24,8 +24,8 @@ build() {
   cmake --install "$work/$package"
 }
 
-# Without libjpeg-turbo's fast paths: assembler cannot be instrumented. The formats that libtiff goes
-# without are never given to it.
+# Without libjpeg-turbo's assembler, which cannot be instrumented. The formats disabled in libtiff
+# are never passed to it.
 build_all() {
   build libjpeg-turbo -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DWITH_SIMD=OFF
   build libpng1.6 -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF

@@ -1,4 +1,4 @@
-# The Debian packages that ./run and ./test need, and how they are installed. Sourced by both.
+# The Debian packages that ./run and ./test need, and their installation. Sourced by both.
 
 run_packages=(
   g++ cmake ninja-build
@@ -29,7 +29,7 @@ as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# sudo asks for a password only where somebody can type it.
+# sudo asks for a password only if there is a terminal.
 can_be_root() {
   [ "$(id -u)" -eq 0 ] || { command -v sudo >/dev/null && { [ -t 0 ] || sudo -n true 2>/dev/null; }; }
 }
@@ -42,8 +42,8 @@ apt_install() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
 }
 
-# install_missing LOG PACKAGE...: silent when all are there. Where packages are not Debian's, the
-# tools are the user's own business.
+# install_missing LOG PACKAGE...: prints nothing if all are installed. On other systems users have
+# to install the tools themselves.
 install_missing() {
   local log=$1 package missing=()
   shift

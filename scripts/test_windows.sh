@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# What ./test windows does: builds for 64-bit Windows and runs the tests under Wine; builds for
-# 32-bit Windows and checks what the DLLs export; lets the program of both systems list and save the
-# same pictures; packs the zip and builds a host against it. Installs what all this needs.
+# Runs ./test windows: builds for 64-bit Windows and runs the tests under Wine; builds for 32-bit
+# Windows and checks the exports of the DLLs; has the programs for both systems list and save the
+# same pictures; packs the zip and builds a host with it. Installs the packages needed.
 set -euo pipefail
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
 . "$root/scripts/packages.sh"
@@ -13,12 +13,13 @@ install_missing "$root/build/packages.log" "${run_packages[@]}" "${test_packages
 "$root/scripts/windows_codecs.sh" x86_64
 "$root/scripts/windows_codecs.sh" i686
 
-# Wine's own folder, so that nobody's settings are used or changed; without the parts that a first
-# start would ask to download.
+# A separate folder for Wine, so that the user's settings are neither used nor changed, without the
+# components that Wine would otherwise offer to download.
 export WINEPREFIX=$root/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
 unset DISPLAY WAYLAND_DISPLAY
 wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
-# One server for all that runs: each would start one, with services that keep its output open.
+# One server for all programs; otherwise each would start its own, with services that keep its
+# output open.
 server=$(command -v wineserver || echo /usr/lib/wine/wineserver64)
 "$server" -p
 trap '"$server" -k' EXIT

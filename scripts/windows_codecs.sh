@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds libjpeg-turbo, libpng and libtiff for Windows as static libraries, from Debian's sources
-# with Debian's patches, into build/windows-codecs/PROCESSOR (x86_64, the default, or i686), once;
-# takes about three minutes. zlib comes from Debian's package for MinGW-w64, ready-made.
+# Builds libjpeg-turbo, libpng and libtiff for Windows once as static libraries, from Debian's
+# sources with Debian's patches, in build/windows-codecs/PROCESSOR (x86_64, the default, or i686);
+# takes about three minutes. zlib is from Debian's package for MinGW-w64.
+#
 #   scripts/windows_codecs.sh [PROCESSOR]
 set -euo pipefail
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
@@ -13,7 +14,7 @@ codecs=$root/build/windows-codecs
 prefix=$codecs/$processor
 work=$codecs/work-$processor
 
-# install_zlib: the static library alone, lest the linker takes the DLL.
+# install_zlib: only the static library, so that the linker does not use the DLL.
 install_zlib() {
   local mingw=/usr/$processor-w64-mingw32
   mkdir -p "$prefix/include" "$prefix/lib" "$prefix/licences"

@@ -1,4 +1,4 @@
-// qt_viewer: shows a picture and its properties, and saves it with them.
+// qt_viewer: shows a picture and its properties, and saves it with its metadata.
 //
 //   qt_viewer [PICTURE]
 #include <QApplication>

@@ -1,5 +1,5 @@
-// The library's types meet Qt's in three places: paths become 8-bit names, texts become QString,
-// and the rows of a PRaster become those of a QImage.
+// The library's types are converted to or from Qt's in three places: paths to 8-bit names, texts to
+// QString, and the rows of a PRaster to those of a QImage.
 #include "picture_window.h"
 
 #include <language.h>
@@ -17,7 +17,7 @@
 
 namespace {
 
-// The list's items are the library's: they have to go back to it whichever way a function is left.
+// The library owns the items of the list, which must always be returned to it.
 struct Properties {
   Properties() = default;
   ~Properties() { FreeInfoList(&list); }
@@ -26,8 +26,8 @@ struct Properties {
   exifkeep::InfoList list;
 };
 
-// Qt 6 wants a UTF-8 locale, so that labels and values are UTF-8, too. Texts of the file itself may
-// be in any charset: what is no UTF-8 becomes a replacement character.
+// Qt 6 requires a UTF-8 locale, so labels and values are UTF-8 too. Texts from the file may be in
+// any charset; invalid UTF-8 becomes replacement characters.
 QString toQt(const CString& text) {
   return QString::fromUtf8(text);
 }
@@ -57,7 +57,7 @@ void fill(const PRaster& image, QLabel& label, QSize space) {
 }  // namespace
 
 PictureWindow::PictureWindow() {
-  // Qt knows the user's language by its name, such as de_AT. It counts for this thread's calls.
+  // Qt gives the user's language by name, such as de_AT. It applies to calls on this thread.
   SetThreadUILanguage(exifkeep::matchLanguage(QLocale().name().toStdString()));
   picture_->setAlignment(Qt::AlignCenter);
   setCentralWidget(picture_);
@@ -84,9 +84,9 @@ void PictureWindow::addMenu() {
 bool PictureWindow::open(const QString& path) {
   const QByteArray name = QFile::encodeName(path);
   PRaster image, thumbnail;
-  // OpenExifFile answers 0 for a picture without Exif data; such a picture has pixels all the same.
+  // OpenExifFile returns 0 for a picture without Exif data, but that still has pixels.
   if (!OpenExifFile(name, &image, &thumbnail)) exifkeep::loadPicture(name, image);
-  // Whatever the depth was, from here on it is 24 bits. An empty image cannot be converted.
+  // From here on the depth is 24 bits. An empty image cannot be converted.
   if (!image.ConvertTo24bit()) return false;
   thumbnail.ConvertTo24bit();
   fill(image, *picture_, QSize(640, 480));
@@ -112,7 +112,7 @@ void PictureWindow::listProperties() {
 }
 
 bool PictureWindow::saveAs(const QString& path) {
-  // Without a thumbnail of the host's own the library makes one from the image.
+  // Without a thumbnail from the host, the library makes one from the image.
   return SaveFile(QFile::encodeName(path_), QFile::encodeName(path), &image_, nullptr) == 1;
 }
 

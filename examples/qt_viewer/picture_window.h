@@ -1,4 +1,4 @@
-// The window of qt_viewer: a picture, its thumbnail and the list of its properties.
+// The window of qt_viewer, which shows a picture, its thumbnail and its properties.
 #pragma once
 
 #include <exifkeep/exifkeep.h>
@@ -11,10 +11,10 @@ class PictureWindow : public QMainWindow {
  public:
   PictureWindow();
 
-  // Shows the picture, with Exif data or without. False when it cannot be decoded.
+  // Shows a picture with or without Exif data. False if it cannot be decoded.
   bool open(const QString& path);
-  // Writes the picture that is shown, with the metadata of the file it came from. False when the
-  // file cannot be written; it is then as it was.
+  // Saves the picture with the metadata of the file it was opened from. False, with the file
+  // unchanged, if it cannot be written.
   bool saveAs(const QString& path);
 
  private:

@@ -114,7 +114,7 @@ EXIFKEEP_API int IsExifFile(const char* path) noexcept;
 /// @param[out] image  may be null. Its old contents are freed; it is empty afterwards if the
 ///     picture cannot be decoded.
 /// @param[out] thumbnail  may be null. Unchanged if the file has no thumbnail of a known kind;
-///     empty if the thumbnail cannot be decoded, lies outside the file or exceeds the limits.
+///     empty if the thumbnail cannot be decoded, is outside the file or exceeds the limits.
 ///     Missing uncompressed pixels are black.
 /// @return 0, with both images unchanged, if the file is not an Exif file, else 1. A result of 1
 ///     does not mean that the picture could be decoded: check PRaster::IsEmpty.

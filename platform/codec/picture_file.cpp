@@ -1,4 +1,4 @@
-// Others may write, rename and delete the file meanwhile.
+// Others may write, rename and delete the file in the meantime.
 #include "picture_file.h"
 
 #include <algorithm>
@@ -21,17 +21,16 @@ PictureReading::~PictureReading() {
 }
 
 size_t PictureReading::read(void* bytes, size_t count) {
-  constexpr size_t largestTransfer = 0x40000000;  // a DWORD counts the bytes of one call
+  constexpr size_t maxTransfer = 0x40000000;  // the length of one call is a DWORD
   size_t done = 0;
   while (!failed_ && done < count) {
     OVERLAPPED place = {};
     place.Offset = static_cast<DWORD>(position_);
     place.OffsetHigh = static_cast<DWORD>(position_ >> 32);
     DWORD got = 0;
-    failed_ =
-        !ReadFile(file_, static_cast<char*>(bytes) + done,
-                  static_cast<DWORD>(std::min(count - done, largestTransfer)), &got, &place) &&
-        GetLastError() != ERROR_HANDLE_EOF;
+    failed_ = !ReadFile(file_, static_cast<char*>(bytes) + done,
+                        static_cast<DWORD>(std::min(count - done, maxTransfer)), &got, &place) &&
+              GetLastError() != ERROR_HANDLE_EOF;
     if (got == 0) break;
     done += got;
     position_ += got;

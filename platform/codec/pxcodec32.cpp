@@ -72,11 +72,11 @@ bool send(const char* path, const PictureRows& rows, const PictureOutput& output
 }
 
 int writeToFile(void* file, const void* bytes, size_t count) {
-  DWORD written = 0;  // no format sends more at once than a DWORD counts
+  DWORD written = 0;  // no format sends more than 4 GiB at once
   return WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr) && written == count;
 }
 
-// Nothing half-written stays.
+// Deletes an incomplete file.
 bool save(const char* path, const PictureRows& rows) {
   const PictureFormat* format = formatFor(path, rows);
   if (!format) return false;

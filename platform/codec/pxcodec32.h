@@ -60,13 +60,13 @@ EXIFKEEP_PLATFORM_API int AllReadDIBImg(const char* path, const tagLmmInfo* imag
 EXIFKEEP_PLATFORM_API int AllSaveDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                         CodecProgress progress);
 
-/// Gets the bytes of a picture file, from its start to its end, some at a time; `receiver` is what
-/// AllSendDIBImg was given. A result of 0 ends that call.
+/// Receives the bytes of a picture file in order, in pieces. `receiver` is the pointer given to
+/// AllSendDIBImg. Returns 0 to end that call.
 typedef int (*CodecReceive)(void* receiver, const void* bytes, size_t count);
 
-/// As AllSaveDIBImg, but the file's bytes go to `receive`; of `path` only the extension counts. A
-/// TIFF file's pixels are sent as they come, after everything else; no more than a piece of the
-/// file is held in memory. Returns 1, or 0: then the receiver did not get the whole file.
+/// Like AllSaveDIBImg, but sends the bytes of the file to `receive`; only the extension of `path`
+/// is used. A TIFF file is sent with its pixels last, piece by piece, without storing it in memory.
+/// Returns 1, or 0 if the receiver did not get the complete file.
 EXIFKEEP_PLATFORM_API int AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                         CodecProgress progress, CodecReceive receive,
                                         void* receiver);

@@ -12,10 +12,10 @@ namespace exifkeep {
 class TiffFront {
  public:
   const std::vector<uint8_t>& bytes() const { return bytes_; }
-  // From now on, what is written after the front is counted and not kept.
+  // From now on, bytes written after the front are counted but not stored.
   void endFront() { hasEnded_ = true; }
 
-  // The file as the library sees it.
+  // The file as seen by the library.
   uint64_t size() const { return bytes_.size() + pixels_; }
   uint64_t position() const { return position_; }
   void moveTo(uint64_t position) { position_ = position; }

@@ -45,7 +45,7 @@ bool writeDirectory(TIFF* tiff) {
          TIFFWriteDirectory(tiff) == 1 && TIFFSetDirectory(tiff, 0) == 1;
 }
 
-// Repeated raw writes to a strip append to it. Which bytes are written does not matter here.
+// Repeated raw writes to a strip append to it. The values of the bytes do not matter here.
 bool countStrip(TIFF* tiff, uint64_t size, std::vector<BYTE>& piece) {
   for (uint64_t left = size; left > 0;) {
     const auto bytes = static_cast<tmsize_t>(std::min<uint64_t>(left, piece.size()));

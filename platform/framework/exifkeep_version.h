@@ -1,6 +1,6 @@
 /// @file
-/// The version of exifkeep, once: CMake reads it from here. A host has it in two ways, as it was
-/// when the host was compiled and as it is where the host runs.
+/// The version of exifkeep; CMake reads it from this file. A host can compare the version it was
+/// compiled with and the version that is loaded at run time.
 ///
 ///     #if EXIFKEEP_VERSION_NUMBER < 10000
 ///     if (exifkeep::runningVersion() < EXIFKEEP_VERSION_NUMBER) warnOfAnOlderLibrary();
@@ -10,8 +10,8 @@
 
 #define EXIFKEEP_VERSION_MAJOR 0  ///< The SOVERSION of both libraries.
 #define EXIFKEEP_VERSION_MINOR 1  ///< Raised when something is added.
-#define EXIFKEEP_VERSION_PATCH 0  ///< Raised when the interface stays as it was.
-/// The version as a number to compare with: 10203 for 1.2.3.
+#define EXIFKEEP_VERSION_PATCH 0  ///< Raised when the interface does not change.
+/// The version as a number for comparisons: 10203 for 1.2.3.
 #define EXIFKEEP_VERSION_NUMBER \
   (EXIFKEEP_VERSION_MAJOR * 10000 + EXIFKEEP_VERSION_MINOR * 100 + EXIFKEEP_VERSION_PATCH)
 /// @cond
@@ -25,7 +25,7 @@
 
 namespace exifkeep {
 
-/// The EXIFKEEP_VERSION_NUMBER of the libraries that are loaded.
+/// The EXIFKEEP_VERSION_NUMBER of the loaded libraries.
 EXIFKEEP_PLATFORM_API int runningVersion() noexcept;
 
 }  // namespace exifkeep

@@ -1,5 +1,5 @@
-// One pass over the environment for all names: every call that shows texts asks, and getenv would
-// go over it once for each name.
+// A single pass over the environment for all names, because every call that shows texts does this;
+// getenv would need one for each name.
 #include "locale_name.h"
 
 #include <unistd.h>
@@ -10,7 +10,7 @@ namespace exifkeep {
 
 std::string_view firstSet(std::initializer_list<const char*> variables) {
   const char* found = "";
-  const char* const* end = variables.end();  // of those that come before the one found
+  const char* const* end = variables.end();  // only names before this one are still searched
   for (char** entry = environ; entry && *entry; ++entry) {
     if ((*entry)[0] != 'L' || ((*entry)[1] != 'C' && (*entry)[1] != 'A')) continue;
     for (const char* const* variable = variables.begin(); variable != end; ++variable) {

@@ -1,5 +1,5 @@
-// The kernel's file calls over OpenFile: a HANDLE is the address of one. What POSIX has no word for
-// (sharing, attributes of new files) is accepted and not used.
+// The file calls, using OpenFile: a HANDLE is the address of one. Arguments without an equivalent
+// in POSIX (sharing, attributes of new files) are accepted but not used.
 #include <fcntl.h>
 #include <unistd.h>
 #include <windows.h>
@@ -29,7 +29,7 @@ int accessFlags(DWORD access) {
   return (access & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY;
 }
 
-// -1 for a way of opening that is not known here.
+// -1 for an unsupported disposition.
 int creationFlags(DWORD disposition) {
   switch (disposition) {
     case OPEN_EXISTING: return 0;
@@ -39,7 +39,7 @@ int creationFlags(DWORD disposition) {
   return -1;
 }
 
-// A new file that takes after another one is its owner's alone until it has that one's rights.
+// A new file with a pattern is accessible only to its owner until it has the pattern's rights.
 std::unique_ptr<OpenFile> createLike(const OpenFile& pattern, LPCSTR path, int flags) {
   std::unique_ptr<OpenFile> file = OpenFile::open(path, flags, 0600);
   try {
@@ -52,7 +52,7 @@ std::unique_ptr<OpenFile> createLike(const OpenFile& pattern, LPCSTR path, int f
   }
 }
 
-// The file of a transfer, moved to the place that the transfer names, if any; null on failure.
+// The file of a transfer, moved to the transfer's position, if given; null on failure.
 OpenFile* openedAt(HANDLE handle, LPOVERLAPPED place) {
   OpenFile* opened = fileOf(handle);
   if (!opened || !place) return opened;

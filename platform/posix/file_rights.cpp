@@ -1,6 +1,6 @@
-// Everything is done through the descriptors, so that no name can lead elsewhere meanwhile. What is
-// refused is left: a picture without its attributes is still the picture. Access control lists are
-// those of POSIX.1e as Linux stores them in an extended attribute.
+// Uses only descriptors, because names could lead to other files in the meantime. Failures are
+// ignored: a picture without its attributes is still the picture. Access control lists are those of
+// POSIX.1e, which Linux stores in an extended attribute.
 #include "file_rights.h"
 
 #include <sys/stat.h>
@@ -18,14 +18,15 @@ namespace {
 
 constexpr char accessList[] = "system.posix_acl_access";
 
-// These vouch for bytes or stand for rights of the program in them; new bytes get none.
+// These certify the old bytes or give them privileges as a program; the new bytes must not have
+// them.
 constexpr const char* ofOldBytes[] = {"security.capability", "security.ima", "security.evm"};
 
 bool isCopied(const std::string& name) {
   return name != accessList && std::ranges::find(ofOldBytes, name) == std::end(ofOldBytes);
 }
 
-// Empty when the file does not have it, or has it empty.
+// Empty if the file does not have the attribute or its value is empty.
 std::string attributeOf(int file, const char* name) {
   const ssize_t size = fgetxattr(file, name, nullptr, 0);
   std::string value(static_cast<size_t>(std::max<ssize_t>(size, 0)), '\0');
@@ -48,12 +49,13 @@ void copyAttributes(int from, int to) {
   }
 }
 
-// The members of the lost group are among the others now, who keep no more than the group had.
+// The members of the lost group are now among the others, who must not have more rights than the
+// group had.
 mode_t withoutGroup(mode_t mode) {
   return mode & ~mode_t{070} & ~(~mode >> 3 & 07);
 }
 
-// The same for a list: entries of 8 bytes (tag, rights, id) behind a version of 4.
+// The same for a list: a version of 4 bytes, then entries of 8 bytes (tag, rights, id).
 void removeGroup(std::string& list) {
   constexpr size_t head = 4, entrySize = 8, rightsAt = 2;
   constexpr char group = 4, mask = 16, other = 32;  // tags
@@ -66,7 +68,7 @@ void removeGroup(std::string& list) {
   }
 }
 
-// Whether no list decides about the file besides its mode.
+// Whether the file has no access control list.
 bool hasNoList(int file) {
   return fgetxattr(file, accessList, nullptr, 0) < 0 && (errno == ENODATA || errno == EOPNOTSUPP);
 }
@@ -76,19 +78,19 @@ bool hasNoList(int file) {
 void copyRights(int from, int to) {
   struct stat old, made;
   if (fstat(from, &old) != 0) return;
-  // The owner comes first, since a change of owner may clear mode bits. Only root may give files
-  // away; a group of one's own anyone may set.
+  // The owner is set first, because that may clear mode bits. Only root may change the owner, but
+  // users may set any of their own groups.
   if (fchown(to, old.st_uid, old.st_gid) != 0) {
     [[maybe_unused]] const int ignored = fchown(to, static_cast<uid_t>(-1), old.st_gid);
   }
   const bool keepsGroup = fstat(to, &made) == 0 && made.st_gid == old.st_gid;
   copyAttributes(from, to);
 
-  // The folder may have given the new file a list.
+  // The new file may have inherited a list from the folder.
   fremovexattr(to, accessList);
   mode_t mode = old.st_mode & 0777;
   if (!keepsGroup) mode = withoutGroup(mode);
-  // With a list the group's bits are its mask and not the group's rights.
+  // If there is a list, the group's bits in the mode are the mask and not the group's rights.
   const bool modeDecides = hasNoList(from) && hasNoList(to);
   fchmod(to, modeDecides ? mode : mode & 0700);
   std::string list = attributeOf(from, accessList);

@@ -1,12 +1,12 @@
-// Who may do what with a file that takes another one's place.
+// Copies the rights of a file to the one that replaces it.
 #pragma once
 
 namespace exifkeep {
 
-// Gives the new file `to`, which only its owner may use so far, what `from` has: owner and group,
-// mode, access control list and extended attributes, each as far as this process may and the file
-// system can. Nobody gets a right that he did not have: where the group cannot be kept its rights
-// go to no other group. May throw std::bad_alloc.
+// Copies owner and group, mode, access control list and extended attributes to the new file `to`,
+// as far as process and file system permit. Nobody gains any rights: if the group cannot be kept,
+// no other group gets its rights. May throw std::bad_alloc. REQUIRES: so far only the owner may
+// access `to`.
 void copyRights(int from, int to);
 
 }  // namespace exifkeep

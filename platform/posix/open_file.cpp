@@ -16,7 +16,7 @@ namespace {
 
 static_assert(sizeof(off_t) == 8, "files over 2 GiB need _FILE_OFFSET_BITS=64");
 
-// Repeats a call for as long as signals interrupt it.
+// Repeats a call that is interrupted by signals.
 template <class Call>
 auto uninterrupted(Call call) {
   auto result = call();
@@ -46,7 +46,7 @@ OpenFile::~OpenFile() {
 
 std::unique_ptr<OpenFile> OpenFile::open(const char* path, int flags, mode_t mode) {
   if (failsNow(PlatformCall::open)) return nullptr;
-  // Memory comes first: once the file is open it may already be there, or truncated.
+  // Memory is allocated first, because opening may create the file.
   std::unique_ptr<OpenFile> file(new (std::nothrow) OpenFile);
   const bool keepsPath = (flags & O_ACCMODE) == O_RDWR && (flags & O_CREAT) == 0;
   if (file && keepsPath) file->path_ = copyOf(path);
@@ -54,18 +54,18 @@ std::unique_ptr<OpenFile> OpenFile::open(const char* path, int flags, mode_t mod
     errno = ENOMEM;
     return nullptr;
   }
-  // Without O_NONBLOCK, opening a FIFO would wait for its other end.
+  // Without O_NONBLOCK, opening a FIFO would block.
   const int allFlags = flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   file->descriptor_ = uninterrupted([=] { return ::open(path, allFlags, mode); });
   if (file->descriptor_ < 0) return nullptr;
-  // A file made just now needs no look, and a look that fails could not unmake it.
+  // A file that was just created is empty, and a failure here could not undo its creation.
   if ((flags & O_EXCL) == 0 && !file->takeSize()) return nullptr;
   file->readable_ = (flags & O_ACCMODE) != O_WRONLY;
   file->writable_ = (flags & O_ACCMODE) != O_RDONLY;
   return file;
 }
 
-// False for what is no regular file.
+// False if it is not a regular file.
 bool OpenFile::takeSize() {
   struct stat status;
   if (fstat(descriptor_, &status) != 0) return false;
@@ -85,7 +85,7 @@ bool OpenFile::read(void* buffer, size_t count, size_t& done) {
     const ssize_t step =
         uninterrupted([&, this] { return pread(descriptor_, target, wanted - done, position_); });
     if (step < 0) return false;
-    if (step == 0) break;  // someone else cut the file
+    if (step == 0) break;  // somebody else has truncated the file
     position_ += step;
     done += step;
   }
@@ -121,12 +121,13 @@ bool OpenFile::sync() {
   if (!writable_) errno = EBADF;
   if (!writable_ || failsNow(PlatformCall::sync)) return false;
   if (uninterrupted([this] { return fsync(descriptor_); }) == 0) return true;
-  // Not every file system can: it writes when it sees fit, as it does with everybody's files.
+  // Some file systems do not support this.
   return errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
 }
 
 bool OpenFile::close() {
-  // Never repeated: after EINTR the descriptor is gone and may already be another thread's.
+  // Must not be repeated: after EINTR the descriptor is closed and may already belong to another
+  // thread.
   const bool closed = ::close(descriptor_) == 0 || errno == EINTR;
   descriptor_ = -1;
   return !failsNow(PlatformCall::close) && closed;

@@ -1,6 +1,6 @@
-// One open regular file: descriptor, 64-bit position and size. Everything behind a file HANDLE.
-// Relies on pread and pwrite; the size is that of the opening and of this object's own writes. What
-// fails leaves its reason in errno.
+// The object of a file HANDLE: an open regular file with descriptor, 64-bit position and size. The
+// size is that when the file was opened, updated by writes of this object. After a failure errno is
+// set.
 #pragma once
 
 #include <sys/types.h>
@@ -17,17 +17,18 @@ namespace exifkeep {
 
 class OpenFile {
  public:
-  // Opens with open(2)'s flags; null when that fails or the path is no regular file.
+  // Opens a file with the flags of open(2). Null if that fails or it is not a regular file.
   static std::unique_ptr<OpenFile> open(const char* path, int flags, mode_t mode);
   ~OpenFile();
   OpenFile(const OpenFile&) = delete;
   OpenFile& operator=(const OpenFile&) = delete;
 
-  // `done` is what was transferred, also on failure. Reading past the end delivers less.
+  // `done` is set to the number of bytes transferred, also on failure. At the end of the file fewer
+  // bytes are read.
   bool read(void* buffer, size_t count, size_t& done);
   bool write(const void* bytes, size_t count, size_t& done);
 
-  // False, and nothing moved, for a position that no file can have.
+  // False, with the position unchanged, if the position is invalid.
   bool moveTo(int64_t position) {
     if (position < 0) errno = EINVAL;
     if (position < 0 || failsNow(PlatformCall::seek)) return false;
@@ -35,15 +36,15 @@ class OpenFile {
     return true;
   }
   bool truncateTo(int64_t size);
-  // On disk, as far as the file system knows how to tell.
+  // Waits until the file is on disk, if the file system supports it.
   bool sync();
-  // False when the system reports a late failure; closed it is in any case.
+  // Closes the file in any case. False if the system reports an error.
   bool close();
 
   int64_t position() const { return position_; }
   int64_t size() const { return size_; }
   int descriptor() const { return descriptor_; }
-  // The path that it was opened by; null unless it existed and may be written.
+  // The path by which it was opened; null if it was created or is only read.
   const char* path() const { return path_.get(); }
 
  private:

@@ -1,5 +1,5 @@
-// Unique names are tried in turn from a number that differs from call to call; that nobody else has
-// the name is for open(2) to say. Relies on OpenFile.
+// Tries names beginning with a different number in each call; O_EXCL guarantees that the name is
+// unused.
 #include "unique_file.h"
 
 #include <fcntl.h>
@@ -39,15 +39,16 @@ UniqueFile createUniqueFile(const std::string& head, mode_t mode) {
     if (auto file = OpenFile::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL, mode))
       return {std::move(file), std::move(path), number};
     struct stat status;
-    if (lstat(path.c_str(), &status) != 0) break;  // not because the name is taken
+    if (lstat(path.c_str(), &status) != 0)
+      break;  // failed for another reason than an existing file
   }
   return {};
 }
 
 }  // namespace exifkeep
 
-// As on Windows, a number other than 0 makes the name only. Three letters of the prefix, four
-// digits and ".tmp" are 11 bytes.
+// As on Windows, with a number other than 0 only the name is made. Three letters of the prefix,
+// four digits and ".tmp" are 11 bytes.
 UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer) {
   try {
     std::string head = directory;

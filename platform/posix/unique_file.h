@@ -1,4 +1,4 @@
-// New files under names that no other file has.
+// Creates files with unused names.
 #pragma once
 
 #include <memory>
@@ -9,9 +9,9 @@
 namespace exifkeep {
 
 struct UniqueFile {
-  std::unique_ptr<OpenFile> file;  // open for reading and writing; null when none could be made
+  std::unique_ptr<OpenFile> file;  // open for reading and writing; null if none could be created
   std::string path;                // head, four hexadecimal digits, ".tmp"
-  UINT number = 0;                 // what the digits say; never 0
+  UINT number = 0;                 // the number in the name, not 0
 };
 
 // Creates (O_EXCL) a file whose path begins with `head`. May throw std::bad_alloc.

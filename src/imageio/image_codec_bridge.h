@@ -21,7 +21,7 @@ struct CodecFormatEntry {
   int32_t writable;
 };
 
-// Receives a picture file from the codec, from its start to its end.
+// Receives the bytes of a picture file from the codec in order.
 class PictureSink {
  public:
   // Returns false to end the save. May throw std::bad_alloc.

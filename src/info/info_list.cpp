@@ -37,7 +37,7 @@ CString decimalValue(const DisplayRow& row, const RecordField& field) {
   return decimalText(pair.numerator, pair.denominator, row.unit);
 }
 
-// Whether the field is present and its rule has something to show.
+// Whether the field is present and its rule shows an item.
 bool isShown(const DisplayRow& row, const void* record) {
   const RecordField field(record, *row.source);
   if (!field.isPresent()) return false;
@@ -82,7 +82,7 @@ CString valueOf(const DisplayRow& row, const void* record) {
 // All items of a directory share one block of memory, freed with the last item: one allocation
 // instead of some twenty.
 struct alignas(std::max_align_t) ItemBlock {
-  size_t holders = 1;  // the items, and 1 while items are being made
+  size_t holders = 1;  // the number of items, plus 1 while items are being created
 };
 
 struct ReleaseBlock {

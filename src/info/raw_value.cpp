@@ -14,7 +14,7 @@ namespace {
 using Kind = InfoField::Kind;
 using Directory = InfoField::Directory;
 
-// The three tables are separate arrays: a row belongs to the one that it lies in.
+// The three tables are separate arrays: a row belongs to the one that contains it.
 Directory directoryOf(const TagRow& row) {
   const auto isIn = [&row](TagTable table) {
     return &row >= &table.front() && &row <= &table.back();

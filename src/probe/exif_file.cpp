@@ -28,7 +28,7 @@ std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
     fillSize_ = sizeof window_->bytes;
   }
   const uint64_t from = at - window_->start;
-  if (from >= window_->length) return {};  // the system refused
+  if (from >= window_->length) return {};  // a read error
   return {window_->bytes + from, std::min<size_t>(length, window_->length - from)};
 }
 

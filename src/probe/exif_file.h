@@ -1,7 +1,7 @@
 // An open picture file for the metadata readers, with its byte order and the position from which
 // its TIFF offsets count. All metadata is read through this class; a value that is not completely
-// in the file is never stored. Reading value by value costs hardly any system calls: the file is
-// seen through two windows, since values often lie at two places in turn.
+// in the file is never stored. Reads go through two windows, so that reading values one by one
+// needs few system calls, even if they alternate between two places.
 #pragma once
 
 #include <cstddef>
@@ -69,8 +69,8 @@ class ExifFile {
   }
 
  private:
-  // Filled from a page boundary at or before the position: values often lie a little before what
-  // was read last.
+  // Filled from the last page boundary before the position, because values are often shortly before
+  // what was read last.
   static constexpr size_t pageSize = 4096;
   struct Window {
     Window() {}  // the bytes are not cleared: only `length` of them count
@@ -81,16 +81,16 @@ class ExifFile {
     size_t length = 0;
     uint8_t bytes[pageSize + maxView];
   };
-  // See bytesAt; the window used last does not have them all.
+  // The rest of bytesAt, if the window used last does not have all bytes.
   std::span<const uint8_t> moveWindow(uint64_t at, size_t length);
 
   DiskFile file_;
   std::span<const uint8_t> memory_;
   uint64_t tiffBase_ = 0;
   bool littleEndian_ = true;
-  size_t fillSize_ = pageSize;  // at first: most pictures have their metadata in one page
+  size_t fillSize_ = pageSize;  // first only a page, which has the metadata of most pictures
   Window windows_[2];
-  Window* window_ = &windows_[0];  // the one used last
+  Window* window_ = &windows_[0];  // the window used last
 };
 
 }  // namespace exifkeep

@@ -23,8 +23,8 @@ class ExifReader : public CObject {
   // The same for an open file, whose name is not checked.
   bool probeFile(ExifFile& file);
 
-  // The bridge given; without one, the reader's own, which it creates, and loads the codec's
-  // capabilities for, at the first call: reading metadata needs none.
+  // The bridge given to the constructor, or else the reader's own, which is created with the
+  // codec's capabilities in the first call, as reading metadata does not need it.
   ImageCodecBridge& codec();
 
   // The file position of the TIFF header, from which all TIFF offsets count.
@@ -32,7 +32,7 @@ class ExifReader : public CObject {
 
   // The layout found by the probe. The position of a directory is the absolute one of its entry
   // count, or -1 if unknown or beyond 2 GiB.
-  int32_t isJpeg = 0;  // 1: the TIFF structure lies in a JPEG file's APP1 segment
+  int32_t isJpeg = 0;  // 1: the TIFF structure is in a JPEG file's APP1 segment
   int32_t exifIfdOffset = -1;
   int32_t primaryIfdOffset = -1;
   int32_t littleEndian = 0;

@@ -122,7 +122,7 @@ class FieldFiller {
       storeAt(0, value);
   }
 
-  // As much of the value's first `length` bytes as there is.
+  // The first `length` bytes of the value, or as many as there are.
   Bytes value(size_t length) {
     if (!entry_.hasValueBytes(sizeof entry_.value)) return {};
     if (isInEntry_)

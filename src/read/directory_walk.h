@@ -82,8 +82,9 @@ class DirectoryWalk {
   // In TIFF 6.0 a value of up to four bytes is in its entry, and cameras follow this. This
   // library's writers put texts and lists of SHORTs at an offset whatever their size. The value is
   // taken from the entry unless its bytes are exactly the offset that our writers would have used;
-  // texts must also look like text, and SHORTs must not look like an offset. This is the latter
-  // part: `position` is the offset's, if it were one. REQUIRES: a value of up to four bytes.
+  // texts must also look like text, and SHORTs must not look like an offset. This function checks
+  // the last two conditions; `position` is where the value would be if its bytes were an offset.
+  // REQUIRES: a value of up to four bytes.
   bool holdsValue(const TagRow& row, uint64_t position) const;
 
   ExifFile& file_;

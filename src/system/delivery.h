@@ -15,11 +15,11 @@
 
 namespace exifkeep {
 
-// Makes a part of a new file while writing it.
+// Produces a part of a new file while writing it.
 class PieceWriter {
  public:
-  // Appends the part to the file. Called again, for another file, if the first one cannot take the
-  // destination's place.
+  // Appends the part to the file. Called again with another file if the first one cannot replace
+  // the destination.
   virtual bool appendTo(DiskFile& file) const = 0;
 
  protected:

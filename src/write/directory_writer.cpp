@@ -74,7 +74,7 @@ uint32_t DirectoryWriter::writeDirectory(OutputRows rows, const void* record,
   const auto entries = static_cast<uint32_t>(
       std::ranges::count_if(rows, [&](const OutputRow& row) { return isWritten(row, record); }));
   const uint32_t directory = length_;
-  // Count, entries, and the link to the next directory, which stays 0 until it is set.
+  // Count, entries, and the link to the next directory, which is 0 until it is set.
   advance(2 + entrySize * entries + 4);
   if (hasFailed_) return directory;
   storeShort(block_ + directory, entries);

@@ -7,7 +7,7 @@ namespace exifkeep {
 
 namespace {
 
-// Ends the save as soon as it has enough.
+// Ends encoding as soon as it has enough bytes.
 class Beginning final : public PictureSink {
  public:
   bool take(Bytes bytes) override {
@@ -24,7 +24,7 @@ class Beginning final : public PictureSink {
   std::vector<uint8_t> bytes_;
 };
 
-// Writes what the codec's file has from one position on to another position of a file.
+// Writes the codec's file from one position on to another position of a file.
 class Mover {
  public:
   Mover(DiskFile& file, uint64_t from, uint64_t to) : file_(file), from_(from), to_(to) {}
@@ -70,7 +70,7 @@ bool EncodedPicture::take(Bytes bytes) {
   constexpr size_t partSize = 1 << 20;
   if (parts_.empty() || parts_.back().size() >= partSize) {
     parts_.emplace_back();
-    // The codec's last bytes before the limit may exceed it.
+    // The piece that reaches the limit may exceed it.
     parts_.back().reserve(2 * partSize);
   }
   parts_.back().insert(parts_.back().end(), bytes.begin(), bytes.end());

@@ -37,17 +37,17 @@ class EncodedPicture final : PictureSink {
 std::vector<uint8_t> encodedBeginning(const ImageCodecBridge& codec, PRaster& picture,
                                       const char* name);
 
-// A picture file, or the end of one, that is written as the codec encodes it and never in memory as
-// a whole. Meant for uncompressed formats: the picture may have to be encoded twice.
+// A picture file, or the end of one, that is written while the codec encodes it, without being in
+// memory completely. For uncompressed formats, because the picture may have to be encoded twice.
 class StreamedPicture final : public PieceWriter {
  public:
-  // The last `size` bytes of the file, which start at `begin`; by default all.
+  // The part of the file from `begin` on, which has `size` bytes; by default the whole file.
   StreamedPicture(const ImageCodecBridge& codec, PRaster& picture, const char* name,
                   uint64_t begin = 0, uint64_t size = unknownSize)
       : codec_(codec), picture_(picture), name_(name), begin_(begin), size_(size) {}
 
-  // If the codec's file is longer than the new file becomes, the rest of it follows too. Intended:
-  // saved TIFF files with little metadata have always ended so.
+  // If the codec's file is longer than the new file, the rest of it follows too. Intended: saved
+  // TIFF files with little metadata have always ended so.
   bool appendTo(DiskFile& file) const override;
 
  private:

@@ -22,7 +22,7 @@ class JpegStream {
   // REQUIRES: the picture outlives this object.
   explicit JpegStream(const EncodedPicture& picture);
 
-  // True if the picture could not be encoded or is too short for SOI.
+  // True if the picture could not be encoded.
   bool isEmpty() const { return pieces_.empty(); }
 
   // Rearranges a stream that has exactly the codec's layout: SOI, an optional APP0, two DQT, SOF0

@@ -1,4 +1,4 @@
-// exifkeep check, version, sound and languages: the commands whose answers are single lines.
+// The commands with answers of one line: check, version, sound and languages.
 #include <exifkeep/exifkeep.h>
 #include <language.h>
 
@@ -13,14 +13,15 @@
 namespace program {
 namespace {
 
-// A command that has one answer a file.
+// A command with one answer per file.
 struct LineCommand {
   const char* name;
   const char* description;
-  // What the file has; empty when it has none.
+  // The answer, or empty if there is none.
   std::string (*find)(const std::string& path);
   const char* missing;
-  const char* key;  // of the answer in JSON; null when there is none but whether it is an Exif file
+  const char*
+      key;  // of the answer in JSON, or null if the answer is just whether it is an Exif file
   bool isNumber;
   const char* examples;
 };
@@ -48,7 +49,7 @@ std::string findSound(const std::string& path) {
 }
 
 constexpr LineCommand lineCommands[] = {
-    {"check", "Tell whether pictures hold Exif data", findExif, "", nullptr, false,
+    {"check", "Check whether pictures have Exif data", findExif, "", nullptr, false,
      "Examples:\n"
      "  exifkeep check photo.jpg && echo yes\n"
      "  find . -type f | exifkeep check -\n"},
@@ -56,7 +57,7 @@ constexpr LineCommand lineCommands[] = {
      true, "Example:\n  exifkeep version photo.jpg\n"},
     {"sound", "Print the names of the recordings attached to pictures", findSound, "no recording",
      "sound", false,
-     "A recording lies beside its picture.\n\n"
+     "A recording is in the same folder as its picture.\n\n"
      "Example:\n  exifkeep sound photo.jpg\n"},
 };
 

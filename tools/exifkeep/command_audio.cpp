@@ -1,4 +1,4 @@
-// exifkeep audio: records a sound recording in a picture, and copies the recording beside it.
+// exifkeep audio: stores the name of a sound recording in a picture, and copies the recording.
 #include <exifkeep/exifkeep.h>
 
 #include <algorithm>
@@ -15,8 +15,8 @@
 namespace program {
 namespace {
 
-// `target` is the picture to write. An empty sound records a name only, an empty picture is the
-// target's own, an empty thumbnail one made from the image.
+// `target` is the picture to write. Without a sound only a name is stored; without a picture the
+// target's own image is used; without a thumbnail one is made from the image.
 struct AudioOptions {
   std::string target, sound, picture, thumbnail;
   std::string software = "exifkeep";
@@ -24,19 +24,19 @@ struct AudioOptions {
   bool damaged = false;
 };
 
-// A path that the library may write back into, with room for another extension or name.
+// A path that the library may modify, with room for another extension or name.
 class PathBuffer {
  public:
   explicit PathBuffer(const std::string& path)
-      : bytes_(std::max(path.size() + longestExtension, longestName) + 1) {
+      : bytes_(std::max(path.size() + maxExtensionSize, maxNameSize) + 1) {
     std::copy(path.begin(), path.end(), bytes_.begin());
   }
   char* data() { return bytes_.data(); }
   std::string text() const { return bytes_.data(); }
 
  private:
-  static constexpr size_t longestExtension = 4;
-  static constexpr size_t longestName = 15;
+  static constexpr size_t maxExtensionSize = 4;
+  static constexpr size_t maxNameSize = 15;
   std::vector<char> bytes_;
 };
 
@@ -45,8 +45,8 @@ bool hasTiffName(const std::string& path) {
   return lstrcmpiA(extension.c_str(), "tif") == 0 || lstrcmpiA(extension.c_str(), "tiff") == 0;
 }
 
-// The file that will be written: a picture without Exif data becomes a JPEG file beside it. A name
-// without an extension stays, for the library to refuse.
+// The file that will be written: a picture without Exif data becomes a JPEG file beside it. The
+// library will reject a name without an extension.
 std::string writtenPath(const std::string& path) {
   if (hasTiffName(path) || IsExifFile(path.c_str())) return path;
   const size_t dot = path.rfind('.');
@@ -59,7 +59,7 @@ bool mayBeWritten(const std::string& path, const CopyDialogue& dialogue) {
   return written == path || !isThere(written) || dialogue.mayOverwrite(written);
 }
 
-// The name that was recorded, or nothing when the picture was not rewritten.
+// Returns the name stored in the picture, or nothing if the picture was not rewritten.
 std::string attach(const AudioOptions& options, PathBuffer& path, PRaster& image,
                    PRaster* thumbnail) {
   const CopyDialogue dialogue(options.overwrite);
@@ -80,7 +80,7 @@ std::string attach(const AudioOptions& options, PathBuffer& path, PRaster& image
 std::string checkSound(const std::string& name) {
   const std::string extension = name.substr(std::min(name.rfind('.'), name.size()));
   if (extension == ".wav" || extension == ".WAV" || extension == ".Wav") return "";
-  return "the name of a recording ends in .wav, .WAV or .Wav";
+  return "the name of a recording must end in .wav, .WAV or .Wav";
 }
 
 ExitStatus audio(const AudioOptions& options) {
@@ -118,20 +118,20 @@ void addAudio(CLI::App& program, Command& chosen) {
   addText(command, "--sound", options->sound, "WAV", "Recording to copy beside the picture",
           checkSound);
   addText(command, "--software", options->software, "NAME",
-          "Software to record, exifkeep by default", [](const std::string& name) {
-            return name.size() <= 255 ? "" : "the name of the software takes at most 255 bytes";
+          "Value of the Software field, exifkeep by default", [](const std::string& name) {
+            return name.size() <= 255 ? "" : "the name of the software may have at most 255 bytes";
           });
   addText(command, "--picture", options->picture, "FILE",
           "Image to write, PICTURE's own by default");
   addText(command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");
   addFlag(command, "--damaged", options->damaged,
-          "Write a damaged picture as far as it was decoded");
+          "Write damaged pictures as far as they could be decoded");
   addFlag(command, "--yes", options->overwrite, "Overwrite existing files without asking");
   addFooter(
       command,
-      "Without --sound only a name is recorded, made from the picture's own. A picture without\n"
-      "Exif data that is no TIFF file becomes a .jpg file beside it.\n\n"
+      "Without --sound, only a name is stored, which is derived from the picture's. A picture\n"
+      "without Exif data that is not a TIFF file becomes a .jpg file beside it.\n\n"
       "Examples:\n"
       "  exifkeep audio photo.jpg --sound note.wav\n"
       "  exifkeep audio photo.jpg --software 'My Album'\n",

@@ -52,7 +52,7 @@ class TableOutput {
   bool first_ = true;
 };
 
-// A line of RFC 4180.
+// A line according to RFC 4180.
 std::string csvLine(const std::vector<std::string>& cells) {
   std::string line;
   for (std::string cell : cells) {
@@ -63,8 +63,8 @@ std::string csvLine(const std::vector<std::string>& cells) {
   return line + '\n';
 }
 
-// A line a picture, with a column for each tag: those that were chosen, or those that any picture
-// has, which are known at the end only.
+// One line per picture, with a column for each selected tag, or else for each tag that any picture
+// has. In the latter case the columns are known only at the end.
 class CsvOutput {
  public:
   explicit CsvOutput(const FieldChoice& choice) : choice_(choice), columns_(choice.tags) {}
@@ -171,22 +171,22 @@ void addInfo(CLI::App& program, Command& chosen) {
   addFiles(command, options->files);
   addText(command, "--lang", options->language, "TAG",
           "Language of labels and values, such as de or zh-TW", [](const std::string& tag) {
-            return isLanguage(tag) ? "" : "no such language; there are " + languageTags();
+            return isLanguage(tag) ? "" : "unknown language; the languages are " + languageTags();
           });
   addFlag(command, "--json", options->json, "Write a JSON array with an object per file");
   addFlag(command, "--json-lines", options->jsonLines,
-          "Write the objects of --json one a line, each as soon as it is known");
+          "Write the objects of --json one per line, each as soon as possible");
   addFlag(command, "--csv", options->csv,
           "Write a line of comma-separated values per file, in columns by tag");
   addList(command, "--tag", options->choice.tags, "NAME",
-          "List these tags only: names of the standard or numbers, with commas between");
-  addFlag(command, "--gps", options->choice.gps, "List GPS fields too");
+          "List only these tags: standard names or numbers, separated by commas");
+  addFlag(command, "--gps", options->choice.gps, "Also list GPS fields");
   addFlag(command, "-r,--recursive", options->files.recursive,
-          "Take a folder for the pictures below it");
+          "List all pictures in folders and their subfolders");
   addNumber(command, "-j,--jobs", options->jobs, 1, 1024,
-            "Read up to N pictures at a time; as many as there are cores by default");
+            "Read up to N pictures at a time; by default the number of cores");
   addFlag(command, "--html", options->html,
-          "Write one HTML page, with a switch between all languages");
+          "Write an HTML page with a switch for the language");
   addText(command, "-o,--output", options->output, "OUT",
           "Write the page of --html to this file; - is standard output");
   for (const char* other : {"--json", "--json-lines", "--csv", "--tag", "--gps", "--jobs"})

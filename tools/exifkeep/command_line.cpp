@@ -1,4 +1,3 @@
-// Parses with CLI11, whose exceptions become texts.
 #include "command_line.h"
 
 #include <exifkeep_version.h>
@@ -21,7 +20,7 @@ void addColor(CLI::App& command) {
           "Colours: auto (terminals, unless NO_COLOR is set), always or never")
       ->type_name("WHEN")
       ->check([](const std::string& when) {
-        return choices.count(when) ? "" : "takes auto, always or never";
+        return choices.count(when) ? "" : "must be auto, always or never";
       });
 }
 
@@ -32,16 +31,16 @@ void describe(CLI::App& program) {
   for (const auto& [key, label] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("REQUIRED", ""),
                                    std::pair("Positionals", "Arguments")})
     program.get_formatter()->label(key, label);
-  program.allow_windows_style_options(false);  // what begins with "/" is a path on every system
+  program.allow_windows_style_options(false);  // "/..." is a path on every system
   program.require_subcommand(0, 1);
   addColor(program);
   program.footer(
-      "exifkeep COMMAND --help tells more.\n\nExamples:\n"
+      "For the options of a command, see exifkeep COMMAND --help.\n\nExamples:\n"
       "  exifkeep info photo.jpg\n"
       "  exifkeep info --lang de --json photo.jpg\n"
       "  exifkeep save photo.jpg edited.jpg --picture edited.png\n"
-      "\nExit status: 0 every file was an Exif file and had what was asked for, 1 one was not or\n"
-      "had not, 2 wrong usage, 3 a file could not be opened or written.");
+      "\nExit status: 0 all files are Exif files and have what was requested, 1 one is not or\n"
+      "has not, 2 wrong usage, 3 a file could not be opened or written.");
 }
 
 void addCommands(CLI::App& program, Command& chosen) {
@@ -56,7 +55,7 @@ void addCommands(CLI::App& program, Command& chosen) {
   }
 }
 
-// The first argument that is no option, nor the value of one.
+// The first argument that is neither an option nor the value of one.
 std::string commandName(int count, char** values) {
   int at = 1;
   while (at < count && values[at][0] == '-')
@@ -64,11 +63,11 @@ std::string commandName(int count, char** values) {
   return at < count ? values[at] : "";
 }
 
-// The parser's own complaint would name all arguments.
+// The parser's own message would list all arguments.
 void requireKnownCommand(const CLI::App& program, const std::string& name) {
   const auto isNamed = [&](const CLI::App* command) { return command->get_name() == name; };
   if (name.empty() || !program.get_subcommands(isNamed).empty()) return;
-  throw CLI::ParseError("there is no command " + name, CLI::ExitCodes::ExtrasError);
+  throw CLI::ParseError("unknown command " + name, CLI::ExitCodes::ExtrasError);
 }
 
 std::string complaintAbout(const CLI::App& program, const CLI::ParseError& error) {

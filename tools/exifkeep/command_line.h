@@ -1,4 +1,4 @@
-// The command line: which command was chosen, with what options.
+// Parses the command line.
 #pragma once
 
 #include <string>
@@ -7,8 +7,7 @@
 
 namespace program {
 
-// What the command line asks for: a command to run, or a text to print (help or version), or a
-// complaint when it makes no sense.
+// A command to run, a text to print (help or version), or an error message.
 struct CommandLine {
   Command command;
   std::string text;

@@ -1,4 +1,4 @@
-// exifkeep open: a picture and its thumbnail as images, described or written to files.
+// exifkeep open: describes a picture and its thumbnail, or writes them to files.
 #include <exifkeep/exifkeep.h>
 
 #include <cmath>
@@ -13,7 +13,7 @@
 namespace program {
 namespace {
 
-// An empty file name is a part that is not asked for.
+// An empty file name means that the part is not requested.
 struct OpenOptions {
   std::string file, imageFile, thumbnailFile;
   bool damaged = false;
@@ -34,7 +34,7 @@ std::string describe(const PRaster& image) {
   return text + ", " + inches(image.GetDpmX()) + " x " + inches(image.GetDpmY()) + " dpi";
 }
 
-// The library decodes a thumbnail by way of a temporary file.
+// The library decodes a thumbnail through a temporary file.
 bool openFile(const std::string& path, PRaster* image, PRaster* thumbnail) {
   const EndingDelay delay;
   return OpenExifFile(path.c_str(), image, thumbnail) != 0;
@@ -50,7 +50,7 @@ ExitStatus showBoth(const std::string& path) {
   return image.IsEmpty() ? ExitStatus::failed : ExitStatus::ok;
 }
 
-// Writes what was opened to `target`; an empty target is a part that was not asked for.
+// Writes `opened` to `target`, unless the part was not requested.
 bool writePart(const OpenOptions& options, const char* part, PRaster& opened,
                const std::string& target) {
   if (target.empty()) return true;
@@ -60,10 +60,10 @@ bool writePart(const OpenOptions& options, const char* part, PRaster& opened,
   return false;
 }
 
-// What is written has no metadata, so the picture itself would lose its own.
+// Files are written without metadata, so the picture itself must not be overwritten.
 bool wouldOverwrite(const OpenOptions& options, const std::string& target) {
   if (!isSameFile(options.file, target)) return false;
-  complainAbout(target, "is the picture itself; choose another name");
+  complainAbout(target, "this is the picture itself; choose another name");
   return true;
 }
 
@@ -98,15 +98,15 @@ void addOpen(CLI::App& program, Command& chosen) {
   addText(command, "--thumbnail", options->thumbnailFile, "OUT", "Write the thumbnail to this file",
           checkPictureOutput);
   addFlag(command, "--damaged", options->damaged,
-          "Write a damaged picture as far as it was decoded");
+          "Write damaged pictures as far as they could be decoded");
   addFooter(
       command,
-      "The extension of OUT names the format. Without options the size, depth and resolution of\n"
-      "both are printed.\n\n"
+      "The extension of OUT selects the format. Without options, the size, depth and resolution\n"
+      "of both are printed.\n\n"
       "Examples:\n"
       "  exifkeep open photo.jpg\n"
       "  exifkeep open photo.jpg --thumbnail small.png\n",
-      "0 opened, 1 FILE is no Exif file, 2 wrong usage, 3 a file could not be opened,\n"
+      "0 opened, 1 FILE is not an Exif file, 2 wrong usage, 3 a file could not be opened,\n"
       "decoded or written.");
   setBody(command, chosen, options, open);
 }

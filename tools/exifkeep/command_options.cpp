@@ -8,8 +8,8 @@ CLI::App& addCommand(CLI::App& program, const char* name, const char* descriptio
   return *program.add_subcommand(name, description);
 }
 
-// The parser is to expect more names than there can be: so it takes what follows "--" for this
-// command's names, and a name in square brackets for no list of its own.
+// With a large number of expected names, the parser takes everything after "--" as names of this
+// command, and does not interpret a name in square brackets as a list.
 void addFiles(CLI::App& command, FileNames& files) {
   constexpr int plenty = CLI::detail::expected_max_vector_size;
   const auto takeNames = [&files](const CLI::results_t& names) {
@@ -21,7 +21,7 @@ void addFiles(CLI::App& command, FileNames& files) {
       ->expected(plenty, plenty)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   addFlag(command, "-0,--null", files.nulSeparated,
-          "Read names from standard input, each ended by a NUL byte");
+          "Read names from standard input, each terminated by a NUL byte");
 }
 
 void requireFiles(const FileNames& files) {
@@ -56,18 +56,18 @@ void addList(CLI::App& command, const char* option, std::vector<std::string>& va
       ->allow_extra_args(false);
 }
 
-void addArguments(CLI::App& command, const char* name, std::vector<std::string>& values, int least,
-                  const char* description) {
+void addArguments(CLI::App& command, const char* name, std::vector<std::string>& values,
+                  int minCount, const char* description) {
   command.add_option(name, values, description)
       ->type_name("")
       ->required()
-      ->expected(least, CLI::detail::expected_max_vector_size);
+      ->expected(minCount, CLI::detail::expected_max_vector_size);
 }
 
-void addNumber(CLI::App& command, const char* option, std::optional<int>& value, int least,
-               int most, const char* description) {
+void addNumber(CLI::App& command, const char* option, std::optional<int>& value, int min, int max,
+               const char* description) {
   command.add_option(option, value, description)
-      ->check(CLI::Range(least, most).description(""))
+      ->check(CLI::Range(min, max).description(""))
       ->type_name("N");
 }
 
@@ -84,7 +84,7 @@ void require(CLI::App& command, const char* option, const char* other) {
 }
 
 std::string checkPictureOutput(const std::string& name) {
-  return name == "-" ? "a picture goes to a file, not to standard output" : "";
+  return name == "-" ? "a picture is written to a file, not to standard output" : "";
 }
 
 void addFooter(CLI::App& command, const std::string& text, const std::string& statuses) {

@@ -1,4 +1,4 @@
-// exifkeep save: an image into a new file, with the metadata of the picture it comes from.
+// exifkeep save: saves an image with the metadata of the picture that it comes from.
 #include <exifkeep/exifkeep.h>
 
 #include <algorithm>
@@ -17,9 +17,9 @@
 namespace program {
 namespace {
 
-// An empty picture is the source's own, an empty thumbnail one made from the image.
+// Without a picture the source's own image is used, without a thumbnail one is made from the image.
 struct SaveOptions {
-  std::vector<std::string> names;  // the sources, and last the destination
+  std::vector<std::string> names;  // the sources, followed by the destination
   std::string source, destination, picture, thumbnail;
   std::optional<int> processCode;
   bool overwrite = false;
@@ -27,7 +27,7 @@ struct SaveOptions {
   bool damaged = false;
 };
 
-// When a file was last changed, as it was before it may be saved over.
+// The modification time of a file before it may be overwritten.
 class ModificationTime {
  public:
   explicit ModificationTime(const std::string& path)
@@ -36,7 +36,7 @@ class ModificationTime {
     std::error_code problem = problem_;
     if (!problem) std::filesystem::last_write_time(path, time_, problem);
     if (!problem) return ExitStatus::ok;
-    complainAbout(path, "its time could not be kept: " + problem.message());
+    complainAbout(path, "the modification time could not be set: " + problem.message());
     return ExitStatus::failed;
   }
 
@@ -53,17 +53,16 @@ int saveFile(const SaveOptions& options, PRaster& image, PRaster* thumbnail) {
   return SaveProcessFile(source, destination, *options.processCode, &image, thumbnail);
 }
 
-// Metadata goes along only between files of one kind, and a plain save writes none: the
-// destination itself tells.
+// Checks the destination, because only some saves keep the metadata.
 std::string outcome(const SaveOptions& options, bool sourceHadExif) {
   if (IsExifFile(options.destination.c_str()))
     return "saved with the Exif data of " + options.source;
   if (!sourceHadExif) return "saved without Exif data: " + options.source + " has none";
-  return "saved without Exif data, which is kept from JPEG to JPEG and from TIFF to TIFF only";
+  return "saved without Exif data, which is kept only from JPEG to JPEG and from TIFF to TIFF";
 }
 
 void complainNotSaved(const std::string& destination) {
-  const char* guess = "the thumbnail may be too large, or the disk full";
+  const char* guess = "the thumbnail may be too large or the disk full";
   complainAbout(destination, "not saved: " + whyNotWritten(destination, guess));
 }
 
@@ -97,27 +96,28 @@ ExitStatus complainOfUsage(const char* text) {
   return ExitStatus::usage;
 }
 
-// The last name is the destination, a file or, for any number of sources, a folder.
+// The last name is the destination: a file, or a folder for any number of sources.
 ExitStatus save(const SaveOptions& options) {
   namespace fs = std::filesystem;
   const std::vector<std::string> sources(options.names.begin(), options.names.end() - 1);
   std::error_code unknown;
   const bool toFolder = fs::is_directory(options.names.back(), unknown);
   if (options.names.back() == "-")
-    return complainOfUsage("a picture goes to a file, not to standard output");
-  if (sources.size() > 1 && !toFolder) return complainOfUsage("several pictures need a folder");
+    return complainOfUsage("a picture is written to a file, not to standard output");
+  if (sources.size() > 1 && !toFolder)
+    return complainOfUsage("several pictures need a folder");
   if (sources.size() > 1 && !(options.picture + options.thumbnail).empty())
-    return complainOfUsage("--picture and --thumbnail are for one picture");
-  ExitStatus gravest = ExitStatus::ok;
+    return complainOfUsage("--picture and --thumbnail are for a single picture");
+  ExitStatus worst = ExitStatus::ok;
   for (const std::string& source : sources) {
     SaveOptions one = options;
     one.source = source;
     one.destination = options.names.back();
     if (toFolder)
       one.destination = (fs::path(one.destination) / fs::path(source).filename()).string();
-    gravest = std::max(gravest, saveOne(one));
+    worst = std::max(worst, saveOne(one));
   }
-  return gravest;
+  return worst;
 }
 
 }  // namespace
@@ -127,23 +127,23 @@ void addSave(CLI::App& program, Command& chosen) {
       addCommand(program, "save", "Save an image with the metadata of another picture");
   auto options = std::make_shared<SaveOptions>();
   addArguments(command, "SOURCE", options->names, 2,
-               "... DESTINATION: pictures whose metadata is kept, and last the file to write, in\n"
-               "the format of its extension, or a folder");
+               "... DESTINATION: pictures whose metadata to keep, and the file to write, in the\n"
+               "format of its extension, or a folder");
   addText(command, "--picture", options->picture, "FILE", "Image to save, SOURCE's own by default");
   addText(command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");
   addFlag(command, "--damaged", options->damaged,
-          "Write a damaged picture as far as it was decoded");
+          "Write damaged pictures as far as they could be decoded");
   addNumber(command, "--process", options->processCode, 2, 6,
-            "What was done to the image: 2 turned, 3 resized, 4 to 6 filtered");
-  addFlag(command, "--keep-time", options->keepTime, "Keep the time when SOURCE was last changed");
-  addFlag(command, "--yes", options->overwrite, "Overwrite other files than SOURCE without asking");
+            "How the image was processed: 2 rotated, 3 resized, 4 to 6 filtered");
+  addFlag(command, "--keep-time", options->keepTime, "Keep the modification time of SOURCE");
+  addFlag(command, "--yes", options->overwrite, "Overwrite files other than SOURCE without asking");
   addFooter(command,
             "Exif data is kept from JPEG to JPEG and from TIFF to TIFF.\n\n"
             "Examples:\n"
             "  exifkeep save photo.jpg copy.jpg\n"
             "  exifkeep save --keep-time *.jpg copies\n"
-            "  exifkeep save photo.jpg turned.jpg --picture edited.png --process 2\n",
+            "  exifkeep save photo.jpg rotated.jpg --picture edited.png --process 2\n",
             statusesOfWriting);
   setBody(command, chosen, options, save);
 }

@@ -1,4 +1,4 @@
-// The program's commands. The file of a command has all of it: options, help text and body.
+// The program's commands. Options, help text and body of a command are in the same file.
 #pragma once
 
 #include <functional>
@@ -13,8 +13,7 @@ namespace program {
 
 using Command = std::function<ExitStatus()>;
 
-// Each makes `program` know its command, or its commands. When one is parsed, `chosen` becomes what
-// that command does.
+// Each adds its command or commands to `program`. When a command is parsed, `chosen` is set to it.
 void addInfo(CLI::App& program, Command& chosen);
 void addAnswers(CLI::App& program, Command& chosen);  // check, version, sound and languages
 void addOpen(CLI::App& program, Command& chosen);

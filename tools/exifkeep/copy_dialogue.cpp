@@ -1,4 +1,4 @@
-// The terminal's stand-in for the shell's copy windows; not called where the shell has its own.
+// Replaces the shell's dialogs on a terminal. Not called on Windows, where the shell shows its own.
 #include "copy_dialogue.h"
 
 #include <shell_copy_handler.h>
@@ -13,7 +13,7 @@
 namespace program {
 namespace {
 
-// Smaller copies are done before anyone could read how far they are.
+// Smaller copies are finished before anyone could read the progress.
 constexpr uint64_t largeCopy = 32u << 20;
 
 bool askOnTerminal(const std::string& target) {

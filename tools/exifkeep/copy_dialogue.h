@@ -1,6 +1,5 @@
-// What a user is asked and shown while a recording is copied: whether an existing file may be
-// replaced, and how far a large copy has got. Questions need a terminal; without one the answer
-// is no.
+// Asks whether an existing file may be replaced, and shows the progress of a large copy. Without a
+// terminal the answer is no.
 #pragma once
 
 #include <windows.h>
@@ -12,8 +11,8 @@ namespace program {
 
 class CopyDialogue {
  public:
-  // Installs itself as the handler of the shell's copies for as long as it lives, and wipes the
-  // progress line at its end.
+  // Installs this object as the handler of the shell's copies. The destructor removes it and erases
+  // the progress line.
   explicit CopyDialogue(bool overwriteUnasked);
   ~CopyDialogue();
   CopyDialogue(const CopyDialogue&) = delete;

@@ -1,5 +1,5 @@
-// In UTF-8 a lead byte gives the length and the range of the byte that follows it; every later byte
-// is 80 to BF.
+// In UTF-8 the lead byte determines the length and the range of the next byte; all later bytes are
+// 80 to BF.
 #include "escape.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace program {
 namespace {
 
 struct Lead {
-  unsigned char first, last;  // lead bytes of this row
+  unsigned char first, last;  // the lead bytes of this row
   size_t length;
   unsigned char secondFirst, secondLast;
 };
@@ -45,8 +45,8 @@ Utf8Step firstUtf8Step(std::string_view text) {
   return {text.substr(0, lead->length), codePoint, true};
 }
 
-// What must not reach a terminal or a reader as it is: control characters (C0, DEL, C1), line and
-// paragraph separators, and the marks that turn the direction of writing.
+// Characters that must not be shown: control characters (C0, DEL, C1), line and paragraph
+// separators, and marks that change the direction of writing.
 bool isControl(char32_t codePoint) {
   struct Range {
     char32_t first, last;

@@ -1,7 +1,6 @@
-// Texts as they may be sent to a terminal, an HTML page or a JSON document. Names and values come
-// from files of strangers: they are bytes of any kind, taken as UTF-8, and bytes that are no UTF-8
-// count as the longest run that could have begun a character (Unicode 15, table 3-7), so that each
-// run is shown or replaced once.
+// Escapes texts for a terminal, an HTML page or a JSON document. Names and values come from
+// untrusted files and may be any bytes. They are interpreted as UTF-8, and invalid bytes are
+// handled in the longest runs that could have begun a character (Unicode 15, table 3-7).
 #pragma once
 
 #include <cstddef>
@@ -10,15 +9,15 @@
 
 namespace program {
 
-// For a terminal: whatever could steer it or change the order of what is read is shown as \n, \t,
-// \r, \x1b or \u202e, and bytes that are no UTF-8 as \xff.
+// For a terminal: characters that could control it or change the order of reading become \n, \t,
+// \r, \x1b or \u202e, and invalid bytes become \xff.
 std::string escapeForTerminal(std::string_view text);
 
-// For HTML, between tags or in a quoted attribute: markup characters as references, and U+FFFD for
-// each run of bytes that is no UTF-8 and for each control character but line feed and tab.
+// For HTML, between tags or in a quoted attribute: markup characters become references; invalid
+// runs of bytes, and control characters other than line feed and tab, become U+FFFD.
 std::string escapeForHtml(std::string_view text);
 
-// For JSON, between quotes (RFC 8259): U+FFFD for each run of bytes that is no UTF-8.
+// For JSON, between quotes (RFC 8259): invalid runs of bytes become U+FFFD.
 std::string escapeForJson(std::string_view text);
 void appendForJson(std::string& out, std::string_view text);
 
@@ -26,13 +25,12 @@ void appendForJson(std::string& out, std::string_view text);
 std::string base64(std::string_view bytes);
 
 struct Utf8Step {
-  std::string_view bytes;  // what this step takes from the front of the text
-  char32_t codePoint;      // U+FFFD when not valid
+  std::string_view bytes;  // the bytes at the front of the text that form this step
+  char32_t codePoint;      // U+FFFD if not valid
   bool valid;
 };
 
-// Takes the first step off `text`.
-// REQUIRES: text is not empty.
+// Removes the first step from `text`. REQUIRES: text is not empty.
 Utf8Step takeUtf8Step(std::string_view& text);
 
 }  // namespace program

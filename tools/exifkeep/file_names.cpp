@@ -1,4 +1,3 @@
-// File names from arguments and from standard input.
 #include "file_names.h"
 
 #include <windows.h>
@@ -18,8 +17,8 @@
 namespace program {
 namespace {
 
-// The next name on standard input; none at its end. A NUL, which no name can hold, ends a name in
-// either form, and empty lines are passed over.
+// The next name on standard input, or none at its end. A NUL, which no name can contain, always
+// terminates a name. Empty lines are skipped.
 std::optional<std::string> nextInputName(bool nulSeparated) {
   std::string name;
   int byte;
@@ -38,7 +37,7 @@ bool holdsDash(const std::vector<std::string>& names) {
   return std::find(names.begin(), names.end(), "-") != names.end();
 }
 
-// What begins like a picture is no list of names.
+// Whether the input begins like a picture instead of a name.
 bool holdsPicture(const std::string& firstName) {
   return firstName.starts_with("\xFF\xD8\xFF") || firstName.starts_with("\x89PNG");
 }
@@ -50,8 +49,8 @@ bool hasPictureName(const std::filesystem::path& path) {
   return false;
 }
 
-// Links to folders are not followed, so no walk is endless. A folder that cannot be read is
-// complained about.
+// Links to folders are not followed, so that the iteration ends. Prints an error message if a
+// folder cannot be read.
 std::vector<std::string> picturesBelow(const std::string& folder, ExitStatus& status) {
   namespace fs = std::filesystem;
   std::vector<std::string> names;
@@ -83,11 +82,11 @@ bool FileNames::readsInput() const {
 }
 
 ExitStatus FileNames::takeEach(const std::function<bool(const std::string&)>& takeFile) const {
-  ExitStatus gravest = ExitStatus::ok;
+  ExitStatus worst = ExitStatus::ok;
   const auto take = [&](const std::string& name) {
     std::error_code unknown;
     if (!recursive || !std::filesystem::is_directory(name, unknown)) return takeFile(name);
-    const std::vector<std::string> pictures = picturesBelow(name, gravest);
+    const std::vector<std::string> pictures = picturesBelow(name, worst);
     return std::all_of(pictures.begin(), pictures.end(), takeFile);
   };
   std::vector<std::string> names = arguments;
@@ -100,46 +99,46 @@ ExitStatus FileNames::takeEach(const std::function<bool(const std::string&)>& ta
     bool isFirst = true;
     while (const std::optional<std::string> name = nextInputName(nulSeparated)) {
       if (std::exchange(isFirst, false) && holdsPicture(*name)) {
-        complainAbout("standard input", "holds a picture; - reads the names of pictures");
+        complainAbout("standard input", "holds a picture; - reads names of pictures");
         return ExitStatus::failed;
       }
       if (!take(*name)) return ExitStatus::failed;
     }
-    gravest = std::max(gravest, endOfInput());
+    worst = std::max(worst, endOfInput());
   }
-  return gravest;
+  return worst;
 }
 
 ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
                               bool answersKeptBack) const {
-  ExitStatus gravest = ExitStatus::ok;
+  ExitStatus worst = ExitStatus::ok;
   BatchProgress progress(knownCount(), answersKeptBack);
   const ExitStatus ofNames = takeEach([&](const std::string& name) {
-    gravest = std::max(gravest, answer(name));
+    worst = std::max(worst, answer(name));
     progress.advance();
     return flushOutput();
   });
-  return std::max(gravest, ofNames);
+  return std::max(worst, ofNames);
 }
 
 ExitStatus FileNames::forEach(size_t jobs,
                               const std::function<Answer(const std::string&)>& examine) const {
   const size_t threads = knownCount() == 0 ? jobs : std::min(jobs, knownCount());
   if (threads == 1) return forEach([&](const std::string& name) { return examine(name)(); });
-  ExitStatus gravest = ExitStatus::ok;
+  ExitStatus worst = ExitStatus::ok;
   BatchProgress progress(knownCount(), false);
   OrderedWork work(
       threads,
       [&](const std::string& name) -> OrderedWork::Delivery {
         return [&, answer = examine(name)] {
-          gravest = std::max(gravest, answer());
+          worst = std::max(worst, answer());
           progress.advance();
         };
       },
       flushOutput);
   const ExitStatus ofNames = takeEach([&](const std::string& name) { return work.add(name); });
   const bool finished = work.finish();
-  return finished ? std::max(gravest, ofNames) : ExitStatus::failed;
+  return finished ? std::max(worst, ofNames) : ExitStatus::failed;
 }
 
 }  // namespace program

@@ -1,5 +1,5 @@
-// The files that a command goes over: those of the command line, and for "-" those named on
-// standard input, taken one by one as they arrive.
+// The files of a command: those given on the command line and, for "-", those named on standard
+// input, which are processed as they arrive.
 #pragma once
 
 #include <functional>
@@ -12,16 +12,17 @@ namespace program {
 
 struct FileNames {
   std::vector<std::string> arguments;
-  bool recursive = false;     // a folder stands for the pictures below it, in the order of names
-  bool nulSeparated = false;  // names on standard input end in NUL; they are read even without "-"
+  bool recursive = false;  // a folder means all pictures in it and its subfolders, sorted by name
+  bool nulSeparated =
+      false;  // names on standard input end with NUL; they are read even without "-"
 
   bool readsInput() const;
   bool empty() const { return arguments.empty() && !nulSeparated; }
-  // Whether answers must tell which file they are about.
+  // Whether answers must include the file name.
   bool several() const { return arguments.size() > 1 || recursive || readsInput(); }
-  // Calls `answer` for each name, flushes standard output after each, and returns the gravest
-  // status. Ends early when standard output cannot be written. Answers that are kept back until the
-  // end leave the terminal free to show how far the work is.
+  // Calls `answer` for each name, flushes standard output after each, and returns the worst status.
+  // Stops early if standard output cannot be written. If all answers are withheld until the end,
+  // the terminal can show the progress.
   ExitStatus forEach(const std::function<ExitStatus(const std::string&)>& answer,
                      bool answersKeptBack = false) const;
 

@@ -1,5 +1,5 @@
-// Writing is left to the library, which replaces a file whole or not at all; the codec itself would
-// write over it.
+// Files are written through the library, which replaces them atomically; the codec would overwrite
+// them.
 #include "image_files.h"
 
 #include <exifkeep/exifkeep.h>
@@ -20,7 +20,7 @@ struct BlockFree {
   void operator()(HGLOBAL block) const { GlobalFree(block); }
 };
 
-// The extensions of the formats that the codec writes.
+// The extensions that the codec can write.
 std::vector<std::string> writableExtensions() {
   std::vector<std::string> extensions;
   constexpr int capacity = 25;
@@ -34,7 +34,7 @@ std::vector<std::string> writableExtensions() {
   return extensions;
 }
 
-// Empty when the codec writes files of this name, else what it does write.
+// Empty if the codec can write files of this name, otherwise a message.
 std::string whyNotItsFormat(const std::string& path) {
   const std::string extension = path.substr(path.rfind('.') + 1);
   std::string known;
@@ -42,7 +42,7 @@ std::string whyNotItsFormat(const std::string& path) {
     if (lstrcmpiA(candidate.c_str(), extension.c_str()) == 0) return "";
     known += (known.empty() ? "" : ", ") + candidate;
   }
-  return "pictures are written as " + known;
+  return "unknown extension; pictures can be written as " + known;
 }
 
 }  // namespace
@@ -54,7 +54,7 @@ bool acceptLostRows(const std::string& path, const PRaster& image, bool damaged)
   if (damaged)
     noteAbout(path, "damaged: " + lost);
   else
-    complainAbout(path, "damaged: " + lost + "; --damaged writes the picture all the same");
+    complainAbout(path, "damaged: " + lost + "; --damaged writes the picture anyway");
   return damaged;
 }
 
@@ -67,7 +67,7 @@ bool readImage(const std::string& path, PRaster& image, bool damaged) {
 
 bool writeImage(const std::string& path, PRaster& image) {
   const EndingDelay delay;
-  // Without a source, a save is the image alone.
+  // Without a source only the image is saved.
   if (SaveFile("", path.c_str(), &image, nullptr)) return true;
   complainAbout(path, "not written: " + whyNotWritten(path, "the disk may be full"));
   return false;

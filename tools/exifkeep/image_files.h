@@ -1,4 +1,4 @@
-// Pictures in files to images in memory and back, through the codec that library and hosts share.
+// Reads and writes pictures of any kind.
 #pragma once
 
 #include <praster.h>
@@ -7,23 +7,21 @@
 
 namespace program {
 
-// Decodes the picture at `path` into `image`, resolution and palette included. False, after saying
-// so, when it cannot be read.
+// Decodes the picture at `path`. If that fails, prints a message and returns false.
 bool readImage(const std::string& path, PRaster& image, bool damaged);
-// Says how many rows of an image decoded from `path` are lost. False when there are some and
-// `damaged` says that the user did not ask for such images.
+// Prints how many rows of an image decoded from `path` are lost, if any. False if there are some
+// and damaged pictures are not accepted.
 bool acceptLostRows(const std::string& path, const PRaster& image, bool damaged);
 
-// Encodes `image` into the file `path` by its extension. False, after saying so, when it cannot be
-// written.
+// Encodes `image` in the format of the extension. If that fails, prints a message and returns
+// false.
 bool writeImage(const std::string& path, PRaster& image);
 
-// Whether all of `path` can be read, asked after a command failed that had to read it. If not, says
-// why, and that nothing was changed.
+// Whether all of `path` can be read; called after a command that had to read it failed. If not,
+// prints the reason and that nothing was changed.
 bool canBeReadToEnd(const std::string& path);
 
-// What stands in the way of a picture at `path`, after writing it failed; `guess` when nothing is
-// to be seen.
+// Why a picture could not be written to `path`, or `guess` if no reason can be found.
 std::string whyNotWritten(const std::string& path, const std::string& guess);
 
 }  // namespace program

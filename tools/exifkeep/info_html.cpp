@@ -1,4 +1,4 @@
-// exifkeep info --html: the labels and values of pictures in all languages, as one page.
+// exifkeep info --html: the labels and values of pictures in all languages on one page.
 #include "info_html.h"
 
 #include <language.h>
@@ -15,7 +15,7 @@ namespace {
 using Kind = SheetPicture::Kind;
 using namespace std::string_view_literals;
 
-// The page goes to standard output piece by piece, or to a file in the end.
+// Writes the page to standard output piece by piece, or to a file at the end.
 class SheetOutput {
  public:
   explicit SheetOutput(const std::string& file) : file_(file) {}
@@ -27,7 +27,8 @@ class SheetOutput {
     else
       printBytes(html);
   }
-  // False, after saying why, when the file could not be written; what was there is then unchanged.
+  // If the file cannot be written, prints the reason, leaves an existing file unchanged and returns
+  // false.
   bool finish() const {
     const std::string problem = keepsBack() ? replaceFile(file_, kept_) : "";
     if (!problem.empty()) complainAbout(file_, "not written: " + problem);
@@ -39,12 +40,13 @@ class SheetOutput {
   std::string kept_;
 };
 
-// Without the blanks that fill fields of fixed size.
+// Removes the spaces that fill fields of fixed size.
 std::string trimmed(std::string_view text) {
   return std::string(text.substr(0, text.find_last_not_of(" \t\r\n") + 1));
 }
 
-// Adds the texts of the language selected now; a file that has changed meanwhile may lack some.
+// Adds the texts in the selected language. If the file has changed in the meantime, some may be
+// missing.
 void addLanguage(const PictureInfo& info, std::vector<SheetRow>& rows, size_t language) {
   const size_t count = exifkeep::languageVariants().size();
   size_t at = 0;
@@ -78,7 +80,7 @@ SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
   return picture;
 }
 
-// Nobody wants a picture overwritten with its description.
+// Checks that the page does not overwrite one of the pictures.
 bool wouldOverwrite(const std::string& out, const std::string& path) {
   if (!isSameFile(out, path)) return false;
   complainAbout(out, "is one of the files to list; choose another name for -o");

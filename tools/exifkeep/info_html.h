@@ -1,4 +1,4 @@
-// The metadata of pictures in all languages, as one HTML page.
+// The metadata of pictures in all languages as an HTML page.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace program {
 
-// The page of these files, with the selected language shown first; goes to the file `out`, or to
-// standard output when that is empty.
+// Writes the page for these files, which first shows the selected language, to the file `out`, or
+// to standard output if that is empty.
 ExitStatus listAsHtml(const FileNames& files, const std::string& out);
 
 }  // namespace program

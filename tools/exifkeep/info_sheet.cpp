@@ -1,4 +1,4 @@
-// Tags are balanced as XML wants it and attributes quoted, so that simple readers get along too.
+// Tags are balanced as in XML and attributes are quoted, for simple parsers.
 #include "info_sheet.h"
 
 #include <language.h>
@@ -13,7 +13,7 @@ namespace {
 
 using exifkeep::LanguageVariant;
 
-// What a photographer asks first.
+// The most important facts for a photographer.
 constexpr std::string_view leadTags[] = {"Model", "DateTimeOriginal"};
 constexpr std::string_view factTags[] = {"ExposureTime", "FNumber", "ISOSpeedRatings",
                                          "FocalLength"};
@@ -57,7 +57,7 @@ std::string headingHtml(const std::string& path) {
   return html + escapeForHtml(path.substr(name)) + "</h2>\n";
 }
 
-// A JSON string that no reader of HTML takes for markup.
+// A JSON string without HTML markup characters.
 std::string scriptString(std::string_view text) {
   std::string quoted = "\"";
   for (const char c : escapeForJson(text))
@@ -75,7 +75,7 @@ InfoSheet::InfoSheet(std::string_view language) : language_(language) {
       variants.begin());
 }
 
-// A text that is the same in all languages comes from the file, and its language is not known.
+// A text that is the same in all languages is from the file, and its language is unknown.
 std::string InfoSheet::localized(const std::string& element, const LanguageTexts& texts,
                                  const std::string& attributes) {
   std::string html = '<' + element + attributes;
@@ -89,7 +89,7 @@ std::string InfoSheet::localized(const std::string& element, const LanguageTexts
   return html + '>' + escapeForHtml(texts[languageIndex_]) + "</" + element + '>';
 }
 
-// Of "1/60 (seconds)" only the unit differs between the languages. Facts have it set apart.
+// In "1/60 (seconds)" only the unit differs between languages. In facts it is shown separately.
 std::string InfoSheet::valueHtml(const std::string& element, const LanguageTexts& values,
                                  bool unitApart) {
   if (!unitApart && isSameInAll(values)) return localized(element, values);
@@ -163,7 +163,7 @@ std::string InfoSheet::tableHtml(const SheetPicture& picture) {
 
 std::string InfoSheet::begin(const std::string& name) {
   const LanguageTexts title = inAllLanguages(&SheetWords::title, name.empty() ? "" : name + " – ");
-  // Nothing is fetched, and nothing else run, whatever the texts of a picture hold.
+  // Nothing is fetched, and no other script is run, whatever the texts of a picture contain.
   const std::string policy = "default-src 'none'; img-src data:; style-src 'sha256-" +
                              base64(sheetStyle.sha256) + "'; script-src 'sha256-" +
                              base64(sheetScript.sha256) + "'";

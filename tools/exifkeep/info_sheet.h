@@ -1,7 +1,6 @@
-// The metadata of pictures as one HTML page that needs nothing beside it: pictures, style and
-// script are inside. The markup has the texts of the language shown first. Texts that differ from
-// language to language are in the page once for each language, as data at its end, and have numbers
-// by which the script finds them.
+// Makes an HTML page of the metadata of pictures, which includes pictures, style and script. The
+// markup has the texts of the initial language. Texts that depend on the language are also included
+// once per language as data at the end of the page, with numbers by which the script finds them.
 #pragma once
 
 #include <map>
@@ -25,17 +24,17 @@ struct SheetPicture {
   std::string path;
   PicturePreview preview;
   std::vector<SheetRow> rows;
-  // Stands in for the rows of a file without any.
+  // For files without rows.
   enum class Kind { exif, notExif, notOpened } kind = Kind::exif;
 };
 
-// Makes the page's parts, to be asked for in the order of these functions.
+// Makes the parts of the page. REQUIRES: the functions are called in the order of the page.
 class InfoSheet {
  public:
-  // REQUIRES: `language` is the tag of a language variant. It is the one that is shown first.
+  // The page first shows `language`. REQUIRES: the tag of a language variant.
   explicit InfoSheet(std::string_view language);
 
-  // `name` is that of the only file, or empty.
+  // `name` is that of a single file, or empty.
   std::string begin(const std::string& name);
   std::string section(const SheetPicture& picture);
   std::string end() const;

@@ -1,5 +1,5 @@
-// Answers for programs: an object for each file, in a JSON array or in lines of their own.
-// docs/json-output.schema.json describes them all.
+// Answers for programs: an object for each file, in a JSON array or on separate lines, as described
+// in docs/json-output.schema.json.
 #pragma once
 
 #include <exifkeep/field_list.h>
@@ -14,18 +14,18 @@ namespace program {
 
 enum class JsonForm { array, lines };
 
-// Adds what it knows of a file to its object. A status of failed is complained about.
+// Writes the members of a file's object. If it returns the status failed, a message is printed.
 using JsonAnswer = std::function<FileRefusal(JsonWriter& json, const std::string& path)>;
 
 // Calls `answer` for each file, on up to `jobs` threads.
 ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
                         const JsonAnswer& answer);
 
-// What every object begins with: whether the file is an Exif file, and the reason (null for one
-// that is).
+// Writes the first members of every object: whether the file is an Exif file and, if not, the
+// reason.
 void writeExif(JsonWriter& json, const FileRefusal& refusal);
 
-// An item's object.
+// Writes an item's object.
 void writeField(JsonWriter& json, const exifkeep::InfoField& field);
 
 }  // namespace program

@@ -27,7 +27,7 @@ class JsonWriter {
   void text(std::string_view value);
   void boolean(bool value);
   void null() { literal("null"); }
-  // What RFC 8259 calls a number.
+  // REQUIRES: a number according to RFC 8259.
   void number(std::string_view digits) { literal(digits); }
 
  private:

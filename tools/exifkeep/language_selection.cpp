@@ -1,5 +1,5 @@
-// LANGUAGE carries the language; it counts only under a locale other than C, and LC_ALL=C.UTF-8 is
-// such a locale and names the code page as well.
+// LANGUAGE is ignored in the C locale. LC_ALL=C.UTF-8 is another locale and also selects the code
+// page.
 #include "language_selection.h"
 
 #include <language.h>

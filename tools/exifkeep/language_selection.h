@@ -1,5 +1,5 @@
-// In which language and code page the library answers. It takes both from the environment at every
-// call, so the program chooses by setting its own environment.
+// Selects the language and code page of the library's texts. The library takes both from the
+// environment in each call, so the program sets its own environment.
 #pragma once
 
 #include <string>
@@ -7,17 +7,16 @@
 
 namespace program {
 
-// All texts of the library come as UTF-8 from here on: in the language of `tag` (BCP 47), or in the
-// user's own when `tag` is empty.
-// REQUIRES: tag is empty or isLanguage(tag).
+// From now on all texts of the library are in UTF-8 and in the language of `tag` (BCP 47), or in
+// the user's own if `tag` is empty. REQUIRES: tag is empty or isLanguage(tag).
 void selectLanguage(std::string_view tag);
 
-// The tag of the language selected now.
+// The tag of the selected language.
 std::string_view selectedLanguage();
 
 bool isLanguage(std::string_view tag);
 
-// The tags of all languages, as a list for people.
+// The tags of all languages, separated by commas.
 std::string languageTags();
 
 }  // namespace program

@@ -1,5 +1,5 @@
-// exifkeep, the command-line program: runs the command that the command line asks for. It is a host
-// of the library like any other and uses nothing but its public interface.
+// The command-line program. It is a host of the library like any other and uses only the public
+// interface.
 #include <afxwin.h>
 
 #include <exception>
@@ -26,7 +26,7 @@ ExitStatus run(int count, char** values) {
 
 int main(int count, char** values) {
   program::guardStandardStreams();
-  // What the library would tell in a window, the commands say themselves, with the file's name.
+  // No message boxes: the commands print messages with the file's name.
   AfxSetMessageBoxHandler([](void*, const char*, UINT) { return IDOK; }, nullptr);
   try {
     return static_cast<int>(program::run(count, values));

@@ -1,6 +1,6 @@
-// Goes by the marks of each kind, without reading the data themselves: marker segments up to the
-// scan (ITU-T T.81, B.1.1; XMP part 3; ICC.1, annex B), tags of the first directory (TIFF 6.0,
-// section 2), chunks (PNG, 11.3).
+// Detects each kind by its identifier, without reading the data: marker segments up to the scan
+// (ITU-T T.81, B.1.1; XMP part 3; ICC.1, annex B), tags of the first directory (TIFF 6.0, section
+// 2), chunks (PNG, 11.3).
 #include "other_metadata.h"
 
 #include <cstdint>
@@ -28,7 +28,7 @@ uint64_t number(std::string_view bytes, bool littleEndian) {
   return bigEndian(std::string(bytes.rbegin(), bytes.rend()));
 }
 
-// The next `size` bytes, fewer at the end of the file.
+// The next `size` bytes, or fewer at the end of the file.
 std::string take(std::istream& file, size_t size) {
   std::string bytes(size, '\0');
   file.read(bytes.data(), static_cast<std::streamsize>(size));
@@ -36,8 +36,7 @@ std::string take(std::istream& file, size_t size) {
   return bytes;
 }
 
-// Whether image resources ("8BIM", id, name, size, data, each padded to even) have the one that
-// holds IPTC data.
+// Whether image resources ("8BIM", id, name, size, data, each padded to even) include IPTC data.
 bool holdsIptc(std::string_view resources) {
   constexpr uint64_t iptcId = 0x0404;
   while (resources.size() >= 12 && resources.starts_with("8BIM")) {

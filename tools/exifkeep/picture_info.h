@@ -1,4 +1,4 @@
-// The metadata of one picture as the library lists it, or the reason why there is none.
+// The metadata of a picture, or the reason why there is none.
 #pragma once
 
 #include <exifkeep/field_list.h>
@@ -12,9 +12,9 @@
 
 namespace program {
 
-// Which fields are wanted.
+// A selection of fields.
 struct FieldChoice {
-  std::vector<std::string> tags;  // names in the standard, or numbers; all when empty
+  std::vector<std::string> tags;  // standard names or numbers; empty: all
   bool gps = false;
 
   bool wants(const exifkeep::InfoField& field) const {
@@ -29,7 +29,7 @@ struct FieldChoice {
 
 class PictureInfo {
  public:
-  // In the language and code page selected now. REQUIRES: `choice` outlives this.
+  // In the selected language and code page. REQUIRES: `choice` outlives this object.
   explicit PictureInfo(const std::string& path, const FieldChoice& choice = everything)
       : choice_(choice) {
     fields_.withGps = choice.gps;
@@ -40,7 +40,7 @@ class PictureInfo {
   bool isExif() const { return isExif_; }
   const FileRefusal& refusal() const { return refusal_; }
 
-  // Calls `visit` with each InfoField that is wanted.
+  // Calls `visit` with each selected InfoField.
   template <typename Visit>
   void forEachItem(Visit visit) const {
     fields_.forEach([&](const exifkeep::InfoField& field) {

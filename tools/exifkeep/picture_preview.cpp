@@ -1,4 +1,4 @@
-// The codec writes files only, so the preview goes through the temporary folder.
+// The codec can only write files, so the preview is written to the temporary folder.
 #include "picture_preview.h"
 
 #include <exifkeep/exifkeep.h>
@@ -15,10 +15,10 @@
 namespace program {
 namespace {
 
-// Twice the size at which pages show it, for screens of fine resolution.
-constexpr unsigned longestSide = 320;
+// Twice the size shown on the page, for screens of high resolution.
+constexpr unsigned maxSide = 320;
 
-// A file in a new folder of its own below the temporary one.
+// A file in a new folder in the temporary folder.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const char* name) {
@@ -37,20 +37,20 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  // Empty when the folder could not be made: the name alone would be a file of the user's.
+  // Empty if the folder could not be created; the name alone could be one of the user's files.
   const std::string& path() const { return path_; }
 
  private:
-  const EndingDelay delay_;  // ends after the file has gone
+  const EndingDelay delay_;  // destroyed after the file is deleted
   std::string folder_;
   std::string path_;
 };
 
 bool shrink(PRaster& image) {
   const unsigned longer = std::max(image.width(), image.height());
-  if (longer <= longestSide) return true;
+  if (longer <= maxSide) return true;
   const auto scaled = [longer](unsigned side) {
-    return std::max(1u, static_cast<unsigned>(uint64_t{side} * longestSide / longer));
+    return std::max(1u, static_cast<unsigned>(uint64_t{side} * maxSide / longer));
   };
   PRaster small;
   if (!small.CreateImage(PRaster::type24Bit, scaled(image.width()), scaled(image.height())) ||
@@ -60,11 +60,11 @@ bool shrink(PRaster& image) {
   return true;
 }
 
-// Moves the pixels to where they are to be seen (Exif 2.2, 4.6.4 A, Orientation).
+// Applies the Orientation (Exif 2.2, 4.6.4 A).
 bool turn(PRaster& image, std::int64_t orientation) {
   if (orientation < 2 || orientation > 8) return true;
   const bool onItsSide = orientation >= 5;
-  // Row 0 is seen at the bottom or the right, and column 0 is.
+  // Whether row 0, and column 0, is at the visible bottom or right.
   const bool rowsBackwards =
       orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
   const bool columnsBackwards =

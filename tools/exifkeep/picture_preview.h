@@ -1,4 +1,4 @@
-// A small picture of a picture, for pages and lists.
+// Previews of pictures.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,14 @@
 namespace program {
 
 struct PicturePreview {
-  std::string jpeg;  // the bytes of a JPEG file; empty when the picture cannot be shown
+  std::string jpeg;  // the bytes of a JPEG file, or empty if the picture cannot be shown
   unsigned width = 0;
   unsigned height = 0;
   bool isDamaged = false;  // rows are missing
 };
 
-// The thumbnail that the file holds, or one made from its image when there is none or a damaged
-// one; turned as `orientation` says, the number of the Orientation tag. Silent on failure.
+// The file's thumbnail, or one made from its image if there is none or it is damaged, with
+// `orientation`, the value of the Orientation tag, applied. Prints no messages.
 PicturePreview makePreview(const std::string& path, std::int64_t orientation);
 
 }  // namespace program

@@ -6,7 +6,7 @@ namespace program {
 namespace {
 
 constexpr SheetWords words[] = {
-    {"en", "Picture properties", "Language", "This file holds no Exif data.",
+    {"en", "Picture properties", "Language", "This file has no Exif data.",
      "This file could not be opened.", "The picture is damaged: part of the preview is missing."},
     {"de", "Bildeigenschaften", "Sprache", "Diese Datei enthält keine Exif-Daten.",
      "Diese Datei konnte nicht geöffnet werden.",

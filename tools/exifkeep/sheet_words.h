@@ -1,5 +1,5 @@
-// What the sheet has of its own: words that do not come from the library, in every language, and
-// style and script, which the build takes from sheet.css and sheet.js.
+// The page's own words in every language, and its style and script, which are compiled from
+// sheet.css and sheet.js.
 #pragma once
 
 #include <string_view>
@@ -7,7 +7,7 @@
 namespace program {
 
 struct SheetWords {
-  std::string_view tag;  // BCP 47, one of languageVariants()
+  std::string_view tag;  // the BCP 47 tag of one of languageVariants()
   std::string_view title;
   std::string_view language;
   std::string_view noExif;

@@ -16,8 +16,8 @@ namespace {
 
 std::string keptOutput;
 
-// The program works in UTF-8 throughout; only here texts become what the user's locale asks for, as
-// it was when the program started.
+// Texts are in UTF-8 everywhere else. They are converted to the charset of the locale that was in
+// effect when the program started.
 std::string inUserCharset(std::string_view text) {
   static const auto encoder = exifkeep::CodePageEncoder::forUser();
   std::string encoded(text);
@@ -48,7 +48,7 @@ void printBytes(std::string_view bytes) {
 bool flushOutput() {
   static bool failed = false;
   if (!failed && !writeOutput(keptOutput)) {
-    // The reader, head for one, closed the pipe on purpose: no message.
+    // A reader such as head closes the pipe on purpose, so no message.
     if (errno != EPIPE) complainAbout("standard output", std::strerror(errno));
     failed = true;
   }

@@ -1,32 +1,32 @@
-// Standard output carries data and standard error messages. A reader that has gone and a full disk
-// are noticed, and no file that is opened later can take the place of a closed standard stream.
+// Standard output is for data and standard error for messages. Closed pipes and full disks are
+// detected, and no file opened later can get the number of a closed standard stream.
 #pragma once
 
 #include <string_view>
 
 namespace program {
 
-// Called once, before any file is opened and before the environment is changed.
+// REQUIRES: called once, before any file is opened and before the environment is changed.
 void guardStandardStreams();
 
-// Both keep what they are given for standard output until the next flushOutput: `text` is UTF-8 and
-// goes out in the charset of the user's locale, `bytes` go out as they are.
+// Both store output until the next flushOutput. `text` is UTF-8 and is converted to the charset of
+// the user's locale; `bytes` are not converted.
 void print(std::string_view text);
 void printBytes(std::string_view bytes);
 
-// Writes what was kept; the program does so at its end, commands over many files after each. False,
-// after saying so once, when standard output cannot be written; without a word when its reader has
-// gone.
+// Writes the stored output; called at the end of the program and after each of many files. False if
+// standard output cannot be written; prints a message the first time, unless the reader closed the
+// pipe.
 bool flushOutput();
 
-// One line on standard error: the program's name and `text`, escaped for a terminal and in the
+// Prints a line on standard error: the program's name and `text`, escaped for a terminal and in the
 // user's charset.
 void complain(std::string_view text);
 
 // The same about one file.
 void complainAbout(std::string_view file, std::string_view text);
 
-// The same about something that went well.
+// The same for a note instead of an error.
 void noteAbout(std::string_view file, std::string_view text);
 
 }  // namespace program

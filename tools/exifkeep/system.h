@@ -1,6 +1,5 @@
-// All that the program asks of the operating system and standard C++ does not give: the standard
-// streams, signals, and files as the system sees them. system_posix.cpp and system_windows.cpp
-// answer it.
+// Everything the program needs from the operating system beyond standard C++: standard streams,
+// signals and files. Implemented in system_posix.cpp and system_windows.cpp.
 #pragma once
 
 #include <string>
@@ -8,27 +7,26 @@
 
 namespace program {
 
-// Makes the standard streams safe to use: one that is closed fails when it is used, so that no file
-// opened later gets its number, and writing to a pipe without a reader is an ordinary error.
+// Makes the standard streams safe to use: no file opened later gets the number of a closed one, and
+// writing to a pipe without a reader is an ordinary error.
 void guardDescriptors();
 
 enum class Stream { input, output, error };
 bool isTerminal(Stream stream);
 // Whether standard output is a regular file or the null device.
 bool outputGoesToFile();
-// Writes all bytes to standard output; false, with errno set, when that fails.
+// Writes all bytes to standard output; false, with errno set, on failure.
 bool writeOutput(std::string_view bytes);
 
-// Lets SIGINT, SIGTERM and SIGHUP wait, or no longer; one that waited then ends the program at
-// once. On Windows that is Ctrl+C, Ctrl+Break or the end of the console. Returns whether they had to
-// wait before.
+// Blocks the signals SIGINT, SIGTERM and SIGHUP, or unblocks them, so that a pending one terminates
+// the program. On Windows these are Ctrl+C, Ctrl+Break and the closing of the console. Returns
+// whether they were blocked.
 bool delayEnding(bool delayed);
-// Whether one of them is waiting.
+// Whether one of these signals is pending.
 bool endingWaits();
 
-// For as long as one lives, the program is not ended by these signals. Each library call that makes
-// files runs under one, so that they are removed before the program goes; a save takes seconds at
-// most, so nobody waits long.
+// Blocks these signals during its lifetime. Used for every library call that creates files, so that
+// the files are removed before the program ends; a save takes only seconds.
 class EndingDelay {
  public:
   explicit EndingDelay(bool delayed = true) : before_(delayEnding(delayed)) {}
@@ -42,20 +40,21 @@ class EndingDelay {
 
 void setEnvironment(const char* name, const std::string& value);
 
-// The reasons are empty when there is none. A FIFO or a device is never opened to find out, because
-// that could wait; it is not readable.
+// Why a file cannot be read or written; empty if it can. FIFOs and devices count as not readable
+// and are never opened, because that could block.
 std::string whyNotReadable(const std::string& path);
 std::string whyNotWritable(const std::string& path);
-// The same for reading all of the file, which takes as long as that takes.
+// The same for the whole file, which is read for that purpose.
 std::string whyNotReadToEnd(const std::string& path);
 
-// Whether anything has this name, be it a link that leads nowhere.
+// Whether anything has this name, including a dangling link.
 bool isThere(const std::string& path);
-// Whether both paths lead to one existing file.
+// Whether both paths lead to the same existing file.
 bool isSameFile(const std::string& path, const std::string& other);
 
-// Gives `path` these bytes, all of them, or leaves what was there and returns the reason. A link
-// keeps pointing to its file; what is no regular file, such as a terminal, is written to directly.
+// Replaces the file at `path` atomically by one of these bytes. On failure leaves it unchanged and
+// returns the reason. Links are followed; if it is not a regular file, such as a terminal, writes
+// to it directly.
 std::string replaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace program

@@ -1,4 +1,3 @@
-// The system's side of the program on POSIX.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,8 +16,8 @@
 namespace program {
 namespace {
 
-// The signals that end the program. Those that it was started with ignored or blocked, as nohup
-// does, are left as they are.
+// The signals that terminate the program, except those that were ignored or blocked when it was
+// started, for example by nohup.
 sigset_t findEndingSignals() {
   sigset_t blocked, ending;
   ::sigemptyset(&blocked);
@@ -37,8 +36,8 @@ const sigset_t& endingSignals() {
   return signals;
 }
 
-// A closed descriptor is filled with one that fails for its purpose; else the next picture opened
-// for reading and writing would get its number, and be overwritten with the program's output.
+// Opens a closed descriptor so that using it fails. Otherwise the next picture opened for writing
+// could get its number and be overwritten with the program's output.
 void fillIfClosed(int descriptor, int flags) {
   if (::fcntl(descriptor, F_GETFD) == -1 && errno == EBADF) ::open("/dev/null", flags);
 }
@@ -68,7 +67,7 @@ mode_t modeOfNewFiles() {
   return 0666 & ~mask;
 }
 
-// Closes in any case.
+// Closes the file in any case.
 bool writeAndClose(int file, std::string_view bytes) {
   const bool written = file != -1 && writeAll(file, bytes);
   const int problem = errno;
@@ -77,13 +76,13 @@ bool writeAndClose(int file, std::string_view bytes) {
   return written && closed;
 }
 
-// The bytes go to a new file beside the old one, which then takes its place in one step.
+// Writes a new file beside the old one and renames it.
 bool replaceWhole(const std::string& path, mode_t mode, std::string_view bytes) {
   const EndingDelay delay;
   std::string temporary = path.substr(0, path.rfind('/') + 1) + ".exifkeep-XXXXXX";
   const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (file == -1) return false;
-  // A file system without modes, such as that of a camera's card, may refuse; it has its own.
+  // File systems without modes, such as those of memory cards, may refuse this.
   [[maybe_unused]] const int ignored = ::fchmod(file, mode);
   if (writeAndClose(file, bytes) && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
   const int problem = errno;
@@ -97,7 +96,7 @@ bool replace(const std::string& path, std::string_view bytes) {
   if (::stat(path.c_str(), &status) != 0) return replaceWhole(path, modeOfNewFiles(), bytes);
   if (!S_ISREG(status.st_mode))
     return writeAndClose(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY), bytes);
-  // A file that must not be written is not replaced either.
+  // A file that may not be written must not be replaced either.
   if (::access(path.c_str(), W_OK) != 0) return false;
   return replaceWhole(withoutLinks(path), status.st_mode & 0777, bytes);
 }

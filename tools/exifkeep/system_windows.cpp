@@ -1,5 +1,4 @@
-// The system's side of the program on Windows. Names and texts are UTF-8, which the program's
-// manifest makes the code page of the process.
+// Names and texts are in UTF-8, which the program's manifest makes the code page of the process.
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
@@ -27,7 +26,7 @@ HANDLE handleOf(Stream stream) {
   return INVALID_HANDLE_VALUE;
 }
 
-// Sequences of ECMA-48, such as those for colours, are the console's to understand.
+// Enables ECMA-48 sequences, such as those for colours.
 void enableSequences(Stream stream) {
   DWORD mode;
   if (!GetConsoleMode(handleOf(stream), &mode)) return;
@@ -35,7 +34,7 @@ void enableSequences(Stream stream) {
   SetConsoleOutputCP(CP_UTF8);
 }
 
-// What the system says of the error, in the words that other systems have for the usual ones.
+// The system's message; for common errors the same as on other systems.
 std::string reasonOf(DWORD error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
@@ -56,7 +55,7 @@ std::string lastReason() {
   return reasonOf(GetLastError());
 }
 
-// An open file or folder, to be asked or written.
+// An open file or folder.
 class Opened {
  public:
   Opened(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags = 0)
@@ -99,7 +98,7 @@ std::string nameBeside(const std::string& path) {
          std::to_string(GetCurrentProcessId()) + '-' + std::to_string(GetTickCount64());
 }
 
-// The bytes go to a new file beside the old one, which then takes its place in one step.
+// Writes a new file beside the old one and replaces that.
 bool replaceWhole(const std::string& path, std::string_view bytes) {
   const EndingDelay delay;
   const std::string temporary = nameBeside(path);
@@ -131,7 +130,7 @@ BOOL WINAPI waitToEnd(DWORD) {
 }  // namespace
 
 void guardDescriptors() {
-  // Bytes leave as they are: lines of UTF-8, pages, JSON. Names read in may end in CR LF.
+  // Output must not be converted. Names on standard input may end with CR LF.
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
   enableSequences(Stream::output);

@@ -1,6 +1,6 @@
-// Styles as ECMA-48 select graphic rendition sequences, from the sixteen colours that a user's own
-// theme defines, so that they are readable on light and dark ground. The progress line is short
-// enough for any terminal, so that it never wraps and one sequence erases it.
+// Styles are ECMA-48 sequences (select graphic rendition) for the sixteen colours defined by the
+// user's theme, so that they are readable on light and dark backgrounds. The progress line is so
+// short that it never wraps, and a single sequence erases it.
 #include "terminal.h"
 
 #include <cstdlib>

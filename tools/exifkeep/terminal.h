@@ -1,6 +1,5 @@
-// What a terminal shows beyond plain text: colours, and a line that tells how far a long piece of
-// work is. By itself the program colours only what goes to a terminal that can show it, and not
-// while NO_COLOR is set and not empty (no-color.org); what is redirected stays plain text.
+// Colours and progress lines on terminals. By default output is coloured only on a terminal that
+// supports it, and not if NO_COLOR is set and not empty (no-color.org).
 #pragma once
 
 #include <chrono>
@@ -16,30 +15,31 @@ void chooseColor(ColorChoice choice);
 
 enum class Style { heading, label, good, missing, error };
 
-// `text` as it goes to the stream: in the style's colour, or as it is. Escape `text` before.
+// `text` in the style's colour, or unchanged if the stream is not coloured. REQUIRES: `text` is
+// escaped.
 std::string styled(Style style, std::string_view text, Stream stream = Stream::output);
 
-// Whether the stream is a terminal where lines can be coloured and rewritten.
+// Whether the stream is a terminal that can colour and rewrite lines.
 bool isCapableTerminal(Stream stream);
 
-// Replaces the progress line on standard error, which must be a terminal. All else that is written
-// to standard error must erase the line first.
+// Replaces the progress line on standard error, which must be a terminal. Erase the line before any
+// other output to standard error.
 void drawProgress(const std::string& text);
-// Does nothing when there is no line.
+// Does nothing if there is no line.
 void eraseProgress();
 
-// The progress line of a batch of files: appears after half a second, changes at most ten times a
-// second and is gone at the end. It is drawn only while standard output goes to a file: lines on a
-// terminal are progress enough, and the reader of a pipe may write to the same terminal.
+// The progress line for many files: appears after half a second, changes at most ten times a second
+// and is erased at the end. It is drawn only if standard output goes to a file: output on a
+// terminal shows the progress anyway, and the reader of a pipe may write to the same terminal.
 class BatchProgress {
  public:
-  // A total of 0 is not known. Output that is kept back until the end leaves the terminal free.
+  // A total of 0 means unknown. If output is withheld until the end, the terminal is free.
   BatchProgress(size_t total, bool outputKeptBack);
   ~BatchProgress() { eraseProgress(); }
   BatchProgress(const BatchProgress&) = delete;
   BatchProgress& operator=(const BatchProgress&) = delete;
 
-  // One more file is done.
+  // Another file is finished.
   void advance();
 
  private:

@@ -12,7 +12,7 @@ struct Range {
   char32_t first, last;
 };
 
-// Combining marks, joiners and variation selectors of the scripts that Exif texts may hold.
+// Combining marks, joiners and variation selectors of the scripts that may occur in Exif texts.
 constexpr Range zeroWidth[] = {
     {0x0300, 0x036F}, {0x0483, 0x0489},   {0x0591, 0x05BD}, {0x05BF, 0x05BF}, {0x05C1, 0x05C2},
     {0x05C4, 0x05C5}, {0x05C7, 0x05C7},   {0x0610, 0x061A}, {0x064B, 0x065F}, {0x0670, 0x0670},

@@ -1,5 +1,4 @@
-// A table of two columns for people: the right column begins where the longest text of the left one
-// ends, counted in the columns of a terminal, and every row stays on one line.
+// A table of two columns, aligned for a terminal, with each row on one line.
 #pragma once
 
 #include <string>
@@ -8,13 +7,13 @@
 
 namespace program {
 
-// The columns that `text` (UTF-8 without controls) takes: 2 for a wide character, 0 for a combining
-// mark (UAX #11), whatever the process locale.
+// The width of `text` (UTF-8 without control characters) on a terminal: wide characters count 2,
+// combining marks 0 (UAX #11). Independent of the process locale.
 int displayWidth(std::string_view text);
 
 class TextTable {
  public:
-  // Texts are UTF-8 of any quality; they are escaped here.
+  // Texts may be invalid UTF-8; they are escaped here.
   void addRow(std::string_view left, std::string_view right);
   std::string text(std::string_view indent = "") const;
 
