@@ -5,9 +5,8 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "codec/hostile_pictures.h"
-#include "codec/picture_kinds.h"
 #include "input.h"
+#include "picture_kinds.h"
 #include "tiff_builder.h"
 
 using namespace exifkeep::test;

@@ -1,11 +1,28 @@
-// Every kind of JPEG, TIFF and PNG file that the codec reads, compared with the colours that its
-// levels stand for.
 #include "picture_kinds.h"
 
 #include "picture_fixture.h"
 
 namespace exifkeep::test {
 namespace {
+
+using Colour = std::array<int, 3>;  // red, green, blue
+
+Colour colourOf(Meaning meaning, int bits, unsigned x, unsigned y) {
+  const bool single = samplesOf(meaning) < 3;
+  const int last = levelOf(x, y, 3);
+  Colour colour;
+  for (unsigned c = 0; c < 3; ++c) {
+    const int given = levelOf(x, y, single ? 0 : c), level = bits == 1 ? given / 128 * 255 : given;
+    const bool alpha = meaning == Meaning::greyAlpha || meaning == Meaning::rgbAlpha;
+    colour[c] = meaning == Meaning::inverseGrey ? 255 - level
+                : meaning == Meaning::index     ? std::array{level, 255 - level, 7}[c]
+                : alpha                         ? (level * last + 255 * (255 - last)) / 255
+                : meaning == Meaning::inks      ? (255 - level) * (255 - last) / 255
+                : meaning == Meaning::lights    ? level * last / 255
+                                                : level;
+  }
+  return colour;
+}
 
 // `blackIsClear`: what would be black shows the white behind it.
 void expectPicture(std::optional<PRaster> picture, const auto& kind, int bits, int tolerance,
@@ -24,7 +41,7 @@ void expectPicture(std::optional<PRaster> picture, const auto& kind, int bits, i
   }
 }
 
-using DecodedKinds = CodecTest;
+using DecodedKinds = ScratchTest;
 
 TEST_F(DecodedKinds, Tiff) {
   const std::vector<TiffKind> kinds = tiffKinds();
@@ -55,11 +72,8 @@ TEST_F(DecodedKinds, Jpeg) {
 
   // Data missing before the first restart marker: of the three rows of blocks the first is lost.
   writeJpeg(path("a.jpg"), kinds[1]);
-  Bytes damaged = bytesOf(path("a.jpg"));
-  const Bytes marker = {0xFF, 0xD0};
-  const auto at = std::ranges::search(damaged, marker).begin();
-  damaged.erase(at - 20, at);
-  writeBytes(path("a.jpg"), damaged);
+  std::string damaged = readFile(path("a.jpg"));
+  writeFile(path("a.jpg"), damaged.erase(damaged.find("\xFF\xD0") - 20, 20));
   const std::optional<PRaster> picture = load(path("a.jpg"));
   ASSERT_TRUE(picture);
   EXPECT_EQ(picture->lostRows(), 8u);

@@ -10,37 +10,7 @@
 #include <vector>
 
 #include "platform/scratch.h"
-
-using Bytes = std::vector<unsigned char>;
-
-#if defined(_WIN32)
-inline constexpr const char* temporaryVariable = "TMP";
-#else
-inline constexpr const char* temporaryVariable = "TMPDIR";
-#endif
-
-// A test whose temporary files are in a folder of its own, where nothing may stay.
-class CodecTest : public exifkeep::test::ScratchTest {
- protected:
-  CodecTest() {
-    if (const char* before = std::getenv(temporaryVariable)) before_ = before;
-    std::filesystem::create_directory(temporary_);
-    exifkeep::test::setVariable(temporaryVariable, temporary_.string());
-  }
-  ~CodecTest() override {
-    EXPECT_TRUE(std::filesystem::is_empty(temporary_)) << "something stays in the temporary folder";
-    std::filesystem::remove_all(temporary_);
-    if (before_.empty())
-      exifkeep::test::unsetVariable(temporaryVariable);
-    else
-      exifkeep::test::setVariable(temporaryVariable, before_);
-  }
-
- private:
-  const std::filesystem::path temporary_ =
-      std::filesystem::path(path("x")).parent_path().string() + "-temporary";
-  std::string before_;
-};
+#include "tiff_builder.h"
 
 // A smooth pattern that differs in every channel and corner; palette images get colours.
 inline PRaster patterned(int bits, unsigned width, unsigned height, bool coloured = false) {
@@ -74,13 +44,22 @@ inline std::optional<PRaster> load(const std::string& path) {
   return std::nullopt;
 }
 
-inline Bytes bytesOf(const std::string& path) {
-  const std::string bytes = exifkeep::test::readFile(path);
-  return {bytes.begin(), bytes.end()};
+// Of bytes that a file has at a place.
+inline uint32_t numberAt(const std::string& bytes, size_t at, unsigned width, bool isBig = false) {
+  uint32_t value = 0;
+  for (unsigned i = 0; i < width; ++i)
+    value |= uint32_t{uint8_t(bytes.at(at + i))} << 8 * (isBig ? width - 1 - i : i);
+  return value;
 }
 
-inline void writeBytes(const std::string& path, const Bytes& bytes) {
-  exifkeep::test::writeFile(path, {bytes.begin(), bytes.end()});
+// In KiB, as the system counts it.
+inline long largestAddressSpace() {
+  std::ifstream status("/proc/self/status");
+  std::string word;
+  while (status >> word && word != "VmPeak:") continue;
+  long size = 0;
+  status >> size;
+  return size;
 }
 
 // The largest difference of any channel between two images, both through their palettes.
@@ -94,3 +73,23 @@ inline int largestDifference(PRaster& a, PRaster& b) {
       largest = std::max(largest, std::abs(a.row(y)[i] - b.row(y)[i]));
   return largest;
 }
+
+namespace exifkeep::test {
+
+// A JPEG file without pixels: SOI and an Exif segment (little-endian) with Make, ExifVersion 2.2
+// and, when not empty, RelatedSoundFile in 13 bytes.
+inline std::string exifJpeg(const std::string& make, std::string soundFile = "") {
+  Picture picture = {.image = {text(0x010F, make), exifPointer()}, .exif = {bytes(0x9000, "0220")}};
+  if (!soundFile.empty()) {
+    soundFile.resize(13);
+    picture.exif.push_back(bytes(0xA004, soundFile, typeAscii));
+  }
+  return jpegBytes(tiffBytes(picture, Order::ii));
+}
+
+// The pixels of a JPEG file behind the Exif segment of another.
+inline std::string withPixels(const std::string& exif, const std::string& pixels) {
+  return exif.substr(0, exif.size() - jpegEnd.size()) + pixels.substr(jpegStart.size());
+}
+
+}  // namespace exifkeep::test

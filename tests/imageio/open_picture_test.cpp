@@ -1,5 +1,3 @@
-// Opening pictures through the exported function, over the real codec: uncompressed and JPEG
-// thumbnails of both byte orders, damaged and hostile files.
 #include <exifkeep/exifkeep.h>
 #include <gtest/gtest.h>
 
@@ -29,11 +27,6 @@ std::string exifTiff(Order order, const Entries& thumbnail, const std::string& p
   return tiff + pixels;
 }
 
-// A JPEG stream with an Exif segment behind its SOI.
-std::string exifJpeg(const std::string& tiff, const std::string& stream) {
-  return jpegStart + segment(0xFFE1, std::string("Exif\0\0", 6) + tiff) + stream.substr(2);
-}
-
 Entries strip(uint32_t width, uint32_t height, const Entries& rest) {
   Entries entries = {shorts(0x0100, {width}), longs(0x0101, {height}), longs(0x0111, {pixelsAt})};
   entries.insert(entries.end(), rest.begin(), rest.end());
@@ -58,7 +51,7 @@ std::vector<unsigned> pixelsOf(const PRaster& image) {
   return pixels;
 }
 
-class OpenPicture : public CodecTest {
+class OpenPicture : public ScratchTest {
  protected:
   std::string jpegStream(const std::string& name, unsigned width, unsigned height) {
     PRaster picture = patterned(24, width, height);
@@ -123,27 +116,13 @@ TEST_F(OpenPicture, JpegPicturesWithJpegThumbnails) {
   for (const size_t entryCount : {3, 2}) {  // without Compression too
     entries.resize(entryCount, photometric(6));
     for (const Order order : {Order::ii, Order::mm}) {
-      ASSERT_EQ(open(exifJpeg(exifTiff(order, entries, jpeg_), stream)), 1);
+      ASSERT_EQ(open(withPixels(jpegBytes(exifTiff(order, entries, jpeg_)), stream)), 1);
       EXPECT_EQ(largestDifference(thumbnail_, small), 0);
       EXPECT_EQ(thumbnail_.GetDpmX(), 0u);
       EXPECT_EQ(largestDifference(image_, main), 0);
     }
   }
   EXPECT_EQ(OpenExifFile(path("opened.jpg").c_str(), nullptr, nullptr), 1);
-}
-
-TEST_F(OpenPicture, PicturesComeWithPaletteAndResolutionOrNotAtAll) {
-  PRaster picture = patterned(8, 30, 20, true);
-  picture.setResolution(2835, 3937);
-  ASSERT_EQ(save(path("a.png"), picture), 1);
-  const auto image = ImageCodecBridge().loadImageFile(path("a.png").c_str());
-  ASSERT_TRUE(image);
-  EXPECT_EQ(largestDifference(*image, picture), 0);
-  EXPECT_EQ(std::tuple(image->GetDpmX(), image->GetDpmY()), std::tuple(2835u, 3937u));
-  const std::string whole = readFile(path("a.png"));
-  writeFile(path("cut.png"), whole.substr(0, whole.size() - 20));  // header and palette are there
-  EXPECT_FALSE(ImageCodecBridge().loadImageFile(path("cut.png").c_str()));
-  EXPECT_EQ(livePalettes(), 0);
 }
 
 TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
@@ -173,14 +152,6 @@ TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
 // Fields of the directory at their largest, singly and in pairs: no memory for what the file does
 // not hold.
 TEST_F(OpenPicture, HostileSizesCostNothing) {
-  const auto largestAddressSpace = [] {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word && word != "VmPeak:") continue;
-    long size = 0;
-    status >> size;
-    return size;
-  };
   const Entries plain = strip(9, 9, {colour, threeSamples});
   const std::string pixels(300, '\0');
   open(exifTiff(Order::ii, plain, pixels));  // what any opening needs
@@ -204,6 +175,31 @@ TEST_F(OpenPicture, OtherFilesTouchNothing) {
     EXPECT_EQ(pixelsOf(image_), pixelsOf(thumbnail_));
     EXPECT_EQ(outcome(), untouched);
   }
+}
+
+using CodecBridge = ScratchTest;
+
+TEST_F(CodecBridge, KnowsFormatsOnceItHasAsked) {
+  ImageCodecBridge bridge;
+  EXPECT_FALSE(bridge.canWrite("jpg"));
+  EXPECT_TRUE(bridge.loadCapabilities());
+  for (const char* name : {"JPG", "Tiff", "png"}) EXPECT_TRUE(bridge.canWrite(name)) << name;
+  for (const char* name : {"jp", "jpgx", ""}) EXPECT_EQ(bridge.findFormat(name), -1) << name;
+  EXPECT_EQ(liveBlocks(), 0);
+}
+
+TEST_F(CodecBridge, LoadsPicturesWithPaletteAndResolutionOrNotAtAll) {
+  PRaster picture = patterned(8, 30, 20, true);
+  picture.setResolution(2835, 3937);
+  ASSERT_EQ(save(path("a.png"), picture), 1);
+  const auto image = ImageCodecBridge().loadImageFile(path("a.png").c_str());
+  ASSERT_TRUE(image);
+  EXPECT_EQ(largestDifference(*image, picture), 0);
+  EXPECT_EQ(std::tuple(image->GetDpmX(), image->GetDpmY()), std::tuple(2835u, 3937u));
+  const std::string whole = readFile(path("a.png"));
+  writeFile(path("a.png"), whole.substr(0, whole.size() - 20));  // header and palette are there
+  EXPECT_FALSE(ImageCodecBridge().loadImageFile(path("a.png").c_str()));
+  EXPECT_EQ(livePalettes(), 0);
 }
 
 }  // namespace

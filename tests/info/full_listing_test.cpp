@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "full_picture.h"
-#include "info/listing.h"
+#include "read/reading.h"
 
 namespace exifkeep::test {
 namespace {
@@ -45,82 +45,39 @@ TEST_F(FullListingTest, ShowsEveryFieldAlone) {
     }
 }
 
-// Exif 2.2, 4.6.4 and 4.6.5.
-const struct {
-  uint16_t tag;
+// What words.txt says of a tag.
+struct Words {
+  uint16_t tag = 0;
   std::string label, other;  // `other`: for values that have no word
-  const char* words;
-} enumerations[] = {
-    {0x112, "Orientation of image", "reserved",
-     "1 Row 0 is at the visible top of the image, and column 0 is at the visible left-hand side.|2 "
-     "Row 0 is at the visible top of the image, and column 0 is at the visible right-hand side.|3 "
-     "Row 0 is at the visible bottom of the image, and column 0 is at the visible right-hand "
-     "side.|4 Row 0 is at the visible bottom of the image, and column 0 is at the visible "
-     "left-hand side.|5 Row 0 is at the visible left-hand side of the image, and column 0 is at "
-     "the visible top.|6 Row 0 is at the visible right-hand side of the image, and column 0 is at "
-     "the visible top.|7 Row 0 is at the visible right-hand side of the image, and column 0 is at "
-     "the visible bottom.|8 Row 0 is at the visible left-hand side of the image, and column 0 is "
-     "at the visible bottom."},
-    {0x128, "Unit of resolution", "reserved", "2 inches|3 centimeters"},
-    {0x213, "Y and C positioning", "reserved", "1 centered|2 co-sited"},
-    {0x8822, "Exposure program", "reserved",
-     "0 Not defined|1 Manual|2 Normal program|3 Aperture priority|4 Shutter priority|5 Creative "
-     "program|6 Action program|7 Portrait mode|8 Landscape mode"},
-    {0x9207, "Metering Mode", "reserved",
-     "0 Unknown|1 Average|2 Center Weighted Average|3 Spot|4 Multispot|5 Pattern|6 Partial|255 "
-     "Other"},
-    {0x9208, "Light Source", "reserved",
-     "0 Unknown|1 Daylight|2 Fluorescent|3 Tungsten|17 Standard light A|18 Standard light B|19 "
-     "Standard light C|20 D55|21 D65|22 D75|255 Other"},
-    {0x9209, "Flash", "Not defined",
-     "0 Flash did not fire|1 Flash fired|5 Strobe light return not detected|7 Strobe light return "
-     "detected|13 Flash fired, compulsory flash mode, return light not detected|15 Flash fired, "
-     "compulsory flash mode, return light detected|16 Flash did not fire, compulsory flash mode|24 "
-     "Flash did not fire, auto mode|25 Flash fired, auto mode|29 Flash fired, auto mode, return "
-     "light not detected|31 Flash fired, auto mode, return light detected|32 No flash function|65 "
-     "Flash fired, red-eye reduction mode|69 Flash fired, red-eye reduction mode, return light not "
-     "detected|71 Flash fired, red-eye reduction mode, return light detected|73 Flash fired, "
-     "compulsory flash mode, red-eye reduction mode|77 Flash fired, compulsory flash mode, red-eye "
-     "reduction mode, return light not detected|79 Flash fired, compulsory flash mode, red-eye "
-     "reduction mode, return light detected|89 Flash fired, auto mode, red-eye reduction mode|93 "
-     "Flash fired, auto mode, return light not detected, red-eye reduction mode|95 Flash fired, "
-     "auto mode, return light detected, red-eye reduction mode"},
-    {0xA001, "Color Space", "reserved", "1 sRGB|65535 Uncalibrated"},
-    {0xA210, "Focal plane response unit", "reserved", "2 inches|3 centimeters"},
-    {0xA217, "Sensing method", "reserved",
-     "1 Not defined|2 One-chip color area sensor|3 Two-chip color area sensor|4 Three-chip color "
-     "area sensor|5 Color sequential area sensor|7 Trilinear sensor|8 Color sequential linear "
-     "sensor"},
-    {0xA300, "File source", "Not DSC", "3 DSC"},
-    {0xA301, "Scene type", "reserved", "1 A directly photographed image"},
-    {0xA40A, "Sharpness", "reserved", "0 Normal|1 Soft|2 Hard"},
-    {0xA409, "Saturation", "reserved", "0 Normal|1 Low saturation|2 High saturation"},
-    {0xA408, "Contrast", "reserved", "0 Normal|1 Soft|2 Hard"},
-    {0xA407, "Gain control", "reserved",
-     "0 None|1 Low gain up|2 High gain up|3 Low gain down|4 High gain down"},
-    {0xA406, "Scene capture type", "reserved", "0 Standard|1 Landscape|2 Portrait|3 Night scene"},
-    {0xA403, "White balance", "reserved", "0 Auto white balance|1 Manual white balance"},
-    {0xA402, "Exposure mode", "reserved", "0 Auto exposure|1 Manual exposure|2 Auto bracket"},
-    {0xA401, "Custom image processing", "reserved", "0 Normal process|1 Custom process"},
+  std::map<unsigned, std::string> byValue = {};
 };
 
-std::map<unsigned, std::string> parsed(const char* words) {
-  std::map<unsigned, std::string> byValue;
-  std::istringstream stream(words);
-  for (std::string word; std::getline(stream, word, '|');)
-    byValue[std::stoul(word)] = word.substr(word.find(' ') + 1);
-  return byValue;
+std::vector<Words> allWords() {
+  std::vector<Words> all;
+  std::ifstream file(EXIFKEEP_SOURCE_DIR "/tests/info/words.txt");
+  std::string line, word;
+  std::getline(file, line);  // says what follows
+  while (std::getline(file, line)) {
+    std::istringstream fields(line);
+    std::getline(fields, word, '|');
+    Words& words = all.emplace_back(static_cast<uint16_t>(std::stoul(word, nullptr, 16)));
+    std::getline(std::getline(fields, words.label, '|'), words.other, '|');
+    while (std::getline(fields, word, '|'))
+      words.byValue[std::stoul(word)] = word.substr(word.find(' ') + 1);
+  }
+  return all;
 }
 
 TEST_F(FullListingTest, HasAWordForEveryValue) {
+  const std::vector<Words> all = allWords();
+  ASSERT_EQ(all.size(), 20u);
   std::vector<uint16_t> values = {65535};
   for (uint16_t value = 0; value < 256; ++value) values.push_back(value);
   for (const uint16_t value : values) {
     Picture picture{.image = {exifPointer()}, .exif = {version()}};
     Items expected = {{"Exif Version", "2.20"}};
-    for (const auto& [tag, label, other, words] : enumerations) {
+    for (const auto& [tag, label, other, byValue] : all) {
       const bool isByte = tag == 0xA300 || tag == 0xA301;
-      const auto byValue = parsed(words);
       const auto word = byValue.find(isByte ? value % 256u : value);
       expected.emplace_back(label, word == byValue.end() ? other : word->second);
       (tag < 0x8000 ? picture.image : picture.exif)

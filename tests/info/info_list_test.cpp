@@ -1,8 +1,11 @@
-// The list as hosts see it: texts for unusual values; appending and freeing.
+#include <language.h>
+
 #include <optional>
 
 #include "full_picture.h"
-#include "info/listing.h"
+#include "info/string_table.h"
+#include "platform/scratch.h"
+#include "read/reading.h"
 
 namespace exifkeep::test {
 namespace {
@@ -25,11 +28,8 @@ class InfoListTest : public ReadTest {
 const int64_t intMin = INT32_MIN, uintMax = UINT32_MAX;
 const std::string letters(300, 'n'), code = "ASCII+++";
 
-const struct {
-  const char* label;
-  Entry entry;
-  std::optional<std::string> expected;  // none: no item
-} cases[] = {
+// What is shown; without a value there is no item.
+const std::tuple<const char*, Entry, std::optional<std::string>> cases[] = {
     {"Image resolution in height", rationals(0x11B, {uintMax, 0x80000000}), "-1/-2147483648"},
     {"Exposure Time", rationals(0x829A, {2, 1}), "2 (seconds)"},
     {"F-number", rationals(0x829D, {28, 0}), std::nullopt},
@@ -69,20 +69,9 @@ TEST_F(InfoListTest, ShowsUnusualValues) {
     EXPECT_EQ(shown(label, entry), expected) << label;
 }
 
-const Picture camera{
-    .image = {exifPointer(), text(0x110, "Model of the picture"), text(0x10F, "Maker of things")},
-    .exif = {bytes(0x927C, "the note"), version(), interoperabilityPointer(),
-             rationals(0x829A, {1, 60})},
-    .interoperability = {bytes(1, "R98", typeAscii)},
-    .thumbnail = {text(0x10F, "not listed")}};
-
-TEST_F(InfoListTest, AppendsInDisplayOrderAndFrees) {
-  const std::string file = fileOf(tiffBytes(camera, Order::ii));
-  const Items once = {{"Make", "Maker of things"},
-                      {"Model", "Model of the picture"},
-                      {"Exposure Time", "1/60 (seconds)"},
-                      {"Exif Version", "2.20(R98)"},
-                      {"Maker Note", "the note"}};
+TEST_F(InfoListTest, AppendsAndFrees) {
+  const std::string tiff = tiffBytes(fullPicture(), Order::ii), file = fileOf(tiff);
+  const Items once = itemsOf(file);
   Items twice = once;
   twice.insert(twice.end(), once.begin(), once.end());
   CPtrList list;
@@ -92,7 +81,7 @@ TEST_F(InfoListTest, AppendsInDisplayOrderAndFrees) {
   EXPECT_EQ(itemsIn(list), twice);
   for (const std::string& refused :
        {std::string(), path("missing.jpg"), path(""), fileOf(jpegStart + jpegEnd, "plain.jpg"),
-        fileOf(tiffBytes(camera, Order::ii), "x.png")})
+        fileOf(tiff, "x.png")})
     EXPECT_EQ(GetExifInfo(refused.c_str(), &list), 0);
   EXPECT_EQ(itemsIn(list), twice);
   EXPECT_EQ(GetExifInfo(file.c_str(), nullptr), 0);
@@ -105,6 +94,33 @@ TEST_F(InfoListTest, AppendsInDisplayOrderAndFrees) {
   EXPECT_EQ(FreeInfoList(&list), 1);
   EXPECT_EQ(list.GetCount(), 0);
   EXPECT_EQ(FreeInfoList(nullptr), 0);
+}
+
+// A text of each language as it was given, so that none stands in for another; and the first and
+// the last id, one that has no text, and the one after the last.
+TEST(StringTable, HoldsTheGivenTexts) {
+  static constexpr AFX_MODULE_STATE module(&stringTable);
+  const std::map<LANGID, const char*> given = {{1028, "影像說明"},
+                                               {1031, "Bildbeschreibung"},
+                                               {1033, "Image Description"},
+                                               {1034, "Descripción de la Imagen"},
+                                               {1035, "Kuvan kuvaus"},
+                                               {1036, "Description Image"},
+                                               {1040, "Descrizione immagine"},
+                                               {1041, "イメージ説明"},
+                                               {1042, "이미지 설명"},
+                                               {1043, "Beschrijving van afbeelding"},
+                                               {1053, "Bildbeskrivning"},
+                                               {2052, "图像描述"},
+                                               {2070, "Descrição da Imagem"}};
+  for (const LanguageVariant& variant : languageVariants()) {
+    setLocaleVariables({{"LANGUAGE", std::string(variant.tag)}});
+    const AFX_MAINTAIN_STATE2 state(&module);
+    CString text;
+    EXPECT_TRUE(text.LoadString(1) && text == given.at(variant.language)) << variant.tag;
+    EXPECT_TRUE(text.LoadString(158)) << variant.tag;
+    for (const UINT id : {0, 19, 159}) EXPECT_FALSE(text.LoadString(id)) << variant.tag << id;
+  }
 }
 
 }  // namespace

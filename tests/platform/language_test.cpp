@@ -1,4 +1,3 @@
-// Which of the thirteen languages the environment asks for.
 #include <language.h>
 
 #include <vector>

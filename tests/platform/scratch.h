@@ -1,5 +1,4 @@
-// What the platform tests stand on: a directory of their own, whole files in and out, and the
-// locale that the environment names.
+// A directory of a test's own, whole files, and the locale that the environment names.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,6 +16,7 @@ namespace exifkeep::test {
 
 // Windows has its own names for the environment's calls, and seldom the right to make links.
 #if defined(_WIN32)
+inline constexpr const char* temporaryVariable = "TMP";
 inline void setVariable(const char* name, const std::string& value) {
   _putenv_s(name, value.c_str());
 }
@@ -27,6 +27,7 @@ inline void makeLinkToNowhere(const std::string& path) {
   std::ofstream file(path);
 }
 #else
+inline constexpr const char* temporaryVariable = "TMPDIR";
 inline void setVariable(const char* name, const std::string& value) {
   setenv(name, value.c_str(), 1);
 }
@@ -38,18 +39,30 @@ inline void makeLinkToNowhere(const std::string& path) {
 }
 #endif
 
-// A test in its own directory, which is gone afterwards.
+// A test in a directory of its own, which is gone afterwards. So is its folder for temporary files,
+// in which nothing may stay.
 class ScratchTest : public ::testing::Test {
  protected:
   ScratchTest() {
     static std::atomic<unsigned> made{0};
+    if (const char* before = std::getenv(temporaryVariable)) before_ = before;
     const auto now = std::chrono::system_clock::now().time_since_epoch().count();
     do {
-      directory_ = std::filesystem::temp_directory_path() /
-                   ("platform-test-" + std::to_string(now) + "-" + std::to_string(++made));
-    } while (!std::filesystem::create_directory(directory_));
+      base_ = std::filesystem::temp_directory_path() /
+              ("test-" + std::to_string(now) + "-" + std::to_string(++made));
+    } while (!std::filesystem::create_directory(base_));
+    for (const auto& folder : {directory_ = base_ / "files", temporary_ = base_ / "temporary"})
+      std::filesystem::create_directory(folder);
+    setVariable(temporaryVariable, temporary_.string());
   }
-  ~ScratchTest() override { std::filesystem::remove_all(directory_); }
+  ~ScratchTest() override {
+    EXPECT_TRUE(std::filesystem::is_empty(temporary_)) << "something stays in the temporary folder";
+    if (before_.empty())
+      unsetVariable(temporaryVariable);
+    else
+      setVariable(temporaryVariable, before_);
+    std::filesystem::remove_all(base_);
+  }
 
   std::string path(const std::string& name) const { return (directory_ / name).string(); }
   std::set<std::string> names() const {
@@ -60,7 +73,8 @@ class ScratchTest : public ::testing::Test {
   }
 
  private:
-  std::filesystem::path directory_;
+  std::filesystem::path base_, directory_, temporary_;
+  std::string before_;
 };
 
 inline void writeFile(const std::string& path, const std::string& bytes) {

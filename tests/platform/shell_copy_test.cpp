@@ -1,4 +1,3 @@
-// The shell's copy: what it asks, what it leaves, and that nothing is lost when it does not finish.
 #include <shellapi.h>
 #include <sys/stat.h>
 

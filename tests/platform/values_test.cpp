@@ -1,4 +1,3 @@
-// Strings and lists.
 #include <afx.h>
 #include <afxcoll.h>
 #include <gtest/gtest.h>

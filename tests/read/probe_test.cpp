@@ -1,5 +1,3 @@
-// What counts as an Exif file: names, layouts of the first segments, and the two directories that
-// have to be there.
 #include <filesystem>
 
 #include "read/reading.h"
@@ -24,13 +22,11 @@ TEST_F(ProbeTest, TakesKindFromContentAndGatesByTheTextBehindTheLastDot) {
   std::filesystem::create_directories(path("a.jpg"));
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(path(""));
-  const struct {
-    std::string name;
-    bool expected;
-  } cases[] = {{"x.JPG", true},      {"x.Jpeg", true}, {"x.jpe", true},      {"x.TIF", true},
-               {"x.y.tiff", true},   {"jpg", true},    {"a.jpg/.tif", true}, {"x.jfif", false},
-               {"x.tif.bak", false}, {"x", false},     {"x.", false},        {"x.jpg ", false},
-               {"a.jpg/jpg", false}};
+  const std::pair<std::string, bool> cases[] = {
+      {"x.JPG", true},      {"x.Jpeg", true}, {"x.jpe", true},      {"x.TIF", true},
+      {"x.y.tiff", true},   {"jpg", true},    {"a.jpg/.tif", true}, {"x.jfif", false},
+      {"x.tif.bak", false}, {"x", false},     {"x.", false},        {"x.jpg ", false},
+      {"a.jpg/jpg", false}};
   for (const std::string& content : {tiffOf(plain), jpegBytes(tiffOf(plain))})
     for (const auto& [name, expected] : cases) {
       writeFile(name, content);
@@ -45,11 +41,8 @@ TEST_F(ProbeTest, TakesKindFromContentAndGatesByTheTextBehindTheLastDot) {
 TEST_F(ProbeTest, WalksFixedPositionsNotSegments) {
   const std::string tiff = tiffOf(plain), jpeg = jpegBytes(tiff), jfif = jfifSegment();
   const std::string identifier("Exif\0\0", 6);
-  const struct {
-    const char* what;
-    std::string file;
-    int base;  // -1: no Exif file
-  } cases[] = {
+  // The number is where the TIFF structure begins; -1: no Exif file.
+  const std::tuple<const char*, std::string, int> cases[] = {
       {"SOI, APP1", jpeg, 12},
       {"SOI, APP0, APP1", jpegBytes(tiff, jfif), 30},
       {"another marker behind APP0 is not compared",
@@ -98,11 +91,7 @@ TEST_F(ProbeTest, NeedsAnExifDirectoryWithAVersion) {
     const auto counting = [&](size_t at, int count) {
       return patched(tiff(plain), at, number(count, 2, order));
     };
-    const struct {
-      const char* what;
-      std::string file;
-      bool expected;
-    } cases[] = {
+    const std::tuple<const char*, std::string, bool> cases[] = {
         {"any order of entries", tiff(unsorted), true},
         {"the first Exif pointer counts", tiff(firstCounts), true},
         {"the first Exif pointer leads nowhere", tiff(firstLies), false},

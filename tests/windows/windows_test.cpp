@@ -7,7 +7,7 @@
 #include <map>
 
 #include "failures/saved_pictures.h"
-#include "info/listing.h"
+#include "read/reading.h"
 
 namespace exifkeep::test {
 namespace {

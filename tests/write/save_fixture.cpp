@@ -3,7 +3,6 @@
 #include <pxcodec32.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstring>
 
 #include "full_picture.h"
@@ -55,19 +54,6 @@ ExifMetadata fullRecords() {
 std::string segmentOf(const std::string& file) {
   if (file.size() < 6 || file.compare(0, 4, "\xFF\xD8\xFF\xE1") != 0) return {};
   return file.substr(2, size_t{2} + uint8_t(file[4]) * 256 + uint8_t(file[5]));
-}
-
-std::string withoutTimes(std::string bytes) {
-  constexpr std::string_view form = "dddd:dd:dd dd:dd:dd";
-  const auto fits = [](char found, char wanted) {
-    return wanted == 'd' ? found >= '0' && found <= '9' : found == wanted;
-  };
-  const auto next = [&](auto from) {
-    return std::search(from, bytes.end(), form.begin(), form.end(), fits);
-  };
-  for (auto at = next(bytes.begin()); at != bytes.end(); at = next(at))
-    at = std::fill_n(at, form.size(), 'T');
-  return bytes;
 }
 
 }  // namespace exifkeep::test

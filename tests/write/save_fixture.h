@@ -16,7 +16,7 @@ struct CodecFiles {
 };
 extern CodecFiles codecFiles;
 
-class SaveTest : public CodecTest {
+class SaveTest : public ScratchTest {
  protected:
   ~SaveTest() override {
     codecFiles = {};
@@ -50,7 +50,5 @@ ExifMetadata fullRecords();
 
 // The segment behind SOI.
 std::string segmentOf(const std::string& file);
-// With 'T' for every character of a time.
-std::string withoutTimes(std::string bytes);
 
 }  // namespace exifkeep::test

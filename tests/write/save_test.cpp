@@ -1,5 +1,3 @@
-// Saving as hosts call it: what a saved file holds, byte for byte and read back, which saves keep
-// metadata, and processing.
 #include <afxwin.h>
 #include <exifkeep/exifkeep.h>
 
@@ -49,17 +47,17 @@ TEST_F(SaveFileTest, NullForAPathOrATextDoesNothing) {
   char text[15] = "text";
   CPtrList list;
   EXPECT_EQ(GetExifVersion(nullptr), 0.0f);
+  const char* path = picture.c_str();
+  PRaster* image = &image_;
   for (const int result :
-       {IsExifFile(nullptr), OpenExifFile(nullptr, &image_, &image_), GetExifInfo(nullptr, &list),
-        GetSoundFile(nullptr, text), GetSoundFile(picture.c_str(), nullptr),
-        SaveFile(nullptr, picture.c_str(), &image_, nullptr),
-        SaveFile(picture.c_str(), nullptr, &image_, nullptr),
-        SaveProcessFile(nullptr, nullptr, 2, &image_, nullptr),
-        AddAudio(nullptr, text, &image_, nullptr),
-        AddAudio(picture.data(), nullptr, &image_, nullptr),
-        AddAudioFile(nullptr, text, text, &image_, nullptr, nullptr),
-        AddAudioFile(picture.data(), nullptr, text, &image_, nullptr, nullptr),
-        AddAudioFile(picture.data(), text, nullptr, &image_, nullptr, nullptr)})
+       {IsExifFile(nullptr), OpenExifFile(nullptr, image, image), GetExifInfo(nullptr, &list),
+        GetSoundFile(nullptr, text), GetSoundFile(path, nullptr),
+        SaveFile(nullptr, path, image, nullptr), SaveFile(path, nullptr, image, nullptr),
+        SaveProcessFile(nullptr, nullptr, 2, image, nullptr),
+        AddAudio(nullptr, text, image, nullptr), AddAudio(picture.data(), nullptr, image, nullptr),
+        AddAudioFile(nullptr, text, text, image, nullptr, nullptr),
+        AddAudioFile(picture.data(), nullptr, text, image, nullptr, nullptr),
+        AddAudioFile(picture.data(), text, nullptr, image, nullptr, nullptr)})
     EXPECT_EQ(result, 0);
   EXPECT_EQ(read("a.jpg"), "as it was");
   EXPECT_EQ(image_.width(), 64u);

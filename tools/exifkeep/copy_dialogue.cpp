@@ -17,7 +17,8 @@ namespace {
 constexpr uint64_t largeCopy = 32u << 20;
 
 bool askOnTerminal(const std::string& target) {
-  std::cerr << escapeForTerminal(target) << " exists. Overwrite it? [y/N] " << std::flush;
+  // In one write: what is typed ahead would be echoed between two.
+  std::cerr << escapeForTerminal(target) + " exists. Overwrite it? [y/N] " << std::flush;
   // The library asks before it has made any file, so the program may be ended here.
   const EndingDelay none(false);
   std::string answer;

@@ -1,8 +1,8 @@
-// How the values of entries reach the records: the rules that differ from what an entry's type and
-// count would say, and the defaults.
+#include <exifkeep/exifkeep.h>
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cmath>
 
 #include "full_picture.h"
 #include "read/reading.h"
@@ -90,12 +90,7 @@ TEST_F(FetchTest, SmallTextsAreInTheirEntryOrAtAnOffset) {
   const auto fillTo = [](size_t offset, size_t entries = 4) {
     return bytes(0x927C, std::string(offset - (8 + 2 + 12 + 4) - (2 + 12 * entries + 4), 'm'));
   };
-  const struct {
-    const char* what;
-    std::vector<Entry> before;
-    Entry entry;
-    std::string ii, mm;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<Entry>, Entry, std::string, std::string> cases[] = {
       {"ours", {}, small, "37", "37"},
       {"ours, though the offset reads 20", {fillTo(0x3032)}, small, "37", "37"},
       {"after zeros", {fillTo(0x3032, 5), field(0x927C, 7, 2, 0)}, small, "37", "37"},
@@ -122,10 +117,7 @@ TEST_F(FetchTest, SmallTextsAreInTheirEntryOrAtAnOffset) {
 
 TEST_F(FetchTest, SmallListsOfShortsAreInTheirEntryOrAtAnOffset) {
   const Entry odd = bytes(0x9291, "12345");
-  const struct {
-    Entry entry;
-    std::array<uint16_t, 2> ii, mm;
-  } cases[] = {
+  const std::tuple<Entry, std::array<uint16_t, 2>, std::array<uint16_t, 2>> cases[] = {
       {shorts(0xA214, {7, 8}).atOffset(), {7, 8}, {7, 8}},
       {shorts(0xA214, {640, 480}), {640, 480}, {640, 480}},
       {shorts(0xA214, {9999, 0}).withCount(1), {9999, 0}, {9999, 0}},
@@ -167,11 +159,10 @@ TEST_F(FetchTest, TextsKeepToTheirFields) {
 }
 
 TEST_F(FetchTest, SubjectAreaHasTwoToFourValues) {
-  const struct {
-    std::vector<uint32_t> counts;  // of entries that follow each other
-    std::vector<uint16_t> expected;
-  } cases[] = {{{1}, {0, 0, 0, 0}}, {{2}, {7, 8, 0, 0}},  {{3}, {7, 8, 9, 0}},
-               {{5}, {0, 0, 0, 0}}, {{4}, {7, 8, 9, 10}}, {{4, 1}, {7, 8, 0, 0}}};
+  // Counts of entries that follow each other, and what is read.
+  const std::pair<std::vector<uint32_t>, std::vector<uint16_t>> cases[] = {
+      {{1}, {0, 0, 0, 0}}, {{2}, {7, 8, 0, 0}},  {{3}, {7, 8, 9, 0}},
+      {{5}, {0, 0, 0, 0}}, {{4}, {7, 8, 9, 10}}, {{4, 1}, {7, 8, 0, 0}}};
   for (const auto& [counts, expected] : cases) {
     std::vector<Entry> entries;
     for (const uint32_t count : counts)
@@ -184,10 +175,7 @@ TEST_F(FetchTest, SubjectAreaHasTwoToFourValues) {
 
 TEST_F(FetchTest, CommentsAndMakerNotesAreReplacedByLaterOnes) {
   const Entry longer = bytes(0x9286, "ASCII+++comment"), later = bytes(0x9286, "UNICODE!");
-  const struct {
-    std::vector<Entry> entries;
-    std::string code, comment;
-  } cases[] = {
+  const std::tuple<std::vector<Entry>, std::string, std::string> cases[] = {
       {{longer.withCount(7)}, "", ""},
       {{longer.withCount(9)}, "ASCII+++", "c"},
       {{bytes(0x9286, std::string("JIS\0zzzzx", 9))}, "JIS", "x"},
@@ -237,6 +225,65 @@ TEST_F(FetchTest, WhatTheFileDoesNotHoldLeavesTheResetValue) {
     EXPECT_EQ(half->exif.focalLength.denominator, 0u);
     EXPECT_EQ(half->exif.makerNoteLength, 6u + 5u);
   }
+}
+
+using DirectoriesTest = ReadTest;
+
+const Entry speedRef = text(12, "M");
+
+TEST_F(DirectoriesTest, GpsPositionComesFromTheLastPointersAndTheFirstExifDirectory) {
+  using Entries = std::vector<Entry>;
+  const Entry exif = exifPointer(), gps = gpsPointer(), lies = longs(0x8825, {3});
+  // With an Exif pointer of 100 instead, the GPS pointer to the place just behind the directory.
+  const int64_t madeUp = 100 + Picture::entriesSize({version()});
+  const std::tuple<const char*, Entries, Entries, bool> cases[] = {
+      {"the last GPS pointer counts", {exif, lies, gps}, {}, true},
+      {"and not the first", {exif, gps, lies}, {}, false},
+      {"the last Exif pointer", {exif, longs(0x8769, {100}), longs(0x8825, {madeUp})}, {}, true},
+      {"pointers of IFD1", {exif}, {exif, gps}, true},
+      {"IFD0 has the last word", {exif, gps}, {exif, lies}, true},
+      // A position of 0 or less from IFD1 keeps even a good one of IFD0 from being used.
+      {"a negative position", {exif, gps}, {longs(0x8769, {INT32_MAX}), lies}, false},
+  };
+  for (const auto& [what, image, thumbnail, isRead] : cases)
+    for (const Order order : bothOrders) {
+      const Picture picture{
+          .image = image, .exif = {version()}, .gps = {speedRef}, .thumbnail = thumbnail};
+      const auto result = read(jpegBytes(tiffBytes(picture, order), jfifSegment()));
+      EXPECT_EQ(result->gps.hasGpsSpeedRef, isRead) << what;
+    }
+}
+
+TEST_F(DirectoriesTest, VersionIsANumberRoundedOnce) {
+  const auto versionOf = [&](const std::string& characters) {
+    const Picture picture{.image = {exifPointer()}, .exif = {bytes(0x9000, characters)}};
+    return GetExifVersion(fileOf(tiffBytes(picture, Order::mm)).c_str());
+  };
+  EXPECT_EQ(versionOf("0221"), 2.21f);
+  EXPECT_EQ(versionOf("1230"), 12.3f);
+  // 1 + 3 * 0.1f + 0.01f, rounded at the end only, lies above the number next to 1.31.
+  EXPECT_EQ(versionOf("0131"), std::nextafter(1.31f, 2.0f));
+  // What is no digit counts by its distance from '0'.
+  EXPECT_EQ(versionOf("0A/0"), static_cast<float>(17 - double{0.1f}));
+  EXPECT_EQ(GetExifVersion(fileOf(jpegStart + jpegEnd).c_str()), 0.0f);
+}
+
+TEST_F(DirectoriesTest, InteroperabilityNeedsExactlyR98AndExif21) {
+  const std::tuple<const char*, const char*, bool, const char*> cases[] = {
+      {"0210", "R98", true, "0100"},   {"0209", "R98", false, ""},
+      {"abcd", "R98", false, ""},      {"210", "R98", true, "0100"},
+      {"0220", "R98x", false, "0100"}, {"0200", "R03", false, "0100"},
+  };
+  for (const auto& [version, index, isR98, kept] : cases)
+    for (const Order order : bothOrders) {
+      // The version stands behind the pointer: the rule comes last.
+      const auto result = read({.image = {exifPointer()},
+                                .exif = {interoperabilityPointer(), bytes(0x9000, version)},
+                                .interoperability = {bytes(2, "0100"), bytes(1, index)}},
+                               order);
+      EXPECT_EQ(result->exif.isR98Interoperability, isR98) << version << index;
+      EXPECT_STREQ(result->exif.interoperabilityVersion, kept) << version << index;
+    }
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Writes small pictures of every kind that the codec reads, by the format libraries, from one
-// pattern of levels; and says which colours those levels stand for.
+// pattern of levels: seeds for the fuzzers, and files for the codec's tests.
 #pragma once
 
 #include <cstdio>
@@ -9,7 +9,6 @@
 #include <tiffio.h>
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,7 +18,6 @@ namespace exifkeep::test {
 using Bytes = std::vector<unsigned char>;
 
 inline constexpr unsigned width = 27, height = 21;
-using Colour = std::array<int, 3>;  // red, green, blue
 
 // What the samples of a pixel stand for. Alpha is the last one, black ink as well.
 enum class Meaning { grey, inverseGrey, index, rgb, greyAlpha, rgbAlpha, inks, lights };
@@ -33,23 +31,6 @@ inline unsigned samplesOf(Meaning meaning) {
 inline int levelOf(unsigned x, unsigned y, unsigned sample) {
   const unsigned nibbles[] = {x / 2, y / 2, 15 - x / 2, 12 - y / 4};
   return int(nibbles[sample] * 17);
-}
-
-inline Colour colourOf(Meaning meaning, int bits, unsigned x, unsigned y) {
-  const bool single = samplesOf(meaning) < 3;
-  const int last = levelOf(x, y, 3);
-  Colour colour;
-  for (unsigned c = 0; c < 3; ++c) {
-    const int given = levelOf(x, y, single ? 0 : c), level = bits == 1 ? given / 128 * 255 : given;
-    const bool alpha = meaning == Meaning::greyAlpha || meaning == Meaning::rgbAlpha;
-    colour[c] = meaning == Meaning::inverseGrey ? 255 - level
-                : meaning == Meaning::index     ? std::array{level, 255 - level, 7}[c]
-                : alpha                         ? (level * last + 255 * (255 - last)) / 255
-                : meaning == Meaning::inks      ? (255 - level) * (255 - last) / 255
-                : meaning == Meaning::lights    ? level * last / 255
-                                                : level;
-  }
-  return colour;
 }
 
 // Samples `first` to `end` of the pixels of a row, packed.

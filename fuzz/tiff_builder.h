@@ -164,4 +164,17 @@ inline std::string jfifSegment() {
   return segment(0xFFE0, std::string("JFIF\0\1\1\0\0\1\0\1\0\0", 14));
 }
 
+// An ordinary picture, `thumbnail` where its directory says that a JPEG thumbnail is.
+inline std::string withThumbnail(const std::string& jpeg, const std::string& thumbnail) {
+  Picture picture{.image = {exifPointer()}, .exif = {bytes(0x9000, "0220")}};
+  const auto fileFor = [&](size_t position) {
+    picture.thumbnail = {shorts(0x103, {6}), longs(0x201, {static_cast<uint32_t>(position)}),
+                         longs(0x202, {static_cast<uint32_t>(thumbnail.size())})};
+    return jpegStart + segment(0xFFE1, std::string("Exif\0\0", 6) + tiffBytes(picture, Order::ii)) +
+           jpeg.substr(2);
+  };
+  constexpr size_t base = 12;
+  return fileFor(fileFor(0).size() - base) + thumbnail;
+}
+
 }  // namespace exifkeep::test

@@ -1,7 +1,8 @@
-// Texts by module state, and messages by handler.
 #include <afxwin.h>
+#include <code_page.h>
 #include <language.h>
 
+#include <clocale>
 #include <thread>
 #include <vector>
 
@@ -9,6 +10,48 @@
 
 namespace exifkeep::test {
 namespace {
+
+std::string encoded(const std::map<std::string, std::string>& environment, const char* utf8) {
+  setLocaleVariables(environment);
+  const auto encoder = CodePageEncoder::forUser();
+  if (!encoder) return utf8;
+  std::string text = "old";
+  encoder->encode(utf8, text);
+  return text;
+}
+
+TEST(CodePage, ConvertsToTheLocalesCharset) {
+  const std::map<const char*, std::vector<const char*>> cases = {
+      {"\xE9??.", {"fr_FR.ISO-8859-1", "fr_FR.iso88591"}},
+      {"\xE9?\xA4.", {"de_DE.ISO-8859-15@euro"}},
+      {"?\x1B$B4A\x1B(B?.", {"ja_JP.ISO-2022-JP"}},
+      {"é漢€.",
+       {"fr_FR.UTF-8", "fr_FR.utf8", "fr_FR", "C", "fr_FR@euro", "fr_FR.", "fr_FR.nonsense",
+        "fr_FR.UTF-16", "fr_FR.ISO-8859-1//TRANSLIT"}}};
+  for (const auto& [expected, locales] : cases)
+    for (const char* locale : locales)
+      EXPECT_EQ(encoded({{"LC_ALL", locale}}, "é漢€."), expected) << locale;
+  EXPECT_EQ(encoded({{"LC_CTYPE", "fr_FR.ISO-8859-1"}, {"LANG", "fr_FR.UTF-8"}}, "é"), "\xE9");
+  EXPECT_EQ(encoded({{"LC_ALL", "C"}, {"LC_CTYPE", "fr_FR.ISO-8859-1"}}, "é"), "é");
+  const std::string text(1000, 'x');  // longer than one step of the conversion
+  EXPECT_EQ(encoded({{"LANG", "fr_FR.ISO-8859-1"}}, (text + "é\xFF" + text + "\xE6\xBC").c_str()),
+            text + "\xE9?" + text + "?");
+}
+
+using CommaLocale = ScratchTest;
+
+TEST_F(CommaLocale, ChangesNoNumberInATextOfTheFramework) {
+  writeFile(path("comma"),
+            "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \"\"\ngrouping -1\nEND LC_NUMERIC\n");
+  const std::string make = "localedef -c -f ANSI_X3.4-1968 -i ";
+  if (std::system((make + path("comma ") + path("xx") + " >&- 2>&-").c_str()) < 0) FAIL();
+  setenv("LOCPATH", path("").c_str(), 1);
+  if (!std::setlocale(LC_NUMERIC, "xx")) GTEST_SKIP() << "no localedef";
+  CString text;
+  text.Format("%.1f", 2.5);
+  EXPECT_EQ(text, "2.5");
+  std::setlocale(LC_NUMERIC, "C");
+}
 
 constexpr std::string_view englishTexts[] = {"", "Maker", "only English"};
 constexpr std::string_view germanTexts[] = {"", "Größ!"};

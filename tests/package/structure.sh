@@ -1,0 +1,27 @@
+#!/bin/sh
+# The layers of the tree, which say what folder may include from which. In src/ a layer includes from
+# itself and from those before it, but `info` and `open` are for `api` alone. The program and the
+# examples are hosts, which see the public headers and their own folder. The platform knows nothing
+# of the library.
+. "$(dirname "$0")/../checks.sh"
+
+cd "$SOURCE" || exit 1
+same includes '' "$(grep -r --include='*.h' --include='*.cpp' '^#include ' src platform tools examples |
+  awk -F ':#include [<"]' '
+    BEGIN {
+      count = split("system imageio probe read info open write tiff audio api", layers, " ")
+      for (i = 1; i <= count; ++i) rank[layers[i]] = i
+    }
+    {
+      split($1, file, "/")
+      split($2, name, "[/>\"]")
+      from = file[2]
+      to = name[1]
+      wrong = to in rank || to == ".." || (file[1] == "platform" && to == "exifkeep")
+      if (file[1] == "src")
+        wrong = !(from in rank) || (to in rank && to != from && from != "api" &&
+                                    (rank[to] > rank[from] || to == "info" || to == "open"))
+      if (wrong) print
+    }
+    END { if (NR < 500) print "only", NR, "found" }')"
+exit $failures
