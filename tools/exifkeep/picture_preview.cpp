@@ -1,13 +1,10 @@
-// The codec can only write files, so the preview is written to the temporary folder.
 #include "picture_preview.h"
 
 #include <exifkeep/exifkeep.h>
 #include <pxcodec32.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <random>
+#include <new>
 
 #include "image_files.h"
 #include "system.h"
@@ -17,34 +14,6 @@ namespace {
 
 // Twice the size shown on the page, for screens of high resolution.
 constexpr unsigned maxSide = 320;
-
-// A file in a new folder in the temporary folder.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const char* name) {
-    char directory[4096];
-    const DWORD length = GetTempPathA(sizeof directory, directory);
-    if (length == 0 || length >= sizeof directory) return;
-    std::random_device random;
-    folder_ = directory + ("exifkeep-" + std::to_string(random()));
-    if (CreateDirectoryA(folder_.c_str(), nullptr)) path_ = folder_ + "/" + name;
-  }
-  ~TemporaryFile() {
-    if (path_.empty()) return;
-    DeleteFileA(path_.c_str());
-    RemoveDirectoryA(folder_.c_str());
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  // Empty if the folder could not be created; the name alone could be one of the user's files.
-  const std::string& path() const { return path_; }
-
- private:
-  const EndingDelay delay_;  // destroyed after the file is deleted
-  std::string folder_;
-  std::string path_;
-};
 
 bool shrink(PRaster& image) {
   const unsigned longer = std::max(image.width(), image.height());
@@ -86,14 +55,23 @@ bool turn(PRaster& image, std::int64_t orientation) {
   return true;
 }
 
+// Out of memory ends the call: the codec cannot handle exceptions.
+int append(void* text, const void* bytes, size_t count) noexcept {
+  try {
+    static_cast<std::string*>(text)->append(static_cast<const char*>(bytes), count);
+    return 1;
+  } catch (const std::bad_alloc&) {
+    return 0;
+  }
+}
+
 std::string jpegBytes(PRaster& image) {
-  const TemporaryFile file("preview.jpg");
-  if (file.path().empty()) return "";
   tagLmmInfo memory;
   image.GetLmmInfo(memory);
-  if (!AllSaveDIBImg(file.path().c_str(), &memory, image.GetLmmOffset(), nullptr)) return "";
-  std::ifstream stream(file.path(), std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+  std::string bytes;
+  if (!AllSendDIBImg("preview.jpg", &memory, image.GetLmmOffset(), nullptr, append, &bytes))
+    return "";
+  return bytes;
 }
 
 }  // namespace
