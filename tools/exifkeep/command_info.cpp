@@ -113,7 +113,7 @@ size_t jobsOf(const InfoOptions& options) {
   return static_cast<size_t>(options.jobs.value_or(std::max(cores, 1)));
 }
 
-// Reads the pictures on several threads and has `show` called with each in turn.
+// Reads the pictures on several threads and calls `show` for each in order.
 ExitStatus listEach(const InfoOptions& options,
                     const std::function<void(const std::string&, const PictureInfo&)>& show) {
   const auto examine = [&](const std::string& path) -> FileNames::Answer {
@@ -185,8 +185,7 @@ void addInfo(CLI::App& program, Command& chosen) {
           "List all pictures in folders and their subfolders");
   addNumber(command, "-j,--jobs", options->jobs, 1, 1024,
             "Read up to N pictures at a time; by default the number of cores");
-  addFlag(command, "--html", options->html,
-          "Write an HTML page with a switch for the language");
+  addFlag(command, "--html", options->html, "Write an HTML page with a switch for the language");
   addText(command, "-o,--output", options->output, "OUT",
           "Write the page of --html to this file; - is standard output");
   for (const char* other : {"--json", "--json-lines", "--csv", "--tag", "--gps", "--jobs"})

@@ -104,8 +104,7 @@ ExitStatus save(const SaveOptions& options) {
   const bool toFolder = fs::is_directory(options.names.back(), unknown);
   if (options.names.back() == "-")
     return complainOfUsage("a picture is written to a file, not to standard output");
-  if (sources.size() > 1 && !toFolder)
-    return complainOfUsage("several pictures need a folder");
+  if (sources.size() > 1 && !toFolder) return complainOfUsage("several pictures need a folder");
   if (sources.size() > 1 && !(options.picture + options.thumbnail).empty())
     return complainOfUsage("--picture and --thumbnail are for a single picture");
   ExitStatus worst = ExitStatus::ok;

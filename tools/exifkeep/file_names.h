@@ -26,16 +26,16 @@ struct FileNames {
   ExitStatus forEach(const std::function<ExitStatus(const std::string&)>& answer,
                      bool answersKeptBack = false) const;
 
-  // What says the answer about a file once it is the file's turn, and returns its status.
+  // Prints the answer for a file when it is that file's turn, and returns the status.
   using Answer = std::function<ExitStatus()>;
-  // The same on up to `jobs` threads: `examine` is called on any of them, and must print nothing;
-  // the answers that it returns are called one at a time, in the order of the names.
+  // The same on up to `jobs` threads: `examine` is called on any of them and must not print; the
+  // answers that it returns are called one at a time, in the order of the names.
   ExitStatus forEach(size_t jobs, const std::function<Answer(const std::string&)>& examine) const;
 
  private:
-  // How many files there are; 0 when that is not known before.
+  // The number of files, or 0 if it is not known in advance.
   size_t knownCount() const { return readsInput() || recursive ? 0 : arguments.size(); }
-  // Calls `takeFile` with each name until it returns false, which gives ExitStatus::failed.
+  // Calls `takeFile` with each name. If it returns false, stops and returns ExitStatus::failed.
   ExitStatus takeEach(const std::function<bool(const std::string&)>& takeFile) const;
 };
 

@@ -1,6 +1,7 @@
-// Appends JSON (RFC 8259) to a string, two blanks a level or all in one line. The owner may drain
-// the string at any time, so no document is held whole. The output is valid UTF-8 whatever bytes a
-// text holds. REQUIRES: calls nest properly, and inside an object every value follows a key.
+// Appends JSON (RFC 8259) to a string, indented by two spaces per level or on one line. The owner
+// may empty the string at any time, so that no document has to be in memory completely. The output
+// is always valid UTF-8. REQUIRES: calls nest properly, and within an object every value follows a
+// key.
 #pragma once
 
 #include <string>
@@ -12,7 +13,7 @@ class JsonWriter {
  public:
   enum class Layout {
     document,
-    element,  // of an array that someone else writes: as in a document, without commas around it
+    element,  // of an array written elsewhere: as in a document, without the commas around it
     line,
   };
   explicit JsonWriter(std::string& out, Layout layout = Layout::document)
@@ -22,7 +23,7 @@ class JsonWriter {
   void endArray() { close(']'); }
   void beginObject() { open('{'); }
   void endObject() { close('}'); }
-  // REQUIRES: a name that needs no escapes.
+  // REQUIRES: a name that needs no escaping.
   void key(std::string_view name);
   void text(std::string_view value);
   void boolean(bool value);

@@ -6,9 +6,9 @@
 namespace program {
 namespace {
 
-// Names are taken several at a time while there are many, since taking locks.
+// If there are many names, a thread takes several at a time, to reduce locking.
 constexpr size_t maxTaken = 16;
-// A few slow files do not keep the threads waiting, and results do not fill the memory.
+// So many that a few slow files do not block the threads, but few enough to limit memory.
 constexpr size_t maxUndone = 1024;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Work on several threads whose results are delivered one at a time, in the order of the work.
+// Runs work on several threads and delivers the results one at a time, in the order of the work.
 #pragma once
 
 #include <condition_variable>
@@ -18,17 +18,18 @@ class OrderedWork {
  public:
   using Delivery = std::function<void()>;
 
-  // `work` runs on the threads. What it returns runs under a lock, on whichever thread completes
-  // the order, and then `flush`; when that returns false, all work ends.
+  // `work` is called on the threads. The function that it returns is called in order under a lock,
+  // on any of the threads, followed by `flush`; if that returns false, all work ends.
   OrderedWork(size_t threads, std::function<Delivery(const std::string&)> work,
               std::function<bool()> flush);
   ~OrderedWork();
   OrderedWork(const OrderedWork&) = delete;
   OrderedWork& operator=(const OrderedWork&) = delete;
 
-  // Waits while much is undone. False once the work has ended.
+  // Blocks while there is too much unfinished work. False once the work has ended.
   bool add(const std::string& name);
-  // Waits for all deliveries; false when the work ended before. Throws on what a thread threw.
+  // Waits for all deliveries; false if the work has ended early. Rethrows the exception of a
+  // thread.
   bool finish();
 
  private:
@@ -39,12 +40,12 @@ class OrderedWork {
 
   const std::function<Delivery(const std::string&)> work_;
   const std::function<bool()> flush_;
-  std::mutex mutex_;  // of all that follows
+  std::mutex mutex_;  // for all of the following
   std::condition_variable nameAdded_, resultDelivered_;
   std::deque<std::string> names_;
-  size_t taken_ = 0, delivered_ = 0;    // how many names so far
-  std::map<size_t, Delivery> results_;  // not delivered yet, by the number of the name
-  bool complete_ = false;               // no name will be added
+  size_t taken_ = 0, delivered_ = 0;    // numbers of names
+  std::map<size_t, Delivery> results_;  // not yet delivered, by the number of the name
+  bool complete_ = false;               // no more names will be added
   bool ended_ = false;
   std::exception_ptr error_;
   std::vector<std::thread> threads_;
