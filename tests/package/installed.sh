@@ -92,7 +92,8 @@ add_executable(host $ENV{SOURCE}/examples/list_folder.cpp)
 target_link_libraries(host PRIVATE exifkeep::exifkeep exifkeep::platform)
 PROJECT
 lists whole/host "$by_cmake"' -S . -B whole -DCMAKE_DISABLE_FIND_PACKAGE_CLI11=ON \
-  -DBUILD_SHARED_LIBS=OFF -DEXIFKEEP_INSTALL=ON && "$CMAKE" --build whole'
+  -DBUILD_SHARED_LIBS=OFF -DEXIFKEEP_INSTALL=ON -DCMAKE_INSTALL_LIBDIR="$LIBDIR" &&
+  "$CMAKE" --build whole'
 shows 'static host' "$("$READELF" -d whole/host)" '!libexifkeep'
 "$CMAKE" --install whole --prefix static >log 2>&1 || fail "$(cat log)"
 lists again/list_folder "$by_cmake"' -S "$SOURCE/examples" -B again \
