@@ -12,6 +12,9 @@ using QtViewer = ScratchTest;
 
 TEST_F(QtViewer, OpensListsAndSaves) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  // Qt makes a folder of its own among the temporary files where this one is not named.
+  std::filesystem::permissions(path(""), std::filesystem::perms::owner_all);
+  setenv("XDG_RUNTIME_DIR", path("").c_str(), 1);
   setLocaleVariables({{"LC_ALL", "C.UTF-8"}});
   int count = 1;
   char name[] = "qt_viewer", *arguments[] = {name, nullptr};
