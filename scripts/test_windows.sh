@@ -18,12 +18,13 @@ install_missing "$root/build/packages.log" "${run_packages[@]}" "${test_packages
 export WINEPREFIX=$root/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
 unset DISPLAY WAYLAND_DISPLAY
 wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
-# One server for all programs; otherwise each would start its own, with services that keep its
-# output open.
+# One server and one desktop for all programs; otherwise each would start its own, which keeps the
+# program's output open.
 server=$(command -v wineserver || echo /usr/lib/wine/wineserver64)
 "$server" -p
 trap '"$server" -k' EXIT
 "$wine" wineboot --init >"$root/build/wine.log" 2>&1
+"$wine" explorer /desktop >>"$root/build/wine.log" 2>&1 &
 
 echo "== windows"
 build_preset windows

@@ -102,6 +102,7 @@ TEST_F(DamagedFiles, RefusesAnImageOfAnotherShapeAndAReadThatFails) {
     for (const auto& [bits, width, height] :
          {std::tuple{24, 300u, 201u}, {24, 301u, 200u}, {8, 300u, 200u}})
       EXPECT_EQ(readInto(path(name), patterned(bits, width, height)), 0) << name;
+#ifndef _WIN32  // its own calls cannot be made to fail
     for (int n = 1, reads = 1; n <= reads; ++n) {
       failCall(PlatformCall::read, n);
       EXPECT_EQ(readInto(path(name), patterned(24, 300, 200)), 0) << name << ' ' << n;
@@ -110,6 +111,7 @@ TEST_F(DamagedFiles, RefusesAnImageOfAnotherShapeAndAReadThatFails) {
       reads = callsMade(PlatformCall::read);
       clearFailures();
     }
+#endif
   }
 }
 

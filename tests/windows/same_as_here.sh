@@ -47,7 +47,7 @@ for language in zh-TW de en es fi fr it ja ko nl sv zh-CN pt; do
   expect_same here.out there.out "the list in $language"
 done
 [ "$(wc -l <here.out)" -gt 100 ]
-for form in --json --csv --html; do
+for form in --json --json-lines --csv --html; do
   on_both info "$form" -r pictures/
   expect_same here.out there.out "info $form"
 done
