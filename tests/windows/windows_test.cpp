@@ -30,32 +30,27 @@ class HeldOpen {
 class WindowsFiles : public SavedPictures {};
 
 TEST_F(WindowsFiles, APictureThatAnotherProgramHoldsIsNotSavedOver) {
-  for (const char* name : {"photo.jpg", "photo.tif"}) {
-    saveWithMetadata(name, 20);
-    const std::string before = readFile(path(name));
-    const auto filesBefore = names();
-    PRaster image = makePicture(24);
+  PRaster image = makePicture(newWidth);
+  for (const std::string& picture : {path("source.jpg"), path("source.tif")}) {
     for (const DWORD share : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE}) {
-      const HeldOpen held(path(name), GENERIC_READ, share);
-      EXPECT_EQ(SaveFile(path(name).c_str(), path(name).c_str(), &image, nullptr), 0) << share;
-      EXPECT_EQ(SaveFile("", path(name).c_str(), &image, nullptr), 0) << share;
+      const HeldOpen held(picture, GENERIC_READ, share);
+      EXPECT_EQ(SaveFile(picture.c_str(), picture.c_str(), &image, nullptr), 0) << share;
+      EXPECT_EQ(SaveFile("", picture.c_str(), &image, nullptr), 0) << share;
     }
-    EXPECT_EQ(readFile(path(name)), before);
-    EXPECT_EQ(names(), filesBefore);
-    EXPECT_EQ(SaveFile(path(name).c_str(), path(name).c_str(), &image, nullptr), 1);
-    EXPECT_EQ(widthOf(path(name)), 24u);
   }
+  EXPECT_EQ(files(), originals_);
 }
 
 // As viewers and indexers open files.
 TEST_F(WindowsFiles, APictureThatIsSharedIsReadAndReplaced) {
-  saveWithMetadata("photo.jpg", 20);
-  const HeldOpen held(path("photo.jpg"), GENERIC_READ,
-                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
-  EXPECT_EQ(IsExifFile(path("photo.jpg").c_str()), 1);
-  PRaster image = makePicture(24);
-  EXPECT_EQ(SaveFile(path("photo.jpg").c_str(), path("photo.jpg").c_str(), &image, nullptr), 1);
-  EXPECT_EQ(widthOf(path("photo.jpg")), 24u);
+  PRaster image = makePicture(newWidth);
+  for (const std::string& picture : {path("source.jpg"), path("source.tif")}) {
+    const HeldOpen held(picture, GENERIC_READ,
+                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    EXPECT_EQ(IsExifFile(picture.c_str()), 1);
+    EXPECT_EQ(SaveFile(picture.c_str(), picture.c_str(), &image, nullptr), 1);
+    EXPECT_EQ(widthOf(picture), newWidth);
+  }
 }
 
 // Wine's does not.
@@ -71,21 +66,20 @@ bool replacingKeepsAttributes(const std::string& old, const std::string& replace
 
 TEST_F(WindowsFiles, AttributesStay) {
   const bool isKept = replacingKeepsAttributes(path("old"), path("new"));
-  saveWithMetadata("photo.jpg", 20);
-  PRaster image = makePicture(24);
-  ASSERT_TRUE(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_HIDDEN));
-  EXPECT_EQ(SaveFile(path("photo.jpg").c_str(), path("photo.jpg").c_str(), &image, nullptr), 1);
-  EXPECT_EQ(widthOf(path("photo.jpg")), 24u);
-  EXPECT_EQ((GetFileAttributesA(path("photo.jpg").c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0, isKept);
-  ASSERT_TRUE(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_READONLY));
+  PRaster image = makePicture(newWidth);
+  ASSERT_TRUE(SetFileAttributesA(path("source.jpg").c_str(), FILE_ATTRIBUTE_HIDDEN));
+  EXPECT_EQ(SaveFile(path("source.jpg").c_str(), path("source.jpg").c_str(), &image, nullptr), 1);
+  EXPECT_EQ(widthOf(path("source.jpg")), newWidth);
+  EXPECT_EQ((GetFileAttributesA(path("source.jpg").c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0, isKept);
+  ASSERT_TRUE(SetFileAttributesA(path("source.jpg").c_str(), FILE_ATTRIBUTE_READONLY));
   // To root, Wine opens read-only files as well.
   const HANDLE opened =
-      CreateFileA(path("photo.jpg").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+      CreateFileA(path("source.jpg").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   if (opened != INVALID_HANDLE_VALUE) CloseHandle(opened);
-  EXPECT_EQ(SaveFile("", path("photo.jpg").c_str(), &image, nullptr),
+  EXPECT_EQ(SaveFile("", path("source.jpg").c_str(), &image, nullptr),
             opened != INVALID_HANDLE_VALUE);
-  EXPECT_EQ(SetFileAttributesA(path("photo.jpg").c_str(), FILE_ATTRIBUTE_NORMAL), TRUE);
-  EXPECT_EQ(names(), std::set<std::string>{"photo.jpg"});
+  EXPECT_EQ(SetFileAttributesA(path("source.jpg").c_str(), FILE_ATTRIBUTE_NORMAL), TRUE);
+  EXPECT_EQ(files().size(), originals_.size());
 }
 
 // Either separator, and every character: the code page of this process is UTF-8.
@@ -94,14 +88,14 @@ TEST_F(WindowsFiles, NamesOfAllKindsWork) {
   std::filesystem::create_directory(path("folder"));
   for (std::string name : {"übung.jpg", "日本.tif", "folder/日本.jpg", "folder\\ß.tif"}) {
     name = path(name);
-    PRaster image = makePicture(24);
+    PRaster image = makePicture(newWidth);
     ASSERT_EQ(SaveFile("", name.c_str(), &image, nullptr), 1) << name;
     EXPECT_EQ(AddAudio(name.data(), "a program", &image, nullptr), 1) << name;
     EXPECT_EQ(IsExifFile(name.c_str()), 1) << name;
     EXPECT_FALSE(itemsOf(name).empty()) << name;
-    EXPECT_EQ(widthOf(name), 24u) << name;
+    EXPECT_EQ(widthOf(name), newWidth) << name;
   }
-  EXPECT_EQ(names().size(), 3u);
+  EXPECT_EQ(files().size(), originals_.size() + 5);
 }
 
 TEST(WindowsLanguage, IsTheThreadsUnlessTheEnvironmentNamesOne) {
