@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdio>
-// after cstdio, which it relies on
+// must come after cstdio
 #include <jpeglib.h>
 #include <png.h>
 #include <tiffio.h>
@@ -19,7 +19,7 @@ using Bytes = std::vector<unsigned char>;
 
 inline constexpr unsigned width = 27, height = 21;
 
-// What the samples of a pixel stand for. Alpha is the last one, black ink as well.
+// The meaning of a pixel's samples. Alpha or black ink is the last one.
 enum class Meaning { grey, inverseGrey, index, rgb, greyAlpha, rgbAlpha, inks, lights };
 
 inline unsigned samplesOf(Meaning meaning) {
@@ -27,7 +27,7 @@ inline unsigned samplesOf(Meaning meaning) {
   return samples[int(meaning)];
 }
 
-// The 8-bit level of a sample: two equal nibbles, so that 4 and 16 bits hold it exactly.
+// The 8-bit level of a sample: two equal nibbles, so that it is exact in 4 and 16 bits.
 inline int levelOf(unsigned x, unsigned y, unsigned sample) {
   const unsigned nibbles[] = {x / 2, y / 2, 15 - x / 2, 12 - y / 4};
   return int(nibbles[sample] * 17);

@@ -1,6 +1,6 @@
-// Small Exif TIFF structures and JPEG files around them, built from one description in either byte
-// order. Nothing is added that the description does not name: entries stay in their given order,
-// pointers are entries like any other, and counts, types and offsets may lie.
+// Builds small Exif TIFF structures, and JPEG files with them, from a description, in either byte
+// order. Nothing is added: entries are in the given order, pointers are ordinary entries, and
+// counts, types and offsets may be wrong.
 #pragma once
 
 #include <array>
@@ -26,7 +26,7 @@ struct Entry {
   std::string value;  // little-endian, in units of `unit` bytes
   unsigned unit = 1;
   bool isOutOfLine = value.size() > 4;
-  std::optional<Directory> target = {};  // the value is where this directory lies
+  std::optional<Directory> target = {};  // the value is the position of this directory
 
   Entry atOffset() const {
     Entry entry = *this;
@@ -65,11 +65,11 @@ inline Entry shorts(uint16_t tag, std::initializer_list<int64_t> values) {
 inline Entry longs(uint16_t tag, std::initializer_list<int64_t> values) {
   return {tag, typeLong, static_cast<uint32_t>(values.size()), numbers(values, 4), 4};
 }
-// Numerators and denominators in turn.
+// Numerators and denominators alternate.
 inline Entry rationals(uint16_t tag, std::initializer_list<int64_t> values) {
   return {tag, typeRational, static_cast<uint32_t>(values.size() / 2), numbers(values, 4), 4};
 }
-// An entry with this number in its value field, whatever that means for the type.
+// An entry with this number in its value field, whatever the type.
 inline Entry field(uint16_t tag, uint16_t type, uint32_t count, uint32_t value) {
   return {tag, type, count, number(value, 4), 4};
 }
@@ -86,7 +86,7 @@ inline Entry interoperabilityPointer() {
   return pointerTo(Directory::interoperability, 0xA005);
 }
 
-// A directory without entries is left out. `image` begins at 8 and links to `thumbnail`.
+// Directories without entries are omitted. `image` begins at 8 and links to `thumbnail`.
 struct Picture {
   std::vector<Entry> image = {}, exif = {}, interoperability = {}, gps = {}, thumbnail = {};
 
@@ -97,7 +97,7 @@ struct Picture {
   static uint32_t entriesSize(const std::vector<Entry>& entries) {
     return static_cast<uint32_t>(2 + 12 * entries.size() + 4);
   }
-  // The TIFF offset of a directory; each is followed by its own out-of-line values.
+  // The TIFF offset of a directory, which is followed by its out-of-line values.
   uint32_t offsetOf(Directory directory) const {
     uint32_t offset = start;
     for (size_t i = 0; i < static_cast<size_t>(directory); ++i) {
@@ -110,7 +110,7 @@ struct Picture {
   }
 };
 
-// `shift` is added to every offset, for headers that do not stand where offsets count from.
+// `shift` is added to every offset, for headers that are not at the origin of offsets.
 inline std::string tiffBytes(const Picture& picture, Order order, uint32_t shift = 0) {
   const auto swapped = [&](const Entry& entry) {
     std::string value = entry.value;
@@ -164,7 +164,7 @@ inline std::string jfifSegment() {
   return segment(0xFFE0, std::string("JFIF\0\1\1\0\0\1\0\1\0\0", 14));
 }
 
-// An ordinary picture, `thumbnail` where its directory says that a JPEG thumbnail is.
+// An ordinary picture with `thumbnail` as its JPEG thumbnail.
 inline std::string withThumbnail(const std::string& jpeg, const std::string& thumbnail) {
   Picture picture{.image = {exifPointer()}, .exif = {bytes(0x9000, "0220")}};
   const auto fileFor = [&](size_t position) {

@@ -1,4 +1,5 @@
-# Sourced by test scripts: a folder to work in, and checks that count failures. "$E" is the program.
+# Sourced by test scripts: creates a folder to work in and defines checks that count failures. "$E"
+# is the program.
 export LC_ALL=C.UTF-8
 unset LANGUAGE LC_MESSAGES LC_CTYPE
 failures=0
@@ -14,7 +15,7 @@ fail() {
 same() {
   [ "$2" = "$3" ] || fail "$1: expected '$2', found '$3'"
 }
-# WHAT TEXT PATTERN...: every pattern is found in the text, one after '!' is not.
+# WHAT TEXT PATTERN...: the text must match every pattern, and must not match one that follows '!'.
 shows() {
   what=$1 text=$2
   shift 2
@@ -25,23 +26,23 @@ shows() {
     esac
   done
 }
-# STATUS COMMAND: what it wrote is in `out` and `err`.
+# STATUS COMMAND: stores the output in `out` and `err`.
 ends() {
   sh -c "$2" >out 2>err </dev/null
   same "status of $2" "$1" $?
 }
-# STATUS OUTPUT COMMAND; the output with escapes, as printf's.
+# STATUS OUTPUT COMMAND: the output has escapes as for printf.
 answers() {
   ends "$1" "$3"
   same "$3" "$(printf '%b' "$2")" "$(cat out)"
 }
-# STATUS PATTERN COMMAND: on standard error, with nothing on standard output.
+# STATUS PATTERN COMMAND: the pattern must match standard error, and standard output must be empty.
 complains() {
   ends "$1" "$3"
   same "$3" '' "$(cat out)"
   shows "$3" "$(cat err)" "$2"
 }
-# A picture of the fuzzers' corpus.
+# A picture from the fuzzers' corpus.
 seed() {
   tail -c +2 "$SOURCE/fuzz/corpus/$1"
 }

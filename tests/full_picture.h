@@ -1,6 +1,6 @@
-// A picture in which every field that is read has a value of its own, and what is shown of each,
-// written out by hand from Exif 2.2: tests that compare with it share nothing with the tables of
-// the library. Texts are longer than what is kept of them.
+// A picture in which every field that is read has a different value, and what is shown of each,
+// written by hand from Exif 2.2: tests that compare with it do not depend on the tables of the
+// library. Texts are longer than what is stored of them.
 #pragma once
 
 #include "tiff_builder.h"

@@ -55,7 +55,7 @@ TEST_F(RecordingDestination, IsAShortNameOfItsOwnOrTheFirstFreeOne) {
   EXPECT_THAT(nameFor("123456789.wav"),
               testing::AllOf(testing::StartsWith("ADO"), testing::EndsWith(".wav")));
   EXPECT_EQ(names(), before);
-  // A picture named without a directory lies in the current one, not in the root.
+  // A picture without a directory in its name is in the current one, not in the root.
   const auto home = std::filesystem::current_path();
   std::filesystem::current_path(path(""));
   EXPECT_THAT(recordingDestination("a.jpg", "123456789.wav"),
@@ -63,7 +63,7 @@ TEST_F(RecordingDestination, IsAShortNameOfItsOwnOrTheFirstFreeOne) {
   std::filesystem::current_path(home);
 }
 
-// A text in memory of just its size, so that a longer one cannot be written back unseen.
+// A text in memory of its exact size, so that sanitizers detect a longer one written back.
 struct HostBuffer : std::unique_ptr<char[]> {
   explicit HostBuffer(const std::string& text) : unique_ptr(new char[text.size() + 1]) {
     std::strcpy(get(), text.c_str());
@@ -82,7 +82,7 @@ class AddAudioTest : public ScratchTest {
     EXPECT_EQ(save(path(name), image_), 1);
     return path(name);
   }
-  // No pixels, but something in each directory.
+  // No pixels, but every directory has an entry.
   std::string exifPicture(const std::string& name, const std::string& soundFile = "") {
     Picture picture = {.image = {text(0x010F, "Maker"), exifPointer(), gpsPointer()},
                        .exif = {bytes(0x9000, "0220")},
@@ -94,7 +94,7 @@ class AddAudioTest : public ScratchTest {
     return path(name);
   }
 
-  // Calls AddAudioFile; the texts become what the host's buffers hold afterwards.
+  // Calls AddAudioFile and updates the texts from the host's buffers.
   int attach(std::string& picture, std::string& sound) {
     const HostBuffer pictureBuffer(picture), soundBuffer(sound);
     const int result =
@@ -137,7 +137,7 @@ TEST_F(AddAudioTest, KeepsTheMetadataOfAnExifPicture) {
     std::string picture = exifPicture(name), sound = path("rec/123456789.wav");
     EXPECT_EQ(attach(picture, sound), 1);
     EXPECT_EQ(picture, path(name));
-    EXPECT_EQ(readFile(path(sound)), "RIFF");  // the name alone, in the picture's directory
+    EXPECT_EQ(readFile(path(sound)), "RIFF");  // only the name, in the picture's directory
     const Reading after(picture);
     EXPECT_EQ(after.exif.relatedSoundFile, sound);
     EXPECT_STREQ(after.primary.software, "Host");
@@ -161,23 +161,24 @@ TEST_F(AddAudioTest, TouchesNothingThatItRefusesOrCannotCopy) {
   EXPECT_EQ(boxes, 4) << "as for a save under such a name";
   AfxSetMessageBoxHandler(nullptr, nullptr);
   expectUntouched(0, picture, "");
-  expectUntouched(0, picture, path(""));  // already where its copy would go
+  expectUntouched(0, picture, path(""));  // already at the destination
   expectUntouched(0, picture, path("rec/gone.wav"));
-  // Two NULs end the shell's 260 bytes.
+  // Two NULs terminate the shell's 260 bytes.
   expectUntouched(0, picture, path("rec") + std::string(259 - sound.size(), '/') + "/voice.wav");
   std::string whole = picture,
               longest = path("rec") + std::string(258 - sound.size(), '/') + "/voice.wav";
   EXPECT_EQ(attach(whole, longest), 1);
-  expectUntouched(2, picture, sound);  // cancelled: a file is in the way and nobody to ask
+  expectUntouched(2, picture, sound);  // cancelled: the file exists, and there is nobody to ask
   EXPECT_EQ(AddAudio(HostBuffer("").get(), "Host", &image_, nullptr), 0);
   EXPECT_EQ(AddAudio(HostBuffer(picture).get(), "Host", nullptr, nullptr), 0);
 }
 
-// Nobody can be asked here, so that any copy over a file would be refused.
+// There is nobody to ask, so that copying over a file would be refused.
 TEST_F(AddAudioTest, TakesARecordingThatIsInPlaceAsItIs) {
   std::string picture = exifPicture("rec/a.jpg");
   std::filesystem::create_hard_link(path("rec/voice.wav"), path("voice.wav"));
-  // The second by its text alone: no such file is there, and the directories differ in case.
+  // For the second only the texts are compared: there is no such file, and the directories differ
+  // in case.
   std::vector<const char*> inPlace = {"rec/voice.wav", "REC/gone.wav"};
   if (pathSeparator == '/') inPlace.insert(inPlace.begin(), "voice.wav");  // other shells ask
   for (const char* name : inPlace) {

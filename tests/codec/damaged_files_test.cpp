@@ -1,5 +1,5 @@
-// Damaged, truncated and hostile files: a clean failure, or a picture, quickly; never a crash, a
-// message on stderr or an exit.
+// Damaged, truncated and hostile files quickly give either a clean failure or a picture, without
+// crash, message or exit.
 
 #include <cstring>
 
@@ -35,7 +35,7 @@ TEST_F(DamagedFiles, EveryPrefixFails) {
 }
 
 TEST_F(DamagedFiles, JpegPicturesComeAsFarAsTheyGo) {
-  constexpr unsigned height = 60;  // eight rows of blocks, the last half outside
+  constexpr unsigned height = 60;  // eight rows of blocks, of which the last is half outside
   const std::string whole = saved("a.jpg", patterned(24, 40, height));
   const PRaster picture = *load(path("a.jpg"));
   std::vector<unsigned> losses;
@@ -55,21 +55,21 @@ TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
   std::vector hostile(2, saved("a.png", patterned(24, 8, 8)));
   for (size_t i : {0, 1}) hostile[i].replace(16 + 4 * i, 4, "\x7F\xFF\xFF\xFF");  // of the IHDR
   for (const uint32_t size : {0xFFFFFFFFu, 0xFF3F0040u, 0x01000080u})
-    for (const size_t entry : {0, 1, 5, 7, 8}) {  // width, length, offset, rows a strip, byte count
+    for (const size_t entry : {0, 1, 5, 7, 8}) {  // width, length, offset, strip rows, byte count
       hostile.push_back(tiff);
       hostile.back().replace(10 + 12 * entry + 2, 2, number(typeLong, 2));
       hostile.back().replace(10 + 12 * entry + 8, 4, number(size, 4));
     }
   int loaded = 0;
   for (const std::string& bytes : hostile) loaded += loads(bytes);
-  EXPECT_LE(loaded, 6);  // too many rows a strip and bytes a strip do no harm
+  EXPECT_LE(loaded, 6);  // too many rows and bytes per strip are harmless
 
-  // A well-formed file that claims 16384 x 16383 pixels and holds next to none.
+  // A well-formed file that claims 16384 x 16383 pixels but has almost none.
   std::string jpeg = saved("a.jpg", patterned(24, 8, 8));
   jpeg.replace(163, 4, std::string("\x40\0\x3F\xFF", 4));
   BITMAPINFOHEADER header;
   for (const int plausible : {0, 1}) {
-    if (plausible) jpeg.resize(600000);  // now the size alone is plausible, the data is not
+    if (plausible) jpeg.resize(600000);  // now the size is plausible but not the data
     EXPECT_FALSE(loads(jpeg));
     EXPECT_EQ(AllReadHeader(path("damaged").c_str(), &header), plausible);
   }

@@ -24,7 +24,7 @@ Colour colourOf(Meaning meaning, int bits, unsigned x, unsigned y) {
   return colour;
 }
 
-// `blackIsClear`: what would be black shows the white behind it.
+// `blackIsClear`: black pixels are transparent and become white.
 void expectPicture(std::optional<PRaster> picture, const auto& kind, int bits, int tolerance,
                    bool blackIsClear = false) {
   ASSERT_TRUE(picture);
@@ -70,7 +70,7 @@ TEST_F(DecodedKinds, Jpeg) {
     expectPicture(load(path("a.jpg")), kind, 8, 6);
   }
 
-  // Data missing before the first restart marker: of the three rows of blocks the first is lost.
+  // With data missing before the first restart marker, the first of three rows of blocks is lost.
   writeJpeg(path("a.jpg"), kinds[1]);
   std::string damaged = readFile(path("a.jpg"));
   writeFile(path("a.jpg"), damaged.erase(damaged.find("\xFF\xD0") - 20, 20));

@@ -11,7 +11,7 @@ namespace {
 struct HostilePicture {
   const char* name;
   std::string file;
-  uint64_t sparseSize = 0;  // the file continues as a hole up to this size
+  uint64_t sparseSize = 0;  // the rest of the file, up to this size, is a hole
   bool hasThumbnail = false;
   bool isDecoded = false;  // cheaply
 };
@@ -33,7 +33,8 @@ Entry longsOf(uint16_t tag, size_t count, uint32_t value) {
   return entry;
 }
 
-// An RGB picture with `more` entries, which get the position of the bytes behind the directories.
+// An RGB picture with more entries. `more` is called with the position of the bytes after the
+// directories.
 std::string hostileTiff(uint32_t width, uint32_t height, uint32_t compression, auto more,
                         const std::string& data) {
   const auto fileFor = [&](size_t position) {
@@ -50,7 +51,7 @@ std::string hostileTiff(uint32_t width, uint32_t height, uint32_t compression, a
   return fileFor(fileFor(0).size()) + data;
 }
 
-// A picture one pixel wide whose tiles, of 94 MiB each, are all the same bytes of the file.
+// A picture one pixel wide, all of whose tiles, of 94 MiB each, are the same bytes of the file.
 std::string repeatedTile(uint32_t height) {
   constexpr uint32_t tileWidth = 16384, tileLength = 2000;
   const std::string tile = deflated(std::string(size_t{3} * tileWidth * tileLength, '\0'));
@@ -63,7 +64,7 @@ std::string repeatedTile(uint32_t height) {
   return hostileTiff(1, height, 8, entries, tile);
 }
 
-// Strips of one row and a megabyte, all of them the same megabyte.
+// Strips of one row and one megabyte, which is the same for all.
 std::string overlappingStrips(uint32_t height) {
   constexpr uint32_t megabyte = 1000000;
   const auto entries = [&](uint32_t position) {
@@ -73,7 +74,7 @@ std::string overlappingStrips(uint32_t height) {
   return hostileTiff(1, height, 1, entries, std::string(megabyte, 'x'));
 }
 
-// Directory entries that the decoder has no use for, each of which is the whole file.
+// Directory entries that the decoder does not need, with the whole file as the value of each.
 std::string largeForeignEntries() {
   constexpr uint32_t megabyte = 1 << 20;
   const auto entries = [](uint32_t position) {
@@ -85,7 +86,7 @@ std::string largeForeignEntries() {
   return hostileTiff(8, 8, 1, entries, std::string(megabyte, 'x'));
 }
 
-// `png` with texts that take a thousand times their room.
+// `png` with texts that expand a thousand times.
 std::string withTexts(std::string png) {
   constexpr size_t afterHeader = 8 + 25;
   const std::string text = "zTXt" + std::string("k\0\0", 3) + deflated(std::string(8000000, ' '));

@@ -1,5 +1,5 @@
-// Pictures and files for the codec's tests: images filled with a repeatable pattern, whole files as
-// bytes, and loading as a caller of the codec does it.
+// Pictures and files for the codec's tests: images with a repeatable pattern, files as bytes, and
+// loading as a caller of the codec does it.
 #pragma once
 
 #include <load_picture.h>
@@ -12,7 +12,7 @@
 #include "platform/scratch.h"
 #include "tiff_builder.h"
 
-// A smooth pattern that differs in every channel and corner; palette images get colours.
+// A smooth pattern that differs in every channel and corner. Palette images get colours.
 inline PRaster patterned(int bits, unsigned width, unsigned height, bool coloured = false) {
   PRaster image;
   EXPECT_EQ(image.CreateImage(PRaster::GetImageType(bits, 0), width, height), 1);
@@ -36,7 +36,7 @@ inline int save(const std::string& path, PRaster& image) {
   return AllSaveDIBImg(path.c_str(), &info, image.GetLmmOffset(), nullptr);
 }
 
-// What the image held before is gone, whether the file is read or not.
+// The image's old contents are freed even if the file cannot be read.
 inline std::optional<PRaster> load(const std::string& path) {
   PRaster image = patterned(1, 1, 1);
   if (exifkeep::loadPicture(path.c_str(), image)) return image;
@@ -44,7 +44,7 @@ inline std::optional<PRaster> load(const std::string& path) {
   return std::nullopt;
 }
 
-// Of bytes that a file has at a place.
+// The position of bytes in a file.
 inline uint32_t numberAt(const std::string& bytes, size_t at, unsigned width, bool isBig = false) {
   uint32_t value = 0;
   for (unsigned i = 0; i < width; ++i)
@@ -52,7 +52,7 @@ inline uint32_t numberAt(const std::string& bytes, size_t at, unsigned width, bo
   return value;
 }
 
-// In KiB, as the system counts it.
+// In KiB, as counted by the system.
 inline long largestAddressSpace() {
   std::ifstream status("/proc/self/status");
   std::string word;
@@ -77,7 +77,7 @@ inline int largestDifference(PRaster& a, PRaster& b) {
 namespace exifkeep::test {
 
 // A JPEG file without pixels: SOI and an Exif segment (little-endian) with Make, ExifVersion 2.2
-// and, when not empty, RelatedSoundFile in 13 bytes.
+// and, if not empty, RelatedSoundFile of 13 bytes.
 inline std::string exifJpeg(const std::string& make, std::string soundFile = "") {
   Picture picture = {.image = {text(0x010F, make), exifPointer()}, .exif = {bytes(0x9000, "0220")}};
   if (!soundFile.empty()) {
@@ -87,7 +87,7 @@ inline std::string exifJpeg(const std::string& make, std::string soundFile = "")
   return jpegBytes(tiffBytes(picture, Order::ii));
 }
 
-// The pixels of a JPEG file behind the Exif segment of another.
+// The pixels of a JPEG file after the Exif segment of another.
 inline std::string withPixels(const std::string& exif, const std::string& pixels) {
   return exif.substr(0, exif.size() - jpegEnd.size()) + pixels.substr(jpegStart.size());
 }

@@ -7,9 +7,9 @@ namespace {
 
 class WrittenFiles : public ScratchTest {
  protected:
-  // Calls `check` with an image of every depth, with and without a palette, from one pixel up, and
-  // the bytes of its file. Read back by content, under a name that says nothing, it is the same
-  // but for `error`.
+  // Calls `check` with images of every depth, with and without a palette, from one pixel up, and
+  // the bytes of the file of each. Checks that the file, read under a neutral name, gives the same
+  // image within `error`.
   void forEachShape(const std::string& name, int error, const auto& check) {
     for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {640u, 480u}})
       for (const auto& [bits, hasColours] :
@@ -24,7 +24,7 @@ class WrittenFiles : public ScratchTest {
         ASSERT_TRUE(loaded);
         EXPECT_EQ(loaded->bitsPerPixel(), name == "a.png" ? unsigned(bits) : 24u);
         EXPECT_EQ(std::pair(loaded->GetDpmX(), loaded->GetDpmY()), std::pair(5906u, 2835u));
-        // A few steep pixels a block are what JPEG shows worst.
+        // JPEG is worst at a few steep pixels per block.
         const int tolerance = bits > 1 ? error * (width < 10 ? 2 : 1) : error * 255;
         EXPECT_LE(largestDifference(image, *loaded), tolerance);
       }
@@ -52,7 +52,7 @@ TEST_F(WrittenFiles, JpegSegments) {
     EXPECT_EQ(jpeg.substr(167, 10), std::string("\3\1\x21\0\2\x11\1\3\x11\1", 10));
     // 5906 and 2835 dots per metre are 150 and 72 dots per inch.
     EXPECT_EQ(jpeg.substr(6, 12), std::string("JFIF\0\1\1\1\0\x96\0H", 12));
-    // No marker in the entropy-coded data (so no restart), and EOI ends the file.
+    // There is no marker in the entropy-coded data (so no restart), and EOI is the end of the file.
     for (; at + 2 < jpeg.size(); ++at) ASSERT_TRUE(jpeg[at] != '\xFF' || jpeg[at + 1] == 0) << at;
     EXPECT_EQ(numberAt(jpeg, at, 2, true), 0xFFD9u);
   });

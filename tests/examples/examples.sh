@@ -1,5 +1,5 @@
 #!/bin/sh
-# The examples as newcomers run them.
+# Runs the examples.
 . "$(dirname "$0")/../checks.sh"
 
 seed fields_with_picture_ii >first.jpg

@@ -1,7 +1,7 @@
-// Every export with every kind of platform call failing at the first call, the second, and so on
-// until the export no longer makes that many: once, once on a full disk, or from then on always.
-// Whatever fails, the result is one that the export may give, nothing leaks, no temporary file
-// stays, and a destination is the old file or the whole new one with all its metadata.
+// Calls every export with every kind of platform call failing at the first call, the second, and so
+// on until the export makes no more calls: once, once on a full disk, or permanently from then on.
+// Whatever fails, the result must be a permitted one, nothing may leak, no temporary file may be
+// left, and the destination must be the old file or the complete new one with all metadata.
 #include <map>
 #include <thread>
 
@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What a call needs, made before anything may fail.
+// Everything that a call needs, created before anything may fail.
 struct Arguments {
   std::string source, destination, sound;
   PRaster image, thumbnail;
@@ -23,10 +23,10 @@ struct Arguments {
 int save(Arguments& arguments);
 
 struct Scenario {
-  std::string source, destination;  // the latter is what the call writes; empty: nothing
+  std::string source, destination;  // the latter is the file that the call writes, or empty
   int (*call)(Arguments& arguments);
-  std::set<int> results = {0, 1};  // those it may give; 1 is success
-  std::string sound = {};          // what it may leave besides
+  std::set<int> results = {0, 1};  // the permitted results; 1 is success
+  std::string sound = {};          // other files that it may leave
 
   bool hasMetadata() const { return source.starts_with("source") || call != save; }
 };
@@ -84,8 +84,8 @@ const Scenario scenarios[] = {
     {"source.jpg", "source.jpg", addAudioFile, {0, 1, 2}, "voice 01.wav"},
 };
 
-// How calls fail: the n-th of a kind alone; that one, and every write from the first on; the n-th
-// and all of its kind that follow.
+// How calls fail: only the n-th of a kind; that one and all writes; the n-th and all later ones of
+// its kind.
 enum class Mode { once, onceOnFullDisk, always };
 constexpr Mode modes[] = {Mode::once, Mode::onceOnFullDisk, Mode::always};
 constexpr int newOrMalloc = static_cast<int>(PlatformCall::kinds);
@@ -93,7 +93,7 @@ constexpr int newOrMalloc = static_cast<int>(PlatformCall::kinds);
 class EveryCallFails : public SavedPictures, public testing::WithParamInterface<size_t> {
  protected:
   EveryCallFails() {
-    // The box for a name that cannot be written also shows when the codec cannot tell its formats.
+    // The message box for an unknown extension is also shown if the codec cannot list its formats.
     AfxSetMessageBoxHandler([](void*, const char*, UINT) { return IDOK; }, nullptr);
     for (const char* name : {"plain.jpg", "plain.tif"}) {
       PRaster picture = makePicture(oldWidth);
@@ -104,7 +104,7 @@ class EveryCallFails : public SavedPictures, public testing::WithParamInterface<
   }
   ~EveryCallFails() override { AfxSetMessageBoxHandler(nullptr, nullptr); }
 
-  // Runs the scenario with calls of a kind failing; false when it made fewer than n.
+  // Runs the scenario with failing calls of a kind. False if it made fewer than n.
   bool run(const Scenario& scenario, Mode mode, int kind, int n) {
     restore();
     Arguments arguments{path(scenario.source),
@@ -134,8 +134,8 @@ class EveryCallFails : public SavedPictures, public testing::WithParamInterface<
     return failed > 0;
   }
 
-  // A success shows in a whole new picture, a failure in the old one, or none. What the system
-  // never lets be removed stays in the temporary folder.
+  // After a success there must be a complete new picture, after a failure the old one or none.
+  // Files that cannot be deleted are left in the temporary folder.
   void checkFiles(const Scenario& scenario, int result, bool canRemove) const {
     const bool isWritten = result == 1 && !scenario.destination.empty();
     Files found = files(), expected = originals_;
@@ -161,7 +161,7 @@ TEST_P(EveryCallFails, AndTheResultIsOneOfThoseSpecified) {
   for (const Mode mode : modes)
     for (int kind = 0; kind <= newOrMalloc; ++kind)
       for (int n = 1, goesOn = 1; goesOn && !HasFailure(); ++n) {
-        // A thread of its own, so that what a thread sets up once fails as well.
+        // Each in a new thread, so that initialisation per thread fails too.
         std::thread([&] {
           SCOPED_TRACE(scenario.source + " to " + scenario.destination + ": mode " +
                        std::to_string(static_cast<int>(mode)) + ", kind " + std::to_string(kind) +

@@ -1,6 +1,6 @@
-// A save interrupted at each of its system calls: by the end of the process, by the end of power,
-// by a signal to the program, and by somebody who puts a link in the place of a new file. Processes
-// are traced; where that is not allowed the tests are skipped.
+// A save is interrupted at each of its system calls: by a kill, by a power failure, by a signal,
+// and by somebody who replaces a new file by a link. Processes are traced; if that is not
+// permitted, the tests are skipped.
 #include <fcntl.h>
 #include <sys/ptrace.h>
 #include <sys/stat.h>
@@ -22,8 +22,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A child process that stops after each of its system calls, for tests to look at what it did, to
-// meddle, or to end it there.
+// A child process that stops after each of its system calls, so that tests can examine it,
+// interfere or kill it.
 class TracedChild {
  public:
   // The child runs `call` and exits with its result.
@@ -38,13 +38,13 @@ class TracedChild {
     if (!exitCode_) end(SIGKILL);
   }
 
-  // False where tracing is not allowed.
+  // False if tracing is not permitted.
   bool begin() {
     wait();
     const auto options = PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACEEXEC;
     return !exitCode_ && ptrace(PTRACE_SETOPTIONS, id_, nullptr, options) == 0;
   }
-  // Goes on to the end of the next system call; false when the process has ended.
+  // Continues to the end of the next system call; false if the process has ended.
   bool step() {
     for (;;) {
       ptrace(PTRACE_SYSCALL, id_, nullptr, nullptr);
@@ -61,17 +61,17 @@ class TracedChild {
       return true;
     }
   }
-  // Sends a signal and lets the child go until it ends.
+  // Sends a signal and lets the child run until it ends.
   void end(int signal) {
     ::kill(id_, signal);
     ptrace(PTRACE_DETACH, id_, nullptr, nullptr);
     wait();
   }
 
-  // The call that has just succeeded, else -1; and what its first argument has open.
+  // The call that has just succeeded, or -1; and the file that its first argument refers to.
   long call() const { return succeeded_ ? call_ : -1; }
   std::string openFile() const { return "/proc/" + std::to_string(id_) + "/fd/" + descriptor_; }
-  // 128 more than the signal, if one ended it.
+  // 128 plus the signal, if it was killed by one.
   std::optional<int> exitCode() const { return exitCode_; }
 
  private:
@@ -89,9 +89,9 @@ class TracedChild {
   bool succeeded_ = false;
 };
 
-// A disk that keeps what was synced and may lose or keep anything else, as POSIX allows: it follows
-// a folder by comparing it before and after every system call of a traced save, and says what the
-// disk may hold when the power fails.
+// Simulates a disk that keeps what was synced and may lose anything else, as permitted by POSIX.
+// Compares a folder before and after every system call of a traced save and determines the possible
+// states of the disk after a power failure.
 class LossyDisk {
  public:
   static inline const std::string nothing = "(no file)", anything = "(unsynced bytes)";
@@ -116,12 +116,12 @@ class LossyDisk {
     for (const auto& [path, number] : changed) looseNames_[path].insert(bytesOf(path));
     for (const auto& [number, content] : bytes)
       if (content != bytes_[number]) looseFiles_.insert(number);
-    // The system may give the number of a file that is gone to a new one.
+    // The system may reuse the number of a deleted file.
     std::erase_if(looseFiles_, [&](ino_t number) { return !bytes.contains(number); });
     numbers_ = std::move(numbers);
     bytes_ = std::move(bytes);
   }
-  // After an fsync that succeeded, of a file or of a folder with the names in it.
+  // After a successful fsync of a file, or of a folder with the names in it.
   void recordSync(const std::string& openFile) {
     const ino_t number = numberOf(openFile);
     looseFiles_.erase(number);
@@ -131,7 +131,7 @@ class LossyDisk {
     });
   }
 
-  // All that a file of this name may be after a power failure now.
+  // All possible contents of a file of this name after a power failure now.
   std::set<std::string> mayHold(const std::string& path) const {
     const auto loose = looseNames_.find(path);
     std::set<std::string> all =
@@ -141,7 +141,7 @@ class LossyDisk {
       if (looseNames_.contains(path.substr(0, end))) all.insert(nothing);
     return all;
   }
-  // Whether there is a file that has these bytes for certain.
+  // Whether there certainly is a file with these bytes.
   bool surelyHolds(const std::string& bytes) const {
     return std::ranges::any_of(
         numbers_, [&](const auto& file) { return mayHold(file.first) == std::set{bytes}; });
@@ -184,8 +184,8 @@ class InterruptedSave : public SavedPictures {
   }
 };
 
-// How a save reaches its destination: as a new file or in place of an old one, or, where the folder
-// admits no file, through the old file itself.
+// The ways to save: a new file, the replacement of an old one, or overwriting if the folder does
+// not permit a new file.
 struct Way {
   const char *source, *destination;
   bool overwrites = false;
@@ -217,7 +217,7 @@ TEST_P(SaveOnALossyDisk, LeavesTheOldPictureOrTheNewOneAtEveryPoint) {
     if (child.call() == SYS_fsync || child.call() == SYS_fdatasync)
       disk.recordSync(child.openFile());
     points.emplace_back(disk.mayHold(destination), overwrites && disk.surelyHolds(old));
-    // A kill leaves at most one file beside the destination.
+    // After a kill there is at most one other file beside the destination.
     ASSERT_LE(names().size(), found == originals_.end() ? 5u : 4u);
   }
   ASSERT_EQ(child.exitCode(), 1);
@@ -228,7 +228,7 @@ TEST_P(SaveOnALossyDisk, LeavesTheOldPictureOrTheNewOneAtEveryPoint) {
     for (const std::string& bytes : held)
       ASSERT_TRUE(isKept || bytes == old || bytes == saved) << "call " << &held - &points[0].first;
   EXPECT_EQ(points.back().first, std::set{saved});
-  // Nothing stays, and no file changed but the destination.
+  // No file is left, and only the destination has changed.
   originals_[destination] = saved;
   EXPECT_EQ(files(), originals_);
 }
@@ -246,7 +246,7 @@ TEST_F(InterruptedSave, ASignalLeavesNoFileOfTheProgram) {
     SCOPED_TRACE(std::to_string(calls) + " calls after the first file was made");
     restore();
     TracedChild child([&] {
-      setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // that check cannot be traced
+      setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // because that check cannot be traced
       dup2(open("/dev/null", O_WRONLY), 1);
       return execl(EXIFKEEP_PROGRAM, "exifkeep", "save", path("source.tif").c_str(),
                    path("source.tif").c_str(), nullptr);
@@ -267,7 +267,7 @@ TEST_F(InterruptedSave, ASignalLeavesNoFileOfTheProgram) {
   }
 }
 
-// In a folder that others may write, a name need not lead to the file that was made under it.
+// If others may write to a folder, a name need not lead to the file that was created under it.
 TEST_F(InterruptedSave, NoLinkPutInTheWayIsFollowed) {
   for (int calls = 1;; ++calls) {
     SCOPED_TRACE("after call " + std::to_string(calls));

@@ -1,6 +1,6 @@
-// Saving over a picture where the system refuses part of what a save wants to do: nothing is lost,
-// what can be saved is, and what the old file had stays. Each case runs in a process of its own
-// with mounts of its own; one that the machine does not allow is skipped.
+// Saves over a picture where the system refuses part of what a save needs: nothing may be lost, the
+// picture is saved if possible, and the old file's properties are kept. Each case runs in a process
+// of its own with its own mounts, and is skipped if the machine does not permit that.
 #include <fcntl.h>
 #include <grp.h>
 #include <linux/filter.h>
@@ -38,8 +38,7 @@ bool becomeNobody(bool isInClub) {
   return setgroups(isInClub ? 1 : 0, &club) == 0 && setegid(nobody) == 0 && seteuid(nobody) == 0;
 }
 
-// Makes the folder a file system of its own, keeps its files, and makes more while that is
-// possible.
+// Mounts a file system on the folder, keeps the files in it, and creates more while possible.
 bool mountFull(const std::string& folder, const char* options) {
   std::map<std::string, std::string> files;
   for (const auto& entry : fs::directory_iterator(folder))
@@ -55,7 +54,7 @@ bool setImmutable(const std::string& path, bool on) {
   return std::system(("chattr " + std::string(on ? "+i " : "-i ") + path + " 2>&-").c_str()) == 0;
 }
 
-// From now on the system call fails with this error, where its third argument has these flags.
+// From now on the system call fails with this error if its third argument has these flags.
 bool refuse(long call, int error, unsigned flags = 0) {
   const auto number = static_cast<unsigned>(call), result = static_cast<unsigned>(error);
   sock_filter steps[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
@@ -81,7 +80,7 @@ enum Outcome { replaced, overwritten, refused };
 struct Place {
   const char* name;
   Outcome expected;
-  bool (*prepare)(const std::string& root);  // the last thing it does may be to become nobody
+  bool (*prepare)(const std::string& root);  // finally it may become the user nobody
   mode_t kept = 07777;                       // of the rights
   const char* picture = "a.jpg";
 };
@@ -150,7 +149,7 @@ const Place places[] = {
     {"RightsRefused", replaced, [](auto&) { return refuse(SYS_fchmod, EPERM); }, 0600},
 };
 
-// What a picture's file is, and what it has.
+// The properties of a picture's file.
 struct State {
   explicit State(const std::string& path) : bytes(readFile(path)) {
     stat(path.c_str(), &status);

@@ -1,4 +1,4 @@
-// Two pictures with metadata in a folder of the test's own.
+// Two pictures with metadata in the test's own folder.
 #pragma once
 
 #include <exifkeep/exifkeep.h>
@@ -25,7 +25,7 @@ class SavedPictures : public ScratchTest {
   }
 
   static PRaster makePicture(unsigned width) { return patterned(24, width, height); }
-  // 0 when the file holds no picture of the right height.
+  // 0 if the file is not a picture of the right height.
   static unsigned widthOf(const std::string& path) {
     const std::optional<PRaster> image = load(path);
     return image && image->height() == height ? image->width() : 0;

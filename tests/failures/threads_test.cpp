@@ -1,5 +1,5 @@
-// Eight threads at once, each calling all ten functions: on sources that they share and on
-// destinations of their own. What each gets is what it would have got alone.
+// Eight threads call all ten functions at once, with shared sources and their own destinations.
+// Each must get the same results as it would alone.
 #include <pthread.h>
 
 #include <atomic>
@@ -33,7 +33,7 @@ class ThreadsTest : public SavedPictures {
     EXPECT_EQ(thumbnail.width(), 160u);
   }
 
-  // `own` is a name that no other thread has, `width` a width.
+  // No other thread has the same `own` or `width`.
   void write(const std::string& source, const std::string& own, unsigned width) const {
     PRaster picture = makePicture(width);
     const std::string extension = fs::path(source).extension().string();
@@ -57,7 +57,7 @@ class ThreadsTest : public SavedPictures {
   }
 };
 
-// All write into one folder, so that a shared name would show in a wrong picture.
+// All write into one folder, so that a name used twice would give a wrong picture.
 TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
   const std::string sources[] = {path("source.jpg"), path("source.tif")};
   const Items items[] = {itemsOf(sources[0]), itemsOf(sources[1])};
@@ -73,11 +73,11 @@ TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
       }
     });
   for (std::thread& thread : all) thread.join();
-  // The sources and two folders; of every thread two pictures and a recording; nothing else.
+  // Only the sources, two folders, and two pictures and a recording of each thread.
   EXPECT_EQ(names().size(), 4u + 3 * threads);
 }
 
-// Cancelled before the call, a thread ends after it.
+// A thread cancelled before the call ends after it.
 TEST_F(ThreadsTest, ACancelledThreadEndsAfterTheCall) {
   std::pair<std::string, int> work{path("source.jpg"), 0};  // and its answer
   pthread_t thread;

@@ -13,10 +13,10 @@ namespace {
 
 using Entries = std::vector<Entry>;
 
-// What the host's thumbnail object holds afterwards.
+// The contents of the host's thumbnail object afterwards.
 enum Outcome { untouched, emptied, filled };
 
-// The thumbnail's bytes lie here in the TIFF structure, last in the file.
+// The thumbnail's bytes are here in the TIFF structure, at the end of the file.
 constexpr uint32_t pixelsAt = 200;
 
 // With no entries there is no IFD1.
@@ -43,7 +43,7 @@ Entry photometric(uint16_t value) {
   return shorts(0x0106, {value});
 }
 
-// The pixels from left to right, top row first.
+// The pixels from left to right, beginning with the top row.
 std::vector<unsigned> pixelsOf(const PRaster& image) {
   std::vector<unsigned> pixels;
   for (unsigned y = 0; y < image.height(); ++y)
@@ -59,7 +59,7 @@ class OpenPicture : public ScratchTest {
     return readFile(path(name));
   }
 
-  // Opens the file into objects of 2 x 1 pixels.
+  // Opens the file into images of 2 x 1 pixels.
   int open(const std::string& file, const std::string& name = "opened.jpg") {
     writeFile(path(name), file);
     image_ = patterned(8, 2, 1);
@@ -70,7 +70,7 @@ class OpenPicture : public ScratchTest {
     if (thumbnail_.IsEmpty()) return emptied;
     return pixelsOf(thumbnail_) == pixelsOf(patterned(8, 2, 1)) ? untouched : filled;
   }
-  // In both byte orders; without the thumbnail's bytes it is black.
+  // In both byte orders. Without the thumbnail's bytes it is black.
   void expectThumbnail(const Entries& entries, const std::string& pixels, int type,
                        const std::vector<unsigned>& expected) {
     for (const Order order : {Order::ii, Order::mm}) {
@@ -96,13 +96,13 @@ TEST_F(OpenPicture, UncompressedThumbnails) {
   expectThumbnail(strip(2, 2, {colour, threeSamples}), "abcdefghijkl", colours,
                   {0x636261, 0x666564, 0x696867, 0x6C6B6A});
   expectThumbnail(strip(1, 1, {colour}), "abc", colours, {0x636261});
-  // Whatever black is, greys stay what they are and bits follow it.
+  // Grey levels do not depend on what black is, but bits do.
   expectThumbnail(strip(2, 1, {eightBits, photometric(0)}), "a\xFF", greys, {0x61, 0xFF});
   expectThumbnail(strip(4, 1, {oneBit, photometric(0)}), "\xA0", bits, {0, 255, 0, 255});
   expectThumbnail(strip(9, 2, {oneBit, photometric(1)}), "\x81\x80\x01\x7F", bits,  // padded rows
                   {255, 0, 0, 0, 0, 0, 0, 255, 255, 0, 0, 0, 0, 0, 0, 0, 255, 0});
   expectThumbnail(strip(4, 1, {shorts(0x0102, {16})}), "\x90", colours, {255, 0, 0, 255});
-  // More than the reader takes from the file at once.
+  // More than the reader reads at once.
   std::string pixels;
   std::vector<unsigned> expected;
   for (unsigned i = 0; i < 161 * 120; ++i) pixels += number(expected.emplace_back(i * 7), 3);
@@ -113,7 +113,7 @@ TEST_F(OpenPicture, JpegPicturesWithJpegThumbnails) {
   const std::string stream = jpegStream("main.jpg", 40, 24);
   PRaster main = *load(path("main.jpg")), small = *load(path("small.jpg"));
   Entries entries = jpegEntries(pixelsAt, jpegLength_);
-  for (const size_t entryCount : {3, 2}) {  // without Compression too
+  for (const size_t entryCount : {3, 2}) {  // also without Compression
     entries.resize(entryCount, photometric(6));
     for (const Order order : {Order::ii, Order::mm}) {
       ASSERT_EQ(open(withPixels(jpegBytes(exifTiff(order, entries, jpeg_)), stream)), 1);
@@ -133,13 +133,13 @@ TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
       {"YCbCr", strip(1, 1, {colour, photometric(6)}), jpeg_, untouched},
       {"no pixels", strip(0, 0, {eightBits}), jpeg_, emptied},
       {"JPEG without position", jpegEntries(0, jpegLength_), jpeg_, untouched},
-      {"JPEG behind the end", jpegEntries(0xFFFFFFFF, jpegLength_), jpeg_, emptied},
+      {"JPEG beyond the end", jpegEntries(0xFFFFFFFF, jpegLength_), jpeg_, emptied},
       {"JPEG at the end", jpegEntries(pixelsAt, jpegLength_), "", emptied},
       {"cut in its first pixel", strip(2, 1, {colour, threeSamples}), "ab", filled},
       {"the most pixels", strip(2048, 2048, {eightBits}), "a", filled},
       {"one row more", strip(2048, 2049, {eightBits}), "a", emptied},
       {"called JPEG, but a PNG file", jpegEntries(pixelsAt, 0xFFFF), png_, emptied},
-      {"JPEG that is none", jpegEntries(pixelsAt, 4), jpegStart + jpegEnd, emptied},
+      {"JPEG that is not", jpegEntries(pixelsAt, 4), jpegStart + jpegEnd, emptied},
       {"JPEG longer than the file", jpegEntries(pixelsAt, 0xFFFFFFFF), jpeg_, filled},
       {"JPEG with another Compression", jpegEntries(pixelsAt, jpegLength_, 1), jpeg_, emptied},
   };
@@ -149,12 +149,12 @@ TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
   }
 }
 
-// Fields of the directory at their largest, singly and in pairs: no memory for what the file does
-// not hold.
+// Maximum values of fields, singly and in pairs: no memory is allocated for what the file does not
+// have.
 TEST_F(OpenPicture, HostileSizesCostNothing) {
   const Entries plain = strip(9, 9, {colour, threeSamples});
   const std::string pixels(300, '\0');
-  open(exifTiff(Order::ii, plain, pixels));  // what any opening needs
+  open(exifTiff(Order::ii, plain, pixels));  // needed for any file
   const long before = largestAddressSpace();
   ASSERT_GT(before, 0);
   for (const Entries& entries : {plain, strip(9, 9, {oneBit}), jpegEntries(pixelsAt, 300)})
@@ -197,7 +197,7 @@ TEST_F(CodecBridge, LoadsPicturesWithPaletteAndResolutionOrNotAtAll) {
   EXPECT_EQ(largestDifference(*image, picture), 0);
   EXPECT_EQ(std::tuple(image->GetDpmX(), image->GetDpmY()), std::tuple(2835u, 3937u));
   const std::string whole = readFile(path("a.png"));
-  writeFile(path("a.png"), whole.substr(0, whole.size() - 20));  // header and palette are there
+  writeFile(path("a.png"), whole.substr(0, whole.size() - 20));  // with header and palette
   EXPECT_FALSE(ImageCodecBridge().loadImageFile(path("a.png").c_str()));
   EXPECT_EQ(livePalettes(), 0);
 }

@@ -1,4 +1,4 @@
-// The whole list in English: every label, every kind of value in its place, every word.
+// The complete list in English: every label, every kind of value, every word.
 #include <exifkeep/field_list.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ TEST_F(FullListingTest, ShowsEveryFieldInOrder) {
   for (const auto* fields : {&fullImage, &fullExif})
     for (const auto& [entry, label, shown] : *fields) expected.emplace_back(label, shown);
   ASSERT_EQ(expected.size(), 14u + 47u);
-  // Tags that are not known are passed over: none is taken for one that is.
+  // Unknown tags are skipped and not mistaken for known ones.
   Picture picture = fullPicture();
   for (auto* entries : {&picture.image, &picture.exif})
     for (uint16_t tag = 0x5000; tag < 0x5200; ++tag) entries->push_back(shorts(tag, {1}));
@@ -32,7 +32,7 @@ TEST_F(FullListingTest, ShowsEveryFieldInOrder) {
   }
 }
 
-// One field alone makes one item: none depends on the presence of another.
+// A single field gives a single item: none depends on another.
 TEST_F(FullListingTest, ShowsEveryFieldAlone) {
   for (const auto* fields : {&fullImage, &fullExif})
     for (const auto& [entry, label, shown] : *fields) {
@@ -45,10 +45,10 @@ TEST_F(FullListingTest, ShowsEveryFieldAlone) {
     }
 }
 
-// What words.txt says of a tag.
+// The line of a tag in words.txt.
 struct Words {
   uint16_t tag = 0;
-  std::string label, other;  // `other`: for values that have no word
+  std::string label, other;  // `other`: for all other values
   std::map<unsigned, std::string> byValue = {};
 };
 

@@ -1,5 +1,5 @@
-// Files made to harm: cut anywhere, and 1 MiB made to be slow. The sanitizers see that nothing
-// reads or writes where it should not.
+// Files truncated anywhere, and files of 1 MiB designed to be slow. The sanitizers check all memory
+// accesses.
 #include <cmath>
 #include <functional>
 
@@ -12,7 +12,7 @@ namespace {
 
 using HostileFilesTest = ReadTest;
 
-// Asks everything that reads; the answers agree with each other.
+// Calls all reading functions and checks that their results agree.
 bool isExif(const std::string& path) {
   PRaster image, thumbnail;
   char sound[15];
@@ -40,7 +40,7 @@ TEST_F(HostileFilesTest, EveryPrefixIsAnswered) {
       .thumbnail = {shorts(0x103, {6}), longs(0x201, {900}), longs(0x202, {100})}};
   for (const Order order : bothOrders) {
     const std::string file = jpegBytes(tiffBytes(picture, order), jfifSegment());
-    // The version is the first entry of its directory; the file is one of Exif from its tag on.
+    // The version is the first entry of its directory; with its tag the file becomes an Exif file.
     const size_t enough = 30 + picture.offsetOf(Directory::exif) + 2 + 2;
     for (size_t length = 0; length <= file.size(); ++length)
       EXPECT_EQ(isExif(fileOf(file.substr(0, length))), length >= enough) << length;
@@ -76,7 +76,7 @@ TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
   for (auto [what, picture] : cases) {
     if (picture.exif.empty()) picture.image[1] = toItself;
     std::string file = tiffBytes(picture, Order::ii);
-    // What fills the rest reads as directories of 32,767 entries.
+    // The rest of the file reads as directories of 32,767 entries.
     while (file.size() < megabyte) file += "\xFF\x7F";
     fileOf(file);
     CPtrList list;

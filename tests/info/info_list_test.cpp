@@ -14,7 +14,7 @@ class InfoListTest : public ReadTest {
  protected:
   InfoListTest() { setLocaleVariables({{"LANGUAGE", "en"}}); }
 
-  // The value under this label in a picture with one more entry in IFD0 or the Exif directory.
+  // The value with this label in a picture with another entry in IFD0 or the Exif directory.
   std::optional<std::string> shown(const std::string& label, const Entry& entry) const {
     Picture picture{.image = {exifPointer()}, .exif = {version()}};
     const bool isExif = entry.tag == 0x829A || entry.tag == 0x829D || entry.tag > 0x8800;
@@ -28,14 +28,14 @@ class InfoListTest : public ReadTest {
 const int64_t intMin = INT32_MIN, uintMax = UINT32_MAX;
 const std::string letters(300, 'n'), code = "ASCII+++";
 
-// What is shown; without a value there is no item.
+// The text shown, or no value if there is no item.
 const std::tuple<const char*, Entry, std::optional<std::string>> cases[] = {
     {"Image resolution in height", rationals(0x11B, {uintMax, 0x80000000}), "-1/-2147483648"},
     {"Exposure Time", rationals(0x829A, {2, 1}), "2 (seconds)"},
     {"F-number", rationals(0x829D, {28, 0}), std::nullopt},
     {"Compressed Bits Per Pixel", rationals(0x9102, {1, 4}), "0.2"},
     {"Compressed Bits Per Pixel", rationals(0x9102, {3, 4}), "0.8"},
-    // Not ties: the binary fraction of 0.15 is less, that of 0.45 more.
+    // These are not ties: the binary fraction for 0.15 is less, that for 0.45 is more.
     {"Compressed Bits Per Pixel", rationals(0x9102, {3, 20}), "0.1"},
     {"Compressed Bits Per Pixel", rationals(0x9102, {9, 20}), "0.5"},
     {"ExposureBias", signedRational(0x9204, 0, -5), "-0.0 (APEX)"},
@@ -44,13 +44,13 @@ const std::tuple<const char*, Entry, std::optional<std::string>> cases[] = {
     {"Focal Length", rationals(0x920A, {50, 0}), std::nullopt},
     {"ISO Speed Ratings", shorts(0x8827, {100, 200}), "100"},
     {"ISO Speed Ratings", shorts(0x8827, {0}), std::nullopt},
-    // 0 is a number like any other but for the ISO speed.
+    // 0 is a number like any other, except for the ISO speed.
     {"Focal length in 35 mm film", shorts(0xA405, {0}), "0"},
     {"Image Width", shorts(0x100, {0}), "0"},
     {"Image Height", shorts(0x101, {0}), "0"},
     {"Pixels - X Dimension", shorts(0xA002, {0}), "0"},
     {"Pixels - Y Dimension", shorts(0xA003, {0}), "0"},
-    // Texts are data and end at a zero byte.
+    // Texts are not interpreted and end at a zero byte.
     {"Make", text(0x10F, "%s%n%d %%"), "%s%n%d %%"},
     {"Model", text(0x110, std::string("ab\0cd", 5)), "ab"},
     {"Date and Time of Digitization", text(0x9004, ":::::::::::::::::::"), "//////////:::::::::"},
@@ -96,8 +96,8 @@ TEST_F(InfoListTest, AppendsAndFrees) {
   EXPECT_EQ(FreeInfoList(nullptr), 0);
 }
 
-// A text of each language as it was given, so that none stands in for another; and the first and
-// the last id, one that has no text, and the one after the last.
+// A text of each language, to detect mixed-up languages; the first and the last id, one without a
+// text, and the one after the last.
 TEST(StringTable, HoldsTheGivenTexts) {
   static constexpr AFX_MODULE_STATE module(&stringTable);
   const std::map<LANGID, const char*> given = {{1028, "影像說明"},

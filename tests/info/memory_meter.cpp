@@ -1,5 +1,5 @@
-// Replaces the program's allocation functions, the nothrow and array forms too: sanitizers bring
-// their own of these, which would not be counted.
+// Replaces the program's allocation functions, including the nothrow and array forms: those of
+// sanitizers would not be counted.
 #include "info/memory_meter.h"
 
 #include <cstdlib>
@@ -71,7 +71,7 @@ void operator delete(void* memory, size_t) noexcept { std::free(memory); }
 void operator delete[](void* memory, size_t) noexcept { std::free(memory); }
 #if defined(MALLOC_FAILS)
 namespace {
-// libtiff dereferences null pointers when it is short of memory: its own calls do not fail.
+// libtiff dereferences null pointers if it runs out of memory, so its calls do not fail.
 bool mallocFails(void* caller) noexcept {
   Dl_info library;
   return toFailure > 0 &&

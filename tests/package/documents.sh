@@ -1,16 +1,16 @@
 #!/bin/sh
-# The program's help, its manual page and its bash completion name the same commands and options,
-# and links lead somewhere.
+# Checks that the program's help, manual page and bash completion have the same commands and
+# options, and that links are valid.
 . "$(dirname "$0")/../checks.sh"
 
-# The words of a section of a command's help, one a line.
+# The words of a section of a command's help, one per line.
 help_words() {
   "$E" $1 --help | sed -n "/^$2:\$/,/^\$/p"
 }
 long_options() {
   tr ', ' '\n\n' | grep '^--' | sort -u | xargs
 }
-# What bash offers behind `$1` for the word `$2`.
+# The completions that bash offers after `$1` for the word `$2`.
 completions() {
   bash -c '. "$SOURCE/packaging/exifkeep.bash"; COMP_WORDS=('"$1"' "'"$2"'")
     COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _exifkeep; echo "${COMPREPLY[@]}"' 2>&1
@@ -40,7 +40,7 @@ same languages "$("$E" languages | awk '{ print $1 }' | sort | xargs)" \
 same '--lang =' "$languages" "$(completions 'exifkeep info --lang' =)"
 same '--lang=d' de "$(completions 'exifkeep info --lang =' d)"
 
-# Links of the repository's own documents lead to what exists.
+# Links in the repository's documents must lead to existing files.
 for document in "$SOURCE"/*.md "$SOURCE"/docs/*.md "$SOURCE"/fuzz/*.md; do
   for link in $(grep -o ']([^)]*)' "$document" | sed 's/^](\(.*\))$/\1/' | grep -v '^http'); do
     [ -e "$(dirname "$document")/$link" ] || fail "$document: $link"

@@ -1,6 +1,7 @@
 #!/bin/sh
-# Installs this build into a folder, moves the folder, and uses it as hosts and users do: inspected,
-# run, and built against through CMake and pkg-config. And the Debian packages' files.
+# Installs this build into a folder, moves the folder, and uses it like hosts and users: inspects
+# and runs it, and builds hosts with CMake and pkg-config. Also checks the files of the Debian
+# packages.
 . "$(dirname "$0")/../checks.sh"
 
 "$CMAKE" --install "$BUILD" --prefix staged >log 2>&1 || fail "$(cat log)"
@@ -16,7 +17,7 @@ platform/shell_copy_handler.h platform/shellapi.h platform/windows.h" \
 [ -e prefix/share/doc/exifkeep/LICENSE ] || fail "no licence"
 same run 'pictures/photo.jpg: Exif file' "$(prefix/bin/exifkeep check pictures/photo.jpg)"
 
-# What a host's own functions of the same name could otherwise be taken for.
+# Otherwise a host's functions of the same names could replace them.
 library=prefix/$LIBDIR/libexifkeep
 same 'names of the platform' "exifkeep::CodePageEncoder exifkeep::ModuleStrings \
 exifkeep::languageVariants exifkeep::loadPicture exifkeep::matchLanguage \
@@ -30,7 +31,8 @@ shows 'own calls' "$("$READELF" -Wr --demangle $library.so)" '!EXIFKEEP_0'
 shows 'own calls' "$("$READELF" -Wr --demangle ${library}_platform.so)" jpeg_ '!PRaster::' \
   '!CString::'
 
-# No place outside the folder is named; debug information and assertions may name sources.
+# There are no paths outside the folder, except those of sources in debug information and
+# assertions.
 find prefix -type f >files
 while read -r file; do
   if [ "$(head -c 4 "$file" | tail -c 3)" = ELF ]; then
@@ -42,8 +44,8 @@ while read -r file; do
   fi
 done <files
 
-# Full RELRO and immediate binding, a stack that is not executable, stack and buffer checks, and on
-# x86 indirect jumps to marked places and stack probes.
+# Full RELRO and immediate binding, a non-executable stack, stack and buffer checks, and on x86
+# indirect branch tracking and stack probes.
 for file in ${HARDENED:+bin/exifkeep "$LIBDIR/libexifkeep.so" "$LIBDIR/libexifkeep_platform.so"}; do
   shows "$file" "$("$READELF" -Wdl "prefix/$file")" BIND_NOW GNU_RELRO 'GNU_STACK.* RW ' \
     'type is DYN'
@@ -58,7 +60,7 @@ if [ -n "$SANITIZERS" ]; then
   exit $failures
 fi
 
-# A host, built with these words, lists the picture.
+# A host, built with these arguments, lists the picture.
 lists() {
   host=$1
   shift
@@ -73,8 +75,8 @@ lists found/list_folder "$by_cmake"' -S "$SOURCE/examples" -B found \
 lists ./shared 'PKG_CONFIG_PATH="$folder/prefix/$LIBDIR/pkgconfig"; export PKG_CONFIG_PATH
   "$CXX" -std=c++20 -Wall -Wextra -Werror '"$source"' $(pkg-config --cflags --libs exifkeep) -o shared'
 
-# A project takes the sources in, makes static libraries of them and installs these with its own
-# program; a second host links what was installed.
+# A project includes the sources, builds static libraries and installs these with its own program;
+# another host links what was installed.
 cat >CMakeLists.txt <<'PROJECT'
 cmake_minimum_required(VERSION 3.25)
 project(whole LANGUAGES CXX)
@@ -101,7 +103,7 @@ lists again/list_folder "$by_cmake"' -S "$SOURCE/examples" -B again \
 lists ./static-host 'PKG_CONFIG_PATH="$folder/static/$LIBDIR/pkgconfig"; export PKG_CONFIG_PATH
   "$CXX" -std=c++20 '"$source"' $(pkg-config --static --cflags --libs exifkeep) -o static-host'
 
-# The ABI is that of its number.
+# The ABI must be that of the version.
 if [ -n "$ABI" ] && command -v abidiff >/dev/null; then
   "$SOURCE/packaging/describe_abi.sh" "$VERSION" "$ABI" now.abi &&
     abidiff "$SOURCE/packaging/exifkeep.abi" now.abi || fail "raise the version in \
@@ -114,7 +116,7 @@ for tool in dpkg-deb dpkg-shlibdeps file "$CPACK"; do
   command -v "$tool" >/dev/null || { echo "skipped: packages, no $tool"; exit $failures; }
 done
 "$CPACK" --config "$BUILD/CPackConfig.cmake" -B "$folder/packages" >log 2>&1 || fail "$(cat log)"
-# The files of a package, without the folder of its changelog and licence.
+# The files of a package, without the folder for its changelog and licence.
 files_of() {
   dpkg-deb -x packages/$1_*.deb $1 && rm -r $1/usr/share/doc/$1 && (cd $1/usr && find . ! -type d)
 }
@@ -130,7 +132,7 @@ shows libexifkeep0 "$(dpkg-deb -f packages/libexifkeep0_*.deb Depends)" libtiff
 for package in libexifkeep-dev exifkeep; do
   shows $package "$(dpkg-deb -f packages/${package}_*.deb Depends)" "libexifkeep0 \(= $VERSION"
 done
-# There is no request for packages that this first version could close.
+# There is no request for a package that this first version could close.
 if [ "$LIBDIR" != lib ] && command -v lintian >/dev/null; then
   lintian --allow-root --fail-on error,warning \
     --suppress-tags initial-upload-closes-no-bugs packages/*.deb || fail lintian

@@ -1,8 +1,8 @@
 #!/bin/sh
-# The layers of the tree, which say what folder may include from which. In src/ a layer includes from
-# itself and from those before it, but `info` and `open` are for `api` alone. The program and the
-# examples are hosts, which see the public headers and their own folder. The platform knows nothing
-# of the library.
+# The layers of the tree, that is, which folders may include from which. In src/ a layer may
+# include from itself and those before it, but only `api` from `info` and `open`. The program and
+# the examples are hosts, which may include only public headers and their own. The platform must
+# not include the library.
 . "$(dirname "$0")/../checks.sh"
 
 cd "$SOURCE" || exit 1

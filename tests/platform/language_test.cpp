@@ -33,7 +33,7 @@ TEST(Language, FollowsTheEnvironment) {
       {{{"LC_MESSAGES", "fr_FR"}, {"LANG", "de_DE"}}, 1036},
       {{{"LC_ALL", "sv_SE"}, {"LC_MESSAGES", "fr_FR"}, {"LANG", "de_DE"}}, 1053},
       {{{"LC_ALL", ""}, {"LC_MESSAGES", ""}, {"LC_CTYPE", "ja_JP"}, {"LANG", "nl_BE"}}, 1043},
-      // LANGUAGE goes first, entry by entry ...
+      // LANGUAGE comes first, entry by entry ...
       {{{"LANGUAGE", "ru::pt_BR:it"}, {"LANG", "de_DE"}}, 2070},
       {{{"LANGUAGE", "ru:uk"}, {"LANG", "de_DE"}}, 1031},
       {{{"LANGUAGE", "ru:C:it"}, {"LANG", "de_DE"}}, 1033},

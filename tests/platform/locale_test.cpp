@@ -33,7 +33,7 @@ TEST(CodePage, ConvertsToTheLocalesCharset) {
       EXPECT_EQ(encoded({{"LC_ALL", locale}}, "é漢€."), expected) << locale;
   EXPECT_EQ(encoded({{"LC_CTYPE", "fr_FR.ISO-8859-1"}, {"LANG", "fr_FR.UTF-8"}}, "é"), "\xE9");
   EXPECT_EQ(encoded({{"LC_ALL", "C"}, {"LC_CTYPE", "fr_FR.ISO-8859-1"}}, "é"), "é");
-  const std::string text(1000, 'x');  // longer than one step of the conversion
+  const std::string text(1000, 'x');  // longer than the conversion's buffer
   EXPECT_EQ(encoded({{"LANG", "fr_FR.ISO-8859-1"}}, (text + "é\xFF" + text + "\xE6\xBC").c_str()),
             text + "\xE9?" + text + "?");
 }
@@ -59,7 +59,7 @@ constexpr AfxStringVariant variants[] = {{1031, germanTexts}, {1033, englishText
 constexpr AfxStringTable table{variants}, emptyTable{};
 constexpr AFX_MODULE_STATE module(&table), otherModule(&emptyTable);
 
-// The text as LoadString gives it; "(none)" stands for FALSE with an empty string.
+// The text loaded by LoadString, or "(none)" for FALSE with an empty string.
 CString loaded(UINT id) {
   CString text = "old";
   if (text.LoadString(id)) return text;
@@ -78,13 +78,13 @@ TEST(ModuleState, NestsPerThreadAndTakesTheLanguageOncePerSwitch) {
   EXPECT_EQ(loaded(1), "Gr\xF6\xDF!");
   setLocaleVariables({{"LANG", "en_US.UTF-8"}});
   EXPECT_EQ(loaded(1), "Gr\xF6\xDF!");
-  // Ids that only another language has, or none, or the framework itself.
+  // Ids of other languages, unknown ids, and ids of the framework itself.
   for (const UINT id : {0u, 2u, 3u, 0xF102u, ~0u}) EXPECT_EQ(loaded(id), "(none)") << id;
   const AFX_MAINTAIN_STATE2 nextCall(&module);
   EXPECT_EQ(loaded(1), "Maker");
 }
 
-// A choice of the host's counts before the environment, on its own thread.
+// The host's choice takes precedence over the environment, on its own thread.
 TEST(Language, IsTheThreadsOwnWhereTheHostChoseOne) {
   setLocaleVariables({{"LANGUAGE", "it"}, {"LANG", "de_DE"}});
   EXPECT_EQ(SetThreadUILanguage(0x0C0C), 0x0C0C);  // Canadian French

@@ -1,4 +1,5 @@
-// A directory of a test's own, whole files, and the locale that the environment names.
+// A directory for each test, reading and writing of files, and the locale variables of the
+// environment.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@
 
 namespace exifkeep::test {
 
-// Windows has its own names for the environment's calls, and seldom the right to make links.
+// Windows has other functions for the environment, and creating links usually needs privileges.
 #if defined(_WIN32)
 inline constexpr const char* temporaryVariable = "TMP";
 inline void setVariable(const char* name, const std::string& value) {
@@ -39,8 +40,8 @@ inline void makeLinkToNowhere(const std::string& path) {
 }
 #endif
 
-// A test in a directory of its own, which is gone afterwards. So is its folder for temporary files,
-// in which nothing may stay.
+// A test in its own directory, which is deleted afterwards, as is its folder for temporary files,
+// which must be empty.
 class ScratchTest : public ::testing::Test {
  protected:
   ScratchTest() {
@@ -56,7 +57,7 @@ class ScratchTest : public ::testing::Test {
     setVariable(temporaryVariable, temporary_.string());
   }
   ~ScratchTest() override {
-    EXPECT_TRUE(std::filesystem::is_empty(temporary_)) << "something stays in the temporary folder";
+    EXPECT_TRUE(std::filesystem::is_empty(temporary_)) << "the temporary folder is not empty";
     if (before_.empty())
       unsetVariable(temporaryVariable);
     else
@@ -86,7 +87,7 @@ inline std::string readFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Sets the variables that name locales: these and no others.
+// Sets these locale variables and unsets all others.
 inline void setLocaleVariables(const std::map<std::string, std::string>& values) {
   for (const char* name : {"LANGUAGE", "LC_ALL", "LC_CTYPE", "LC_MESSAGES", "LANG"})
     unsetVariable(name);

@@ -9,7 +9,7 @@ namespace {
 
 using Names = std::set<std::string>;
 
-// A host that answers as told.
+// A host with given answers.
 struct Host {
   Host() {
     SetShellCopyHandler({[](void* host, HWND, const char*, const char*) {

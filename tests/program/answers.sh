@@ -1,6 +1,6 @@
 #!/bin/sh
-# What every command has in common: exit statuses, where answers and messages go, names from
-# standard input, usage errors, and standard streams that are closed or full.
+# Common to all commands: exit statuses, output and messages, names from standard input, usage
+# errors, and standard streams that are closed or full.
 . "$(dirname "$0")/../checks.sh"
 
 seed pixels_8 >exif.jpg
@@ -11,7 +11,7 @@ mkfifo fifo.jpg
 listed='exif.jpg: Exif file'
 both="$listed\nsound.jpg: Exif file"
 
-# The status is the gravest of all files.
+# The status is the highest of all files.
 answers 1 "plain.jpg: not an Exif file\n$listed" '"$E" check plain.jpg exif.jpg'
 same messages '' "$(cat err)"
 answers 3 "plain.jpg: not an Exif file\n$listed" '"$E" check gone.jpg plain.jpg exif.jpg'
@@ -55,7 +55,7 @@ complains 3 . '"$E" check - < .'
 complains 3 'standard input: holds a picture' '"$E" info - <sound.jpg'
 answers 0 "$listed" '"$E" --color never check exif.jpg'
 
-# The language is that of the tag, else of the environment.
+# The language is that of the tag, or else of the environment.
 maker='メーカー名 +Maker'
 shows --lang "$("$E" info --lang ja sound.jpg)" "$maker"
 shows LANGUAGE "$(LANGUAGE=de "$E" info sound.jpg)" '^Hersteller +Maker'
@@ -71,8 +71,8 @@ for form in --json --json-lines --csv --gps; do
 done
 ends 3 '"$E" info --json-lines -j 3 exif.jpg exif.jpg exif.jpg >/dev/full'
 
-# Output that cannot be written is noticed. A reader who has gone wants no message; here it tells
-# when it has.
+# Failure to write output is reported, unless the reader has closed the pipe. Here it says when it
+# has.
 for arguments in 'check exif.jpg >/dev/full' 'info --json exif.jpg >/dev/full' \
   'info exif.jpg >&-' '--help >&-'; do
   complains 3 'standard output' '"$E" '"$arguments"
@@ -94,7 +94,7 @@ for command in 'NO_COLOR=1 $E check exif.jpg' 'TERM=dumb $E check gone.jpg' \
   '$E check --color never exif.jpg'; do
   shows "$command" "$(typed "$command")" "!$escape\["
 done
-# How far a long batch is appears once half a second has passed, yields to a message and is gone at
+# The progress of many files appears after half a second, is erased before messages and erased at
 # the end.
 slowly='{ echo exif.jpg; sleep 0.6; echo exif.jpg; sleep 0.2; echo gone; }'
 clear=$(printf '\r\033[K')

@@ -2,7 +2,7 @@
 # The commands that decode and write pictures: open, save and audio.
 . "$(dirname "$0")/../checks.sh"
 
-# STATUS COMMAND PATTERN...: both streams show the patterns.
+# STATUS COMMAND PATTERN...: the patterns must match the output of both streams.
 runs() {
   ends "$1" "$2"
   command=$2

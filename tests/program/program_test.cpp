@@ -22,14 +22,14 @@ using testing::HasSubstr;
 using testing::Not;
 
 struct Outcome {
-  int status;  // the exit status, -1 when a signal ended the command
+  int status;  // the exit status, or -1 if a signal killed the command
   std::string out, err;
 };
 
 // Runs shell commands in its folder, in English and UTF-8; $E is the program.
 class ShellTest : public ScratchTest {
  protected:
-  // What stands in `command` before the program's name sets its environment.
+  // Assignments before the program's name in `command` set its environment.
   Outcome run(const std::string& command) const {
     const std::string line = "cd '" + path("") +
                              "' && unset LANGUAGE LC_MESSAGES LC_CTYPE; export LC_ALL=C.UTF-8 E='" +
@@ -125,7 +125,7 @@ TEST(OutputText, InvalidBytesAndControlsAreEscapedOrReplaced) {
        "\u00DF \u65E5\U0001F4F7 \\ \""},
       {"a\nb\tc\rd\x1B[31m\x7F", "a\\nb\\tc\\rd\\x1b[31m\\x7f", "a\nb\tc\rd\x1B[31m\x7F"},
       {"\u009B2J\u202Ereversed", "\\u009b2J\\u202ereversed", "\u009B2J\u202Ereversed"},
-      // Every longest run that could begin a character counts once (Unicode 15, section 3.9).
+      // Each longest run that could begin a character is replaced once (Unicode 15, section 3.9).
       {"\xFF\x80", "\\xff\\x80", "\uFFFD\uFFFD"},
       {"\xE2\x82x", "\\xe2\\x82x", "\uFFFDx"},
       {"\xED\xA0\x80", "\\xed\\xa0\\x80", "\uFFFD\uFFFD\uFFFD"},
@@ -145,7 +145,7 @@ TEST(OutputText, WidthCountsTerminalColumns) {
   const std::vector<std::pair<std::string, int>> cases = {
       {"Bildaufl\u00F6sung", 13},      {"Bildauflo\u0308sung", 13},  // combining diaeresis
       {"\u753B\u50CF\u65B9\u5411", 8},                               // ideographs
-      {"\uB178\u1112\u1161\u11AB", 4},  // a Hangul syllable, and one in letters
+      {"\uB178\u1112\u1161\u11AB", 4},  // a Hangul syllable, precomposed and as letters
       {"\u30AB\u3099\uFF76\uFF9E", 4},  // kana with a voice mark, half-width kana
       {"\U0001F4F7\uFE0F", 2},          // pictograph with a variation selector
   };
@@ -191,14 +191,14 @@ TEST_F(InfoSheet, IsWholeEscapedAndInAllLanguages) {
             "[True, True]\n");
 }
 
-// In orientation 6 the stored top is seen at the right.
+// In orientation 6 the stored top row is at the visible right.
 TEST_F(InfoSheet, ShowsTheFactsAndTurnsThePicture) {
   const Picture picture{.image = {exifPointer(), text(0x110, "Camera 7"), shorts(0x112, {6})},
                         .exif = {bytes(0x9000, "0220"), rationals(0x829A, {1, 60}),
                                  rationals(0x829D, {28, 10}), shorts(0x8827, {400}),
                                  text(0x9003, "2002:05:14 10:20:30"), rationals(0x920A, {50, 1})}};
   write("a.jpg", withPixels(jpegBytes(tiffBytes(picture, Order::mm)), read("plain.jpg")));
-  write("preview.jpg", "mine");  // not to be touched, even without a usable temporary folder
+  write("preview.jpg", "mine");  // must not be touched, even without a usable temporary folder
   const std::string html = run("TMPDIR=/" + std::string(300, '/') + "tmp $E info --html a.jpg").out;
   EXPECT_EQ(read("preview.jpg"), "mine");
   const std::string facts = html.substr(0, html.find("<table>"));

@@ -15,7 +15,7 @@ PRaster makeImage(int type, unsigned width, unsigned height) {
   return image;
 }
 
-// Levels that look random and repeat every run.
+// Pseudo-random levels, the same in every run.
 void fillNoise(PRaster& image) {
   unsigned seed = 7;
   for (unsigned y = 0; y < image.height(); ++y)
@@ -63,7 +63,7 @@ TEST(Raster, RefusesSizesAndTypes) {
   EXPECT_EQ(empty.ConvertTo24bit() + empty.CopyImage(image) + image.RescaleImage(empty), 0);
 }
 
-// Weight of source pixel `index` in target pixel `at`.
+// The weight of source pixel `index` in target pixel `at`.
 double weightOf(unsigned index, unsigned source, unsigned at, unsigned target) {
   const double ratio = double(source) / target, begin = at * ratio, end = begin + ratio;
   if (target <= source)
@@ -93,7 +93,7 @@ TEST(Raster, RescalesToTheWeightedAverage) {
       PRaster target = makeImage(type, width, height);
       source.Clear(0x00FFFE01);
       ASSERT_EQ(target.RescaleImage(source, nullptr, 0, 100), 1);
-      for (unsigned i = 0; i < width * height; ++i)  // uniform colour stays to the last bit
+      for (unsigned i = 0; i < width * height; ++i)  // a uniform colour is exactly preserved
         ASSERT_EQ(target.GetPixel(int(i % width), int(i / width)), source.GetPixel(0, 0));
       fillNoise(source);
       ASSERT_EQ(target.RescaleImage(source), 1);

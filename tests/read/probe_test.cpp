@@ -45,12 +45,12 @@ TEST_F(ProbeTest, WalksFixedPositionsNotSegments) {
   const std::tuple<const char*, std::string, int> cases[] = {
       {"SOI, APP1", jpeg, 12},
       {"SOI, APP0, APP1", jpegBytes(tiff, jfif), 30},
-      {"another marker behind APP0 is not compared",
+      {"another marker after APP0 is not compared",
        patched(jpegBytes(tiff, jfif), 2 + jfif.size(), "\xFF\xE2"), 30},
       {"an APP0 that ends in an APP1 marker hides the real one",
        jpegBytes(tiff, segment(0xFFE0, "JFIF\xFF\xE1")), -1},
-      // The identifier is then expected two bytes earlier, where only a segment without a length
-      // field has it, and offsets count from two bytes behind the start of the header.
+      // The identifier is then expected two bytes earlier, as in a segment without a length field,
+      // and offsets count from two bytes after the start of the header.
       {"an APP1 marker at the end of APP0 is taken",
        jpegStart + segment(0xFFE0, "JFIF\xFF\xE1") + "\xFF\xE1" + identifier +
            tiffBytes(plain, Order::ii, uint32_t(-2)),
@@ -63,12 +63,12 @@ TEST_F(ProbeTest, WalksFixedPositionsNotSegments) {
        jpegBytes(tiffBytes(plain, Order::ii, 0x10000), segment(0xFFE0, std::string(0xFFFD, ' '))),
        13},
       {"another identifier", patched(jpeg, 6, "exif"), -1},
-      {"the zero bytes behind the identifier are not compared", patched(jpeg, 10, "zz"), 12},
+      {"the zero bytes after the identifier are not compared", patched(jpeg, 10, "zz"), 12},
       {"another byte order mark", patched(jpeg, 12, "IM"), -1},
       {"42 is not compared", patched(jpeg, 14, "zz"), 12},
       {"TIFF", tiff, 0},
   };
-  ExifReader reader;  // one for all: nothing of one probe may stay for the next
+  ExifReader reader;  // the same for all: a probe must not affect the next
   for (const auto& [what, file, base] : cases) {
     EXPECT_EQ(reader.probeFile(fileOf(file).c_str()), base >= 0) << what;
     if (base < 0) continue;
@@ -100,7 +100,7 @@ TEST_F(ProbeTest, NeedsAnExifDirectoryWithAVersion) {
         {"IFD0 count 32768", counting(imageCount, 0x8000), false},
         {"Exif count 0", counting(exifCount, 0), false},
         {"Exif count 65535", counting(exifCount, 0xFFFF), false},
-        {"the file ends behind the version's tag", tiff(plain).substr(0, exifCount + 4), true},
+        {"the file ends after the version's tag", tiff(plain).substr(0, exifCount + 4), true},
         {"the file ends in the version's tag", tiff(plain).substr(0, exifCount + 3), false},
     };
     for (const auto& [what, file, expected] : cases)

@@ -1,4 +1,4 @@
-// Reads files into all four records, and pictures by writing them into the test's own directory.
+// Reads files, or pictures written into the test's own directory, into all four records.
 #pragma once
 
 #include <exifkeep/exifkeep.h>
@@ -14,12 +14,12 @@
 
 namespace exifkeep::test {
 
-// The version that makes a directory an Exif directory.
+// The entry that makes a directory an Exif directory.
 inline Entry version() {
   return bytes(0x9000, "0220");
 }
 
-// The four records of a file, with what their pointers lead to.
+// The four records of a file and the memory that they point to.
 struct Reading : ExifMetadata {
   explicit Reading(const std::string& path) : ExifMetadata() {
     succeeded = readExifMetadata(reader, path.c_str(), *this);
@@ -57,7 +57,7 @@ inline Items itemsIn(const CPtrList& list) {
   return items;
 }
 
-// The items of one call; none when it answers 0.
+// The items of a call; none if it returns 0.
 inline Items itemsOf(const std::string& path) {
   CPtrList list;
   const int answer = GetExifInfo(path.c_str(), &list);

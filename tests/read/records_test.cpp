@@ -14,7 +14,7 @@ using FetchTest = ReadTest;
 
 constexpr uint32_t all = 0xFFFFFFFF, distant = 0x7FFFFFF0;
 
-// What the tests of the list and of saved files do not see of the full picture.
+// Fields of the full picture that tests of lists and saved files do not check.
 TEST_F(FetchTest, FieldsThatAreNeitherShownNorSaved) {
   for (const Order order : bothOrders) {
     const auto result = read(fullPicture(), order);
@@ -70,7 +70,7 @@ TEST_F(FetchTest, TheTagChoosesTheWayNotTheType) {
               .exif = {version(), shorts(0x8827, {200, 400}), shorts(0xA002, {5}),
                        shorts(0xA003, {6}), bytes(0x9101, std::string("\0\2\3\0", 4))}},
              order);
-    // The first two bytes of a LONG are its low half in II only.
+    // Only in II are the first two bytes of a LONG its low half.
     EXPECT_EQ(result->primary.orientation, order == Order::ii ? 6 : 0);
     const ImageIfdRecord& primary = result->primary;
     EXPECT_THAT((std::array{primary.imageWidth, primary.imageLength, primary.stripOffsets,
@@ -86,7 +86,8 @@ TEST_F(FetchTest, TheTagChoosesTheWayNotTheType) {
 
 TEST_F(FetchTest, SmallTextsAreInTheirEntryOrAtAnOffset) {
   const Entry small = text(0x9290, "37").atOffset(), trailer = bytes(0x9291, std::string(256, 'm'));
-  // A note that makes the value behind it begin at `offset`, in a directory of this many entries.
+  // A note of such a length that the next value begins at `offset`, in a directory of this many
+  // entries.
   const auto fillTo = [](size_t offset, size_t entries = 4) {
     return bytes(0x927C, std::string(offset - (8 + 2 + 12 + 4) - (2 + 12 * entries + 4), 'm'));
   };
@@ -133,7 +134,7 @@ TEST_F(FetchTest, SmallListsOfShortsAreInTheirEntryOrAtAnOffset) {
                   testing::ElementsAreArray(order == Order::ii ? ii : mm));
       EXPECT_EQ(result->exif.focalLength.numerator, 0u) << "rationals are always at an offset";
     }
-  // As an offset, 0x11170 would be in the file.
+  // As an offset, 0x11170 would be within the file.
   const auto large =
       readExif({shorts(0xA214, {0x1170, 1}), bytes(0x927C, std::string(99999, 'm'))});
   EXPECT_THAT(large->exif.subjectLocation, testing::ElementsAre(0x1170, 1));
@@ -215,11 +216,11 @@ TEST_F(FetchTest, WhatTheFileDoesNotHoldLeavesTheResetValue) {
     EXPECT_STREQ(primary.make, "");
     EXPECT_TRUE(result->exif.hasMakerNote);
     EXPECT_EQ(result->exif.makerNoteLength, 0u);
-    // The file ends in its last entry: with one byte of the value, behind the count, before it.
+    // The file ends in its last entry: after one byte of the value, after the count, or before it.
     EXPECT_STREQ(read(file.substr(0, file.size() - 7))->gps.gpsSpeedRef, "N");
     EXPECT_STREQ(read(file.substr(0, file.size() - 8))->gps.gpsSpeedRef, "K");
     EXPECT_FALSE(read(file.substr(0, file.size() - 9))->gps.hasGpsSpeedRef);
-    // The file ends in the middle of the last rational; a maker note is what the file holds of it.
+    // The file ends in the middle of the last rational. A maker note is truncated with the file.
     const auto half = read(longer.substr(0, longer.size() - 3));
     EXPECT_EQ(half->exif.focalLength.numerator, 50u);
     EXPECT_EQ(half->exif.focalLength.denominator, 0u);
@@ -234,7 +235,7 @@ const Entry speedRef = text(12, "M");
 TEST_F(DirectoriesTest, GpsPositionComesFromTheLastPointersAndTheFirstExifDirectory) {
   using Entries = std::vector<Entry>;
   const Entry exif = exifPointer(), gps = gpsPointer(), lies = longs(0x8825, {3});
-  // With an Exif pointer of 100 instead, the GPS pointer to the place just behind the directory.
+  // With an Exif pointer of 100 instead, the GPS pointer to the position after the directory.
   const int64_t madeUp = 100 + Picture::entriesSize({version()});
   const std::tuple<const char*, Entries, Entries, bool> cases[] = {
       {"the last GPS pointer counts", {exif, lies, gps}, {}, true},
@@ -242,7 +243,7 @@ TEST_F(DirectoriesTest, GpsPositionComesFromTheLastPointersAndTheFirstExifDirect
       {"the last Exif pointer", {exif, longs(0x8769, {100}), longs(0x8825, {madeUp})}, {}, true},
       {"pointers of IFD1", {exif}, {exif, gps}, true},
       {"IFD0 has the last word", {exif, gps}, {exif, lies}, true},
-      // A position of 0 or less from IFD1 keeps even a good one of IFD0 from being used.
+      // If IFD1 gives a position of 0 or less, even a valid one of IFD0 is not used.
       {"a negative position", {exif, gps}, {longs(0x8769, {INT32_MAX}), lies}, false},
   };
   for (const auto& [what, image, thumbnail, isRead] : cases)
@@ -261,9 +262,9 @@ TEST_F(DirectoriesTest, VersionIsANumberRoundedOnce) {
   };
   EXPECT_EQ(versionOf("0221"), 2.21f);
   EXPECT_EQ(versionOf("1230"), 12.3f);
-  // 1 + 3 * 0.1f + 0.01f, rounded at the end only, lies above the number next to 1.31.
+  // 1 + 3 * 0.1f + 0.01f, rounded only at the end, is greater than the number nearest to 1.31.
   EXPECT_EQ(versionOf("0131"), std::nextafter(1.31f, 2.0f));
-  // What is no digit counts by its distance from '0'.
+  // Characters that are not digits count by their distance from '0'.
   EXPECT_EQ(versionOf("0A/0"), static_cast<float>(17 - double{0.1f}));
   EXPECT_EQ(GetExifVersion(fileOf(jpegStart + jpegEnd).c_str()), 0.0f);
 }
@@ -276,7 +277,7 @@ TEST_F(DirectoriesTest, InteroperabilityNeedsExactlyR98AndExif21) {
   };
   for (const auto& [version, index, isR98, kept] : cases)
     for (const Order order : bothOrders) {
-      // The version stands behind the pointer: the rule comes last.
+      // The version follows the pointer, so the rule must be applied last.
       const auto result = read({.image = {exifPointer()},
                                 .exif = {interoperabilityPointer(), bytes(0x9000, version)},
                                 .interoperability = {bytes(2, "0100"), bytes(1, index)}},

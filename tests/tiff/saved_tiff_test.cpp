@@ -14,7 +14,7 @@
 namespace exifkeep::test {
 namespace {
 
-// Begins with the smallest records that make an Exif file, and a picture at 300 dots per inch.
+// Begins with minimal records for an Exif file and a picture with 300 dots per inch.
 class FrontPartTest : public ScratchTest {
  protected:
   FrontPartTest() {
@@ -35,8 +35,8 @@ class FrontPartTest : public ScratchTest {
   ExifMetadata metadata = {};
 };
 
-// Front part and thumbnail fit 65536 bytes or the save fails; directories that do not fit alone
-// lose the maker note. One that begins with a zero byte takes no room.
+// Front part and thumbnail must fit into 65536 bytes, or the save fails. If the directories alone
+// do not fit, the maker note is dropped. One that begins with a zero byte takes no space.
 TEST_F(FrontPartTest, MakerNotes) {
   constexpr int32_t notLookedFor = -1;
   // Length and first byte of the note, IFD1, size of the front part (0: none), length read back.
@@ -73,7 +73,7 @@ bool showsPixels(const std::string& path, PRaster& image) {
   return shown && largestDifference(*shown, image) == 0;
 }
 
-// What a source says of its picture and a saved file has to say again.
+// Fields of the source that a saved file must have again.
 std::string summaryOf(const std::string& path) {
   const Reading all(path);
   std::ostringstream text;
@@ -85,7 +85,7 @@ std::string summaryOf(const std::string& path) {
   return text.str();
 }
 
-// Records of a picture of 48 x 32 pixels that is stored in its own way.
+// The records of a picture of 48 x 32 pixels that is stored in another way.
 Picture sourceOf(std::vector<Entry> storage, bool hasThumbnail) {
   storage.insert(storage.end(), {shorts(0x0100, {48}), shorts(0x0101, {32}), shorts(0x0112, {6}),
                                  text(0x010F, "A camera maker"), rationals(0x011A, {300, 1}),
@@ -100,7 +100,8 @@ Picture sourceOf(std::vector<Entry> storage, bool hasThumbnail) {
   return source;
 }
 
-// The saved file is opened by others, so that nothing may stay that was true of the source alone.
+// Other libraries must be able to open the saved file, so nothing specific to the source may be
+// left.
 TEST_F(SavedFileTest, EveryKindOfSource) {
   const Entry rgb = shorts(0x0106, {2}), grey = shorts(0x0106, {1}), cmyk = shorts(0x0106, {5});
   const Entry colours = shorts(0x0102, {8, 8, 8}), three = shorts(0x0115, {3});
@@ -137,7 +138,7 @@ TEST_F(SavedFileTest, EveryKindOfSource) {
   }
 }
 
-// The probe goes by content, the writers by name.
+// The probe looks at the content, the writers at the name.
 TEST_F(SavedFileTest, JpegNamedTiff) {
   writeFile(path("a.tif"), exifJpeg("A camera maker"));
   PRaster image = patterned(24, 40, 30);
@@ -145,7 +146,7 @@ TEST_F(SavedFileTest, JpegNamedTiff) {
   EXPECT_TRUE(showsPixels(path("b.tif"), image));
   EXPECT_THAT(summaryOf(path("b.tif")), testing::StartsWith("A camera maker 40 30 "));
 
-  // Its rows are more than SHORT counts.
+  // It has more rows than a SHORT can hold.
   PRaster tall = patterned(24, 1, 66000);
   ASSERT_EQ(SaveFile(path("a.tif").c_str(), path("tall.tif").c_str(), &tall, nullptr), 1);
   EXPECT_TRUE(showsPixels(path("tall.tif"), tall));

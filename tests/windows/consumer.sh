@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# consumer.sh SOURCES BUILD PRESET WINE: packs the zip, unpacks it elsewhere, and builds the examples,
-# a project of their own, against what was in it; one of them then runs beside the zip's DLLs.
+# consumer.sh SOURCES BUILD PRESET WINE: packs the zip, unpacks it elsewhere, builds the examples
+# as a separate project with its contents, and runs one of them with the DLLs in the zip.
 set -euo pipefail
 sources=$1 build=$2 preset=$3 wine=$4
 folder=$(mktemp -d)

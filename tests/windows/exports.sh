@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# exports.sh OBJDUMP FOLDER SOURCES: what the two DLLs and the program in FOLDER export and import.
-# The library exports the ten names undecorated and nothing else, the platform library what its
-# headers mark, and all need Windows' own DLLs and each other only.
+# exports.sh OBJDUMP FOLDER SOURCES: checks the exports and imports of the two DLLs and the program
+# in FOLDER. The library must export only the ten undecorated names, and the platform library what
+# its headers mark; all may need only each other and Windows' own DLLs.
 set -euo pipefail
 objdump=$1 folder=$2 sources=$3
 status=0

@@ -13,14 +13,14 @@ export LC_ALL=C.UTF-8
 unset LANGUAGE LC_MESSAGES LC_CTYPE
 
 mkdir "$folder/pictures"
-# take FILE FIRST: the file from its FIRST byte on, under a name that tells its kind.
+# take FILE FIRST: copies the file from byte FIRST on to a name with the extension of its kind.
 take() {
   local name extension=jpg
   name=$(basename "$1")
   case $(tail -c "+$2" "$1" | head -c 2) in II | MM) extension=tif ;; esac
   tail -c "+$2" "$1" >"$folder/pictures/${name%.*}.$extension"
 }
-# The first byte of the corpus' files is the fuzzers' own.
+# The first byte of files in the corpus is only for the fuzzers.
 for file in "$root"/fuzz/corpus/fields_*; do take "$file" 2; done
 for file in ${EXIFKEEP_SAMPLES:+"$EXIFKEEP_SAMPLES"/*}; do take "$file" 1; done
 cd "$folder"

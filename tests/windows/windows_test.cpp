@@ -1,4 +1,4 @@
-// What is Windows' own: files that other programs hold open, attributes of replaced files, names in
+// Specific to Windows: files opened by other programs, attributes of replaced files, names in
 // UTF-8, and the language of the thread.
 #include <exifkeep/exifkeep.h>
 #include <language.h>
@@ -12,7 +12,7 @@
 namespace exifkeep::test {
 namespace {
 
-// A file as another program has it open.
+// A file opened by another program.
 class HeldOpen {
  public:
   HeldOpen(const std::string& path, DWORD access, DWORD share)
@@ -41,7 +41,7 @@ TEST_F(WindowsFiles, APictureThatAnotherProgramHoldsIsNotSavedOver) {
   EXPECT_EQ(files(), originals_);
 }
 
-// As viewers and indexers open files.
+// As opened by viewers and indexers.
 TEST_F(WindowsFiles, APictureThatIsSharedIsReadAndReplaced) {
   PRaster image = makePicture(newWidth);
   for (const std::string& picture : {path("source.jpg"), path("source.tif")}) {
@@ -82,7 +82,7 @@ TEST_F(WindowsFiles, AttributesStay) {
   EXPECT_EQ(files().size(), originals_.size());
 }
 
-// Either separator, and every character: the code page of this process is UTF-8.
+// Both separators and all characters: the code page of this process is UTF-8.
 TEST_F(WindowsFiles, NamesOfAllKindsWork) {
   ASSERT_EQ(GetACP(), UINT{CP_UTF8});
   std::filesystem::create_directory(path("folder"));

@@ -1,5 +1,5 @@
-// What the written files hold of the full picture: every entry of every directory, in order, with
-// its type, its count and its value.
+// The full picture in written files: every entry of every directory, in order, with its type, count
+// and value.
 #include <exifkeep/exifkeep.h>
 
 #include <array>
@@ -15,7 +15,7 @@
 namespace exifkeep::test {
 namespace {
 
-// An entry as a reader of TIFF 6.0 finds it in a little-endian file.
+// An entry as found by a TIFF 6.0 reader in a little-endian file.
 struct WrittenEntry {
   uint16_t tag;
   char type;  // byte, ascii, short, long, rational, undefined, negative (SRATIONAL)
@@ -31,12 +31,12 @@ struct WrittenDirectory {
     if (at == 0) return;
     const uint32_t count = numberAt(tiff, at, 2);
     next = numberAt(tiff, at + 2 + 12 * count, 4);
-    size_t area = at + 2 + 12 * count + 4;  // then the values, at even places without gaps
+    size_t area = at + 2 + 12 * count + 4;  // then the values, at even positions without gaps
     for (uint32_t i = 0; i < count; ++i) {
       const uint32_t entry = at + 2 + 12 * i, type = numberAt(tiff, entry + 2, 2);
       const uint32_t number = numberAt(tiff, entry + 4, 4);
       const uint32_t size = number * uint32_t(" 1124811248"[type] - '0');
-      // SHORTs are kept behind the directory even where the entry could hold them.
+      // SHORTs are after the directory even if they would fit into the entry.
       const bool isInEntry = size <= 4 && !(type == typeShort && number > 1);
       const size_t valueAt = isInEntry ? entry + 8 : numberAt(tiff, entry + 8, 4);
       EXPECT_TRUE(isInEntry || valueAt == area);
@@ -102,7 +102,7 @@ const Shape fullTiff = {
     " 010Fa256 0115s1 011Cs1 0106s1" + describing + colours + strip + " 8769l1 8825l1",
     fullExifShape, interoperabilityShape, fullGpsShape,
     " 010Fa256" + describing + " 0106s1" + strip + colours};
-// Of a source with its version and an orientation in IFD1.
+// For a source with a version and an orientation in IFD1.
 const Shape smallJpeg = {" 011Ar1 011Br1 0132a20 8769l1", " 9000u4", "", "",
                          " 011Ar1 011Br1 0112s1 0201l1 0202l1"};
 const Shape smallTiff = {
@@ -120,7 +120,7 @@ const Shape newTiff = {
     exifBeforeConfiguration + " 9101u4" + exifBehindConfiguration, interoperabilityShape, "",
     " 0100l1 0101l1 0102s3 0103s1 011Ar1 011Br1 0128s1 0106s1" + strip + " 0132a20"};
 
-// Values are those of `fixed` or else of `source`; positions show by what is found there.
+// Values are from `fixed` or else from `source`; positions are checked by what is there.
 void expectValues(const WrittenDirectory& written, const std::vector<Entry>& source,
                   const std::vector<Entry>& fixed = {}) {
   const std::set<uint16_t> positions = {0x111, 0x201, 0x202, 0x8769, 0x8825, 0xA005};
@@ -138,7 +138,7 @@ void expectValues(const WrittenDirectory& written, const std::vector<Entry>& sou
   }
 }
 
-// What a TIFF file holds, whatever its source did.
+// In every TIFF file, whatever the source had.
 std::vector<Entry> stripOf(unsigned width, unsigned height) {
   return {longs(0x100, {width}), longs(0x101, {height}),  shorts(0x102, {8, 8, 8}),
           shorts(0x103, {1}),    shorts(0x106, {2}),      shorts(0x115, {3}),
@@ -149,7 +149,7 @@ std::vector<Entry> both(std::vector<Entry> entries, const std::vector<Entry>& mo
   return entries;
 }
 
-// And what the source's range of samples becomes, unless its pixels were RGB already.
+// The new ReferenceBlackWhite, unless the source's pixels were RGB.
 const Entry rgbRange = rationals(0x214, {0, 1, 255, 1, 0, 1, 255, 1, 0, 1, 255, 1});
 
 class FullDirectoriesTest : public SaveTest {
@@ -195,7 +195,7 @@ TEST_F(FullDirectoriesTest, OfAPictureWithFewFields) {
   }
 }
 
-// The picture's own fields are there to be left out.
+// The picture's own fields are present and must be ignored.
 TEST_F(FullDirectoriesTest, WithDefaultFields) {
   const Picture source = fullPicture();
   write("a.jpg", tiffBytes(source, Order::mm));
@@ -230,7 +230,7 @@ TEST_F(FullDirectoriesTest, WithDefaultFields) {
                both(fixed, {text(0x10E, "Exif_TIF"), shorts(0x102, {5, 6, 7}), shorts(0x103, {9}),
                             shorts(0x115, {4}), shorts(0x11C, {2})}));
   expectValues(tiff.exif, source.exif, fixedExif);
-  // The codec says that the thumbnail's resolution is not known.
+  // The codec writes that the thumbnail's resolution is unknown.
   expectValues(tiff.thumbnail, stripOf(160, 120),
                {rationals(0x11A, {1, 1}), rationals(0x11B, {1, 1}), shorts(0x128, {1})});
 }

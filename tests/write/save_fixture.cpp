@@ -8,7 +8,7 @@
 #include "full_picture.h"
 #include "system/temporary_picture.h"
 
-// The linker's option --wrap leads the library's calls here, and its own from here to the codec.
+// The linker's option --wrap redirects the library's calls to these functions.
 extern "C" int __real_AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,
                                     CodecProgress progress, CodecReceive receive, void* receiver);
 extern "C" int __wrap_AllSendDIBImg(const char* path, const tagLmmInfo* image, unsigned offset,

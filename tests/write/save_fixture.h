@@ -1,5 +1,5 @@
-// What the tests of saving stand on: pictures, full records, and a codec whose files a test
-// may replace.
+// The basis of the tests of saving: pictures, full records, and a codec whose files a test may
+// replace.
 #pragma once
 
 #include "codec/picture_fixture.h"
@@ -9,7 +9,7 @@
 
 namespace exifkeep::test {
 
-// What the codec writes in place of an encoded picture; the empty text is a failed save.
+// The codec writes this instead of an encoded picture; an empty text makes the save fail.
 struct CodecFiles {
   std::optional<std::string> thumbnail;  // under the temporary name
   std::optional<std::string> picture;    // under any other
@@ -42,13 +42,13 @@ class SaveTest : public ScratchTest {
   ExifReader reader_;
 };
 
-// Four quarters of different colours, 71.501 by 149.504 dots per inch: 72 by 150 when rounded.
+// Four quarters of different colours, with 71.501 by 149.504 dots per inch: 72 by 150 when rounded.
 PRaster picture(unsigned width, unsigned height, int bits = 24);
 
 // Those of the full picture.
 ExifMetadata fullRecords();
 
-// The segment behind SOI.
+// The segment after SOI.
 std::string segmentOf(const std::string& file);
 
 }  // namespace exifkeep::test

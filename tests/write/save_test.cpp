@@ -75,7 +75,7 @@ TEST_F(SaveFileTest, PutsTheSegmentBeforeTheCompactedStream) {
   EXPECT_EQ(stream.size(), read("plain.jpg").size() + 31);
   EXPECT_TRUE(written == stream.substr(0, 2) + segmentOf(written) + stream.substr(2));
 
-  // The APP0 of a stream of another layout goes.
+  // The APP0 of a stream with another layout is removed.
   const std::string rest = "\xFF\xDB otherwise \xFF\xD9";
   codecFiles.picture = "\xFF\xD8\xFF\xE0" + std::string("\0\4xy", 4) + rest;
   makeSource("other.jpg", {});
@@ -101,7 +101,7 @@ TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
     EXPECT_EQ(exists(to), result == 1) << to;
     EXPECT_EQ(holdsExif(to), keeps) << to;
   }
-  // A plain save is the codec's own file.
+  // Without metadata, the codec's file is the result.
   EXPECT_TRUE(read("5.jpg") == read("bare.jpg"));
   PRaster empty;
   for (PRaster* none : {static_cast<PRaster*>(nullptr), &empty}) {
@@ -113,7 +113,7 @@ TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
 
 TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
   ExifMetadata metadata = fullRecords();
-  metadata.thumbnail.hasCompression = 0;  // the record's is none that a reader knows
+  metadata.thumbnail.hasCompression = 0;  // a reader would not know the record's
   makeSource("a.jpg", metadata);
   for (auto [width, height, bits] : {std::tuple{5u, 7u, 24}, {300u, 200u, 8}, {64u, 64u, 1}}) {
     PRaster own = picture(width, height, bits);
@@ -125,7 +125,7 @@ TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
   ASSERT_EQ(save("a.jpg", "b.jpg", &empty), 1);
   EXPECT_EQ(thumbnailWidth("b.jpg"), 160u);
 
-  // One that cannot be saved fails the save, a made one is left out.
+  // If it cannot be written, the save fails, but a generated one is just left out.
   codecFiles.thumbnail = "";
   for (PRaster* given : {&own, static_cast<PRaster*>(nullptr)}) {
     const std::string before = read("b.jpg");
@@ -137,7 +137,7 @@ TEST_F(SaveFileTest, EmbedsTheHostsThumbnailAsItIs) {
   EXPECT_EQ(thumbnailWidth("b.jpg"), 0u);
 }
 
-// What a process code may change, of records that hold all of it, or none (9 then stays as it is).
+// The fields that a process code may change, all of which are present or absent (9 is unchanged).
 std::string afterProcessing(int code, uint32_t present, uint16_t fourthOfArea, uint16_t rendered) {
   ExifMetadata metadata = {};
   ImageIfdRecord& primary = metadata.primary;
@@ -165,7 +165,7 @@ std::string afterProcessing(int code, uint32_t present, uint16_t fourthOfArea, u
 TEST_F(SaveFileTest, AdjustsTheRecordsToTheProcessing) {
   for (const int code : {-1, 0, 1, 7})
     EXPECT_EQ(afterProcessing(code, 1, 4, 0), "0 99 99 56 1234 0") << code;
-  // Of larger dimensions the low 16 bits.
+  // Larger dimensions are cut to their low 16 bits.
   EXPECT_EQ(afterProcessing(2, 1, 4, 0), "Vexapict1 11 23 65 2143 0");
   EXPECT_EQ(afterProcessing(2, 1, 0, 0), "Vexapict1 11 23 65 2130 0");
   EXPECT_EQ(afterProcessing(3, 1, 4, 0), "Vexapict1 11 23 56 1234 0");
@@ -175,7 +175,7 @@ TEST_F(SaveFileTest, AdjustsTheRecordsToTheProcessing) {
   }
   for (const int code : {2, 3, 4})
     EXPECT_EQ(afterProcessing(code, 0, 4, 0), "Vexapict1 99 99 56 1234 0") << code;
-  // A save applies it.
+  // This is applied by a save.
   makeSource("a.jpg", fullRecords());
   ASSERT_EQ(SaveProcessFile(path("a.jpg").c_str(), path("b.jpg").c_str(), 3, &image_, nullptr), 1);
   EXPECT_STREQ(recordsOf("b.jpg").primary.software, "Vexapict");

@@ -18,7 +18,7 @@ std::string bytesOf(const GlobalBlock& block) {
   return {reinterpret_cast<const char*>(lock.bytes()), segmentSize(lock.bytes())};
 }
 
-// As small as a JPEG file gets, with an APP0 that is not embedded.
+// A minimal JPEG file with an APP0 that is not embedded.
 const std::string smallThumbnail("\xFF\xD8\xFF\xE0\0\4\1\2\xFF\xD9", 10);
 
 class SegmentTest : public SaveTest {
@@ -78,7 +78,7 @@ TEST_F(SegmentTest, FillsTheBlockToItsLastByteAndNoFurther) {
   metadata.exif.makerNote = note.data();
   metadata.exif.makerNoteLength = 60000;
   const size_t free = 65536 - (fromRecords(metadata).size() - 4);
-  // The file's whole size counts, although its APP0 is not embedded.
+  // The limit is for the whole file, although its APP0 is not embedded.
   std::string thumbnail = smallThumbnail;
   thumbnail.insert(8, free - thumbnail.size(), 't');
   codecFiles.thumbnail = thumbnail;
@@ -122,7 +122,7 @@ const std::string quant1 = counted(65, 1), quant2 = counted(65, 2), frame = coun
 const std::string dc1 = counted(29, 4), ac1 = counted(179, 5), dc2 = counted(29, 6);
 const std::string ac2 = counted(179, 7), scan = counted(10, 8);
 
-// The headers as the codec writes them; one may be of another kind or size.
+// The headers written by the codec, one of which may be of another kind or size.
 std::string codecHeaders(uint16_t frameMarker = 0xFFC0, const std::string& secondTable = quant2) {
   return segment(0xFFDB, quant1) + segment(0xFFDB, secondTable) + segment(frameMarker, frame) +
          segment(0xFFC4, dc1) + segment(0xFFC4, ac1) + segment(0xFFC4, dc2) + segment(0xFFC4, ac2) +
