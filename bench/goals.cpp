@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "pictures.h"
+
 namespace {
 
 struct Goal {
@@ -69,6 +71,7 @@ int main(int argc, char** argv) {
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+  benchmark::AddCustomContext("pictures", std::to_string(bench::cameraPictures().size()));
   MedianReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.printGoals();
