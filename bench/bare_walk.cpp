@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bare_walk.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The minimum that listing a picture's metadata needs from the file: opens it, reads through a
 // window of 4 KiB, and copies the entries of IFD0, the Exif directory and the interoperability
 // directory one by one with their values. No tag tables, records, texts or lists.

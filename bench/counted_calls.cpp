@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Repeats one kind of call on one picture; bench/instructions runs this under callgrind.
 //
 //     exifkeep_counted_calls info PICTURE TIMES

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the benchmarks in interleaved repetitions and prints the ratio of medians for each goal in
 // addition to Google Benchmark's report. Accepts the options of Google Benchmark.
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures how cost grows: of listing with the number of directory entries, of saving and opening
 // with the number of pixels. The "BigO" lines of the report are the fits; a plain N means linear.
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exiv2 on the same pictures: reads and formats every Exif value.
 #include <benchmark/benchmark.h>
 

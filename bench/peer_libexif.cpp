@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libexif on the same pictures: loads and formats every entry's value.
 #include <benchmark/benchmark.h>
 #include <libexif/exif-data.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input of the benchmarks: a folder of camera pictures (EXIFKEEP_SAMPLES, or else
 // ../shared/samples beside the checkout) and large generated pictures in a working folder that is
 // deleted at the end.

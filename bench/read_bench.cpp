@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading: the exported functions on a folder of camera pictures, compared with the minimum work of
 // the system (opening a file, one read of 4 KiB, closing it) and with a bare walk of the
 // directories.

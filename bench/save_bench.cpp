@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saving and opening, compared with the minimum work. For a save that survives a power failure this
 // is to encode with the same settings (or take the raw pixels), write and sync a new file, rename
 // it over the old one and sync the folder; for opening, it is a plain decoding.

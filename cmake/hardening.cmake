@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Hardens optimised builds as far as compiler and linker support it: overflows of the stack and of
 # buffers of known size terminate the process, indirect jumps may only go to marked places, and the
 # tables of the dynamic linker are read-only. Debug builds are not hardened, because sanitizers

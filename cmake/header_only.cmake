@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # exifkeep_find_headers(PACKAGE TARGET FOLDER): finds a header-only library. A cross build uses a
 # copy of this machine's headers, because the folder also has headers of the wrong system.
 function(exifkeep_find_headers package target folder)

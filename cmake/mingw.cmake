@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds for Windows with Debian's MinGW-w64, in the variant with POSIX threads, because the other
 # has no std::mutex. Everything except Windows' own libraries is linked statically.
 # EXIFKEEP_PROCESSOR is x86_64 or i686; the codec libraries are those built by

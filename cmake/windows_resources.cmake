@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Windows resources of programs and libraries. On other systems these functions do nothing.
 
 # exifkeep_utf8_manifest(TARGET): the program uses UTF-8 and long paths.

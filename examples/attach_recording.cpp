@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // attach_recording: attaches a sound recording to an Exif picture.
 //
 //   attach_recording PICTURE RECORDING.wav

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // list_folder: shows the properties of all Exif pictures in a folder.
 //
 //   list_folder FOLDER

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // rotate_and_save: rotates an Exif picture clockwise by 90 degrees and saves it with its metadata.
 //
 //   rotate_and_save SOURCE DESTINATION

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Attaches a recording to the input. All texts that are passed, such as the names of software and
 // recording, come from the input and are in heap buffers of their exact size.
 #include <exifkeep/exifkeep.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Heap memory is counted by hooks of the address sanitizer; without it only time is measured. At
 // the end the process prints the shares of the budget that the worst inputs took.
 #include "budget.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Limits the processor time and the heap memory of an input, with the figures of SECURITY.md. The
 // process ends if an input exceeds them.
 #pragma once

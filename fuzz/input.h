@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared by the fuzz targets: the picture file made from an input, its folder, a small picture to
 // save, and the check that ends a run. The first byte of an input has choices, with the kind of
 // file in the lowest bit; the other bytes are the file.

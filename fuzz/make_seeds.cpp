@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the seeds that do not come from faults into a folder: Exif structures built from a
 // description, in JPEG and TIFF files and both byte orders, and pictures saved by the library.
 #include <exifkeep/exifkeep.h>

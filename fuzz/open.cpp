@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens a picture: its image, its thumbnail, or both. A file without Exif data is decoded only by
 // the codec.
 #include <exifkeep/exifkeep.h>

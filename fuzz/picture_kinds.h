@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes small pictures of every kind that the codec reads, by the format libraries, from one
 // pattern of levels: seeds for the fuzzers, and files for the codec's tests.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls all functions that read metadata, in the language chosen by the input.
 #include <exifkeep/exifkeep.h>
 #include <language.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a fuzz target on files and folders of files, without a fuzzer: the corpus as ordinary tests.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "saving.h"
 
 #include <exifkeep/exifkeep.h>

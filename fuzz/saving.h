@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saves a small picture with the input as the source of its metadata, to a new file or over the
 // source, as chosen.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds small Exif TIFF structures, and JPEG files with them, from a description, in either byte
 // order. Nothing is added: entries are in the given order, pointers are ordinary entries, and
 // counts, types and offsets may be wrong.

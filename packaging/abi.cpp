@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything hosts are compiled with, for abidw to describe in exifkeep.abi: the public types and
 // the signatures of the ten functions, whose symbols do not include them. All other functions are
 // listed in libexifkeep0.symbols.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The three Debian packages made by `cpack`: the shared libraries, the development files, and the
 # program. The preset `package` selects Debian's layout.
 set(CPACK_GENERATOR DEB)

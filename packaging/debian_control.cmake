@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Run by cpack on the packages it has made: packs each again in Debian's way. Removes scripts that
 # call ldconfig, as the trigger is sufficient; adds symbols, Multi-Arch, and the documents and
 # checksums of the debug packages; and sets all dates to that of the changelog, for reproducible

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Run by cpack on the files of each package before packing: adds the documents that every Debian
 # package has, and compresses the manual pages.
 find_program(GZIP gzip REQUIRED)

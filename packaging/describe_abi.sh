@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # describe_abi.sh VERSION LIBRARY FILE: writes a description of the ABI of VERSION to FILE, such as
 # exifkeep.abi. LIBRARY is built from abi.cpp. The ABI must not change within a version: if FILE already
 # describes this version, raise the version first or, before its release, delete the file.

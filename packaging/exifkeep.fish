@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Fish completion of exifkeep: commands, options, and file names.
 
 set -l commands info check version sound languages open save audio

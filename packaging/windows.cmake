@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The zip made by `cpack`: program and DLLs in bin, import libraries and the CMake package in lib,
 # headers, and the licences of all linked libraries.
 set(CPACK_GENERATOR ZIP)

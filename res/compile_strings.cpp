@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Build step that compiles the language files of this folder into the library's string table: a C++
 // file, or Windows string resources if the name of the output ends in .rc. The build stops with a
 // message if an id is missing or unknown, a text is surrounded by spaces or is invalid UTF-8, or a

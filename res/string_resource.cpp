@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The string table on Windows, in the resources of the module that this file is linked into.
 #include "info/string_table.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Configures, builds and tests a preset. Sourced by ./run and ./test; `root` is the checkout.
 
 # show_progress NAME: shows the progress of the build whose output it reads: in one line on a terminal,

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Gets the sources of libjpeg-turbo, libpng and libtiff with Debian's patches into
 # build/codec-sources. Sourced by the scripts that build them; `root` is the checkout. apt uses a
 # separate list of sources, so that the machine's configuration is not changed.

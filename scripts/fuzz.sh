@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Fuzzes for a fixed time. Sourced by ./test; `root` is the checkout. Requires a build of the
 # preset fuzz.
 

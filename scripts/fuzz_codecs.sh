@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds libjpeg-turbo, libpng and libtiff once as static libraries in build/fuzz-codecs, with the
 # instrumentation of the preset `fuzz`; takes about two minutes. The preset uses them if it is
 # configured afterwards. Needs the packages that ./test installs.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The Debian packages that ./run and ./test need, and their installation. Sourced by both.
 
 run_packages=(

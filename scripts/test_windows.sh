@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs ./test windows: builds for 64-bit Windows and runs the tests under Wine; builds for 32-bit
 # Windows and checks the exports of the DLLs; has the programs for both systems list and save the
 # same pictures; packs the zip and builds a host with it. Installs the packages needed.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds libjpeg-turbo, libpng and libtiff for Windows once as static libraries, from Debian's
 # sources with Debian's patches, in build/windows-codecs/PROCESSOR (x86_64, the default, or i686);
 # takes about three minutes. zlib is from Debian's package for MinGW-w64.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by test scripts: creates a folder to work in and defines checks that count failures. "$E"
 # is the program.
 export LC_ALL=C.UTF-8

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture in which every field that is read has a different value, and what is shown of each,
 // written by hand from Exif 2.2: tests that compare with it do not depend on the tables of the
 // library. Texts are longer than what is stored of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qt_viewer: shows a picture and its properties, and saves it with its metadata.
 //
 //   qt_viewer [PICTURE]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's types are converted to or from Qt's in three places: paths to 8-bit names, texts to
 // QString, and the rows of a PRaster to those of a QImage.
 #include "picture_window.h"

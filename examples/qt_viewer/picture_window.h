@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window of qt_viewer, which shows a picture, its thumbnail and its properties.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// Reads and writes the Exif metadata of JPEG and TIFF pictures (Exif 2.2, TIFF 6.0).
 ///

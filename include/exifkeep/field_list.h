@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// Metadata for programs: a list whose items also have the tag, its name and directory, and the
 /// value as stored in the file. None of these depends on the language.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Error handling for the JPEG library: errors jump to `escape`, which the caller of the library
 // sets. No function between there and the library may have an object with a destructor. Warnings
 // are ignored and nothing is printed.

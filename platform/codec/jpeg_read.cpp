@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decodes directly into the image's rows: the library supports blue, green, red and takes a pointer
 // to each row, so that bottom-up order costs nothing. Memory and work are bounded: 1 GiB for the
 // coefficients of a picture with several scans, 100 scans, and 2^32 pixels over all scans.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads JPEG files (ITU-T T.81) with 8 bits per sample: grey as 8 bits, colour and CMYK as 24.
 #pragma once
 

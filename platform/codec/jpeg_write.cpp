@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes JPEG files with exactly these header segments, in this order: SOI, APP0 of 18 bytes, two
 // DQT of 69, SOF0 of 19, four DHT of 33, 183, 33 and 183, SOS header of 14 (ITU-T T.81 B.2, with
 // the tables of K.3). JpegStream::compact relies on this layout.

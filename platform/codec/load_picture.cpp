@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <load_picture.h>
 #include <pxcodec32.h>
 

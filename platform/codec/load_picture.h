@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// Loads pictures of any kind that the codec reads, with or without metadata.
 #pragma once

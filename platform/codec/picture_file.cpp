@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Others may write, rename and delete the file in the meantime.
 #include "picture_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture file that is being read, through which the three codec libraries get all their input.
 // Has its own position. Only regular files can be opened.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture_format.h"
 
 namespace exifkeep {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The interface of a picture format, and what the codec's functions exchange with it: the
 // description of a picture in a file, the rows of an image in memory, and the output of a new file.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decodes directly into the image's rows, pass by pass if interlaced. Decoding fails if the IEND
 // chunk is missing. Memory and work are bounded: of the ancillary chunks only transparency and
 // resolution are read, so that compressed texts and profiles are never inflated, and decoding fails

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads PNG files: opaque 1-bit grey as 1 bit, other grey and palette as 8, the rest as 24.
 // Transparent pixels are blended with white, 16-bit levels are rounded to 8.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes PNG files in the image's own depth: 24-bit RGB, 8-bit grey or palette, or 1 bit.
 #include "picture_format.h"
 #include "png_errors.h"

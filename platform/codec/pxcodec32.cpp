@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each call opens its file, finds the format and lets it do the work.
 #include <pxcodec32.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The picture codec, which decodes and encodes picture files. All functions take 8-bit paths,
 /// return 0 or null on failure, throw nothing, print nothing and may be called from any thread.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Converts between the raster's blue, green, red and the red, green, blue of TIFF files. For 12
 // megapixels this takes 60 % of the time needed to write the file if done byte by byte, and 10 %
 // with five pixels at a time.

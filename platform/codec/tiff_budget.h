@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Limits the cost of decoding a TIFF picture, which is estimated from its directory.
 #pragma once
 

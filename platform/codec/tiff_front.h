@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of a new TIFF file before its pixels, in memory while the TIFF library writes it. The
 // library completes the directory only after it has written the pixels, so they are written to this
 // file too, but not kept.

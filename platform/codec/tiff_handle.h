@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A TIFF library handle for a file that is read or the front of one that is written. Its errors and
 // warnings are ignored, without changing the process-wide handlers, and no single allocation of the
 // library exceeds 1 GiB.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Plain pictures (grey, palette or RGB in strips of interleaved samples) are read row by row; all
 // others through the library's conversion to red, green, blue and alpha, one strip or row of tiles
 // at a time. Orientation is ignored.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads TIFF files (TIFF 6.0 and BigTIFF, in either byte order; see tiff_budget.cpp for
 // compressions).
 #pragma once

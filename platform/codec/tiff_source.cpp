@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Handles both classic TIFF (TIFF 6.0, section 2) and BigTIFF, in both byte orders.
 #include "tiff_source.h"
 

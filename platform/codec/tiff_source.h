@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Presents a TIFF file to the TIFF library with only those entries in the first directory that are
 // needed for decoding, each once and limited in size, and no other directory. The library would
 // load all entries, whatever their size, and compare each with every other.

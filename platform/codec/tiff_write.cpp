@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes all images as TIFF files of the same form: little-endian, directory at offset 8, its
 // values, then one uncompressed strip of 8-bit RGB rows to the end of the file. TIFF saving
 // (src/tiff) moves that strip and relies on this form.

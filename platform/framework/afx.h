@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The framework's root class and its string. Strings have 8-bit characters and no NUL inside.
 /// Short ones, and texts loaded from a module, allocate no memory. The only exception thrown is

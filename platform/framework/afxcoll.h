@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The framework's list of pointers. It does not own what the pointers point to. Nodes are
 /// allocated in blocks. Adding may throw std::bad_alloc and then leaves the list unchanged.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Module states decide from which module CString::LoadString loads texts. A library makes its own
 // state the calling thread's current one during a call. Language and code page are read from the
 // environment when the first text is loaded and kept until the end of the call, so that all texts

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// Includes the whole framework, and declares the application object, the main window and the
 /// message box.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Most texts fit into the buffer; others are printed twice.
 #include "c_locale_format.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // printf independent of the locale.
 #pragma once
 

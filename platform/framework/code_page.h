@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The user's code page, to which texts of the string tables are converted.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <exifkeep_version.h>
 
 int exifkeep::runningVersion() noexcept {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The version of exifkeep; CMake reads it from this file. A host can compare the version it was
 /// compiled with and the version that is loaded at run time.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Failures and call counts are per thread, so that tests on several threads do not interfere; open
 // handles, blocks and palettes are counted for the whole process.
 #include "failure_switch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // In test builds (EXIFKEEP_FAILURE_SWITCH) makes chosen platform calls fail and counts open
 // handles, blocks and palettes, so that tests can try every failure of an operation and check that
 // nothing leaks. In normal builds failsNow is constantly false.

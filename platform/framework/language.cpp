@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Only the language is compared, except that Chinese has two variants. These are distinguished by
 // script (RFC 5646 "Hant", "Hans") or, without one, by region: Taiwan, Hong Kong and Macao use
 // traditional characters.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The languages of the string tables, and which of them the user reads: the one that the host
 /// chose for the thread with SetThreadUILanguage, else that of the environment variables of POSIX

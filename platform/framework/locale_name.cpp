@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "locale_name.h"
 
 #include <algorithm>

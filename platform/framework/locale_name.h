@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // POSIX locale names, language[_territory][.charset][@modifier], and ASCII letters, independent of
 // the process locale.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The framework's own prompts are in English, not in a module's string table.
 #include <afxwin.h>
 

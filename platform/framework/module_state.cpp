@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <afx.h>
 #include <afxstat_.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// Marks the classes and functions that the platform library exports. On POSIX it also exports
 /// those of windows.h and shellapi.h.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A doubly linked list whose nodes are allocated in blocks. Removed nodes are reused; an empty list
 // has no memory.
 #include <afxcoll.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The host's part in copying a recording in AddAudioFile. Not used on Windows, where the shell
 /// shows its own dialogs.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LoadString is in module_state.cpp.
 #include <afx.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The language settings of thread and system.
 #pragma once
 

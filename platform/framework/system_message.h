@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message box used if the host has not installed a handler.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Disables cancellation of the calling thread. Implemented in platform/posix and platform/windows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Switches the thread to the "C" locale while printing. uselocale only swaps a pointer and does not
 // change the process locale.
 #include <locale.h>

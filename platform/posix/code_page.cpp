@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code page is the charset of the POSIX locale for text: the part after "." in the first of
 // LC_ALL, LC_CTYPE and LANG that is set. If there is none, or the system does not know it, it is
 // UTF-8. Characters are converted exactly or become "?", never a similar character. Uses iconv.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A single pass over the environment for all names, because every call that shows texts does this;
 // getenv would need one for each name.
 #include "locale_name.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file calls, using OpenFile: a HANDLE is the address of one. Arguments without an equivalent
 // in POSIX (sharing, attributes of new files) are accepted but not used.
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Uses only descriptors, because names could lead to other files in the meantime. Failures are
 // ignored: a picture without its attributes is still the picture. Access control lists are those of
 // POSIX.1e, which Linux stores in an extended attribute.

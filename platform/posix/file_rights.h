@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies the rights of a file to the one that replaces it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A handle is the address of the header before the bytes, so that it cannot be mistaken for the
 // address of the bytes. Zeroed blocks come from calloc, which does not touch large ones.
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Translates errno to Windows error codes, and keeps the last one of each thread.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares bytes, ignoring the case of ASCII letters only, so that file names compare the same in
 // every locale.
 #pragma once

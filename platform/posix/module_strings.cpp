@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <code_page.h>
 #include <language.h>
 #include <module_strings.h>

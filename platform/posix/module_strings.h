@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A module's texts, from a table compiled into it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The object of a file HANDLE: an open regular file with descriptor, 64-bit position and size. The
 // size is that when the file was opened, updated by writes of this object. After a failure errno is
 // set.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Palettes are the only GDI objects here.
 #include <windows.h>
 

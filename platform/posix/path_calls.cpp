@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls on the names of files and folders. Renaming is atomic (rename(2)); with
 // MOVEFILE_WRITE_THROUGH the new name is on disk when the call returns.
 #include <fcntl.h>

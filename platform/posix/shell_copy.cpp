@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies one file. The bytes are written to a new file beside the target and renamed at the end, so
 // that neither failure nor cancelling can damage an existing target. No shell is run.
 #include <fcntl.h>

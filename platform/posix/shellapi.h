@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The shell's file operation, which copies one file and calls the host's handler for progress and
 /// before overwriting (shell_copy_handler.h).

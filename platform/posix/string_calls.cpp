@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Comparison ignores the case of ASCII letters only and orders by bytes: file name extensions and
 // format names must compare the same in every locale.
 #include <mbstring.h>

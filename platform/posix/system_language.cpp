@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // POSIX has no setting other than the environment.
 #include "system_language.h"
 

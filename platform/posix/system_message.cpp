@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One line on standard error. The answer is always OK.
 #include "system_message.h"
 

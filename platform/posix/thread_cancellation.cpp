@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "thread_cancellation.h"
 
 #include <pthread.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tries names beginning with a different number in each call; O_EXCL guarantees that the name is
 // unused.
 #include "unique_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Creates files with unused names.
 #pragma once
 

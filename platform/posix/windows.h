@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The part of the Win32 interface that this library uses, implemented on POSIX. Types, constants
 /// and calls have their real names and meanings, so that code written for this header also compiles

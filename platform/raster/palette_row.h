@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Palettes of 1-bit and 8-bit images and rows that use them, for the raster and the codec.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scaling is in raster_scaling.cpp.
 #include <praster.h>
 

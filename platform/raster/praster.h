@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// PRaster: a picture in memory, used by hosts and library. It has 1, 8 or 24 bits per pixel and is
 /// stored as a device-independent bitmap: rows from the bottom up, each padded to 4 bytes, colours

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The image of a PRaster: information header, palette and pixels. The pixels are allocated with
 // calloc, so that the pages of a large image are first touched when it is decoded.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scales with integer sums. On each axis a target pixel has a span of source pixels with integer
 // weights, whose total is the same for all spans, so that a uniform source remains exactly uniform.
 // Source rows that are entirely within one target row are first added up in 16-bit columns (the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scales one image into another of the same depth and any size. Sets every pixel of the target.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Uses the C++ runtime's printf, which rounds correctly. The system's own _vsnprintf_l takes a
 // locale but does not round correctly in every version. So the thread is switched to the "C" locale
 // while printing, unless its decimal point is "." anyway.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code page is that of the process (CP_ACP). Texts are converted through UTF-16.
 #include <code_page.h>
 #include <windows.h>

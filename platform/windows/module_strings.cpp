@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looks texts up directly in the resources of one language, because LoadStringW falls back to
 // another language if a text is missing.
 #include <language.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A module's texts, from the string resources of its file.
 #pragma once
 

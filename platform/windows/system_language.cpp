@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The language of the thread's user interface: the host's choice, else the user's.
 #include "system_language.h"
 

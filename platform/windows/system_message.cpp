@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A message box of the system, titled with the program's name.
 #include "system_message.h"
 

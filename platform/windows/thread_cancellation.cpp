@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Windows does not cancel threads.
 #include "thread_cancellation.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of every exported call: the library's module state is the thread's current one during
 // the call, and no exception leaves it.
 #pragma once

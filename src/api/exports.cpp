@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ten exported functions: argument checks and the call frame.
 #include <exifkeep/exifkeep.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's application object and module state, which the framework requires.
 #include "api/call_frame.h"
 #include "info/string_table.h"

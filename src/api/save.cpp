@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "api/save.h"
 
 #include "read/read_source.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SaveFile and SaveProcessFile: decides whether and how metadata is saved.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "audio/add_audio.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Attaches a recording to a picture: copies the recording beside the picture, then rewrites the
 // picture with the host's image, the recording's name in RelatedSoundFile and the host's in
 // Software.

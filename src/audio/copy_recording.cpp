@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "audio/copy_recording.h"
 
 #include <mbstring.h>

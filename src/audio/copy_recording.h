@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies a recording beside its picture. The shell makes the copy: it shows its progress and asks
 // before it replaces a file.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the name of a picture's recording.
 #pragma once
 

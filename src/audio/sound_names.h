@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Derives the names of sound recordings from paths. All are 8.3 names of at most 12 bytes, as
 // required in RelatedSoundFile (Exif 2.2, 4.6.5 C).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "imageio/image_codec_bridge.h"
 
 #include <praster.h>

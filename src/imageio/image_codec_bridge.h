@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The picture codec: all pictures are decoded and encoded through this class.
 #pragma once
 

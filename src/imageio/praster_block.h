@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Images that the library itself creates.
 #pragma once
 

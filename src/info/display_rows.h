@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fields that are shown: their order, labels and rules.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "info/info_list.h"
 
 #include <exifkeep/field_list.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fills the host's list of labels and values from a file's metadata.
 #pragma once
 

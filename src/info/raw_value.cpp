@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "info/raw_value.h"
 
 #include <algorithm>

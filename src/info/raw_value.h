@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Listed fields as stored in the file, for lists that ask for them.
 #pragma once
 

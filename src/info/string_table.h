@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's string table in all languages, compiled from res/, and the ids of words used in
 // values. The ids of labels and of the other words are in display_rows.h and words.h.
 #pragma once

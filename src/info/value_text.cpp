@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers are formatted with std::to_chars because it ignores the locale and because printf took
 // longer for the twenty or so numbers of a list than reading the file.
 #include "info/value_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values as display text. Numbers have a "." in every language; words come from the string table.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words shown for enumerated values: for each field, a table of values and text ids, and the id
 // for all values that the table does not list (Exif 2.2, 4.6.4 and 4.6.5).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads nine fields of the thumbnail directory, then the thumbnail. Lengths are checked against the
 // file and sizes against fixed limits before anything is allocated.
 #include "open/load_thumbnail.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loads the thumbnail of a picture's thumbnail directory (IFD1): a JPEG stream decoded by the
 // codec, or uncompressed pixels.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "open/open_picture.h"
 
 #include "open/load_thumbnail.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens an Exif picture: its main image and its thumbnail.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "probe/directory_entries.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Iterates over the 12-byte entries of a TIFF directory (TIFF 6.0, section 2). The entry count is
 // taken as a signed 16-bit number: 0, negative or missing means no entries.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "probe/exif_file.h"
 
 #include <algorithm>

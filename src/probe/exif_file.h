@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An open picture file for the metadata readers, with its byte order and the position from which
 // its TIFF offsets count. All metadata is read through this class; a value that is not completely
 // in the file is never stored. Reads go through two windows, so that reading values one by one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state of one exported call: the layout of its file, buffers for two values of the Exif
 // directory, and the codec bridge. Every call that reads or writes metadata begins with
 // `probeFile`, which decides whether a file is an Exif file.

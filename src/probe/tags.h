@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tag numbers of Exif 2.2 and TIFF 6.0 by their standard names. For types and fields see
 // tag_tables.h.
 #pragma once

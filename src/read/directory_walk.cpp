@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "read/directory_walk.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The engine that decodes all directories: it walks the entries and decodes each according to its
 // row in the tag table. Unknown tags are skipped, and no content of a file makes it fail.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "read/exif_version.h"
 
 #include "read/read_metadata.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file's Exif version as a number.
 #pragma once
 

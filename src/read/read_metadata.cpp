@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "read/read_metadata.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a file's directories into their records. Whatever is there is decoded: a truncated file or
 // an odd entry is not a failure, but a read error is. Each call opens its file once.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the metadata of a save's source picture.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Access to the fields of any record by the row of their tag.
 #pragma once
 

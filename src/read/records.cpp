@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "read/records.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The four records that hold all metadata: the directory readers fill them, the info list shows
 // them, and the writers copy them into new files. They own no memory. A field is valid only if its
 // flag (`hasMake` for `make`) is 1. In a record set to `{}` everything is absent; the reset

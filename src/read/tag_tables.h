@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Defines every tag: its type in the standard, its record field and flag, and how its value is
 // fetched from a file. The readers decode directories by these tables; the writers' row lists and
 // the info list look up types, sizes and fields here.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replaces a file by a finished one. An existing destination keeps its bytes whatever fails: it is
 // never deleted or truncated, and not touched before the new file is complete and on disk.
 //

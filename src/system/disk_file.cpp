@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "system/disk_file.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file on disk, read and written by 64-bit position and closed with its object. It keeps the
 // first error that the system reported; the end of the file is not one.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A movable, zero-filled block of global memory with a single owner, and its lock.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of a path, from its text alone.
 #pragma once
 

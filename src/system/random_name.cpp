@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "system/random_name.h"
 
 #include <cstdio>

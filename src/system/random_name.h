@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names for new files and folders that nobody can predict.
 #pragma once
 

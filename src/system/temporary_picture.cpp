@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "system/temporary_picture.h"
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture file in a private folder of its own in the system's temporary folder, so that calls on
 // other threads and in other processes do not interfere. Both are deleted with the object.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tiff/codec_tiff.h"
 
 #include "probe/directory_entries.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TIFF files as the codec writes them: the directory directly after the 8-byte header, the pixels
 // in a single strip of uncompressed 8-bit RGB rows.
 #pragma once

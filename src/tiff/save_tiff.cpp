@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tiff/save_tiff.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saves a picture as an Exif TIFF file: a new front part with the TIFF header, all directories and
 // the thumbnail, followed by the pixel strip of the codec's file.
 #pragma once

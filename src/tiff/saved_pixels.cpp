@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tiff/saved_pixels.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adjusts the records before a picture is saved as TIFF with its source's metadata. The writer
 // copies the fields that describe pixels. If the source was compressed, grey or a JPEG file, they
 // would not match the uncompressed RGB strip, and no reader could open the file.

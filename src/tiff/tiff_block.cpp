@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tiff/tiff_block.h"
 
 #include "system/temporary_picture.h"

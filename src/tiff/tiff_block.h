@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the front part of a saved Exif TIFF file in a block: the TIFF header, all directories and
 // the thumbnail. Block offsets are file offsets; the picture's strip follows the block.
 #pragma once

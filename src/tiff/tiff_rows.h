@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contents of the directories of a written TIFF file, in order: those of a JPEG segment and the
 // fields that describe the strips.
 #pragma once

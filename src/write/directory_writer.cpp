@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/directory_writer.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes TIFF directories into a block: entry count, entries, link, then directly the value area
 // with all values that are not in their entry. It alone decides where values go, how they are
 // padded and whether they still fit. Failure is sticky: if something does not fit, nothing more is

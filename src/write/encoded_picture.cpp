@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/encoded_picture.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures encoded by the codec, which never writes to a destination itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contents of the directories of a written JPEG segment, in order. The strip and photometric
 // fields are not copied. Intended: they describe pixels stored in another way.
 #pragma once

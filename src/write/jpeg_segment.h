@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the Exif APP1 segment of a saved JPEG picture (Exif 2.2, 4.7.2) in a block, from the
 // records of the picture's source or with default fields for a picture that has none.
 #pragma once

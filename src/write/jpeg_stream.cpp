@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/jpeg_stream.h"
 
 #include <algorithm>

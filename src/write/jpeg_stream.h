@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A JPEG file as the codec encoded it. Compacts it (one segment for each kind of table, no APP0)
 // and inserts an Exif segment after SOI, both without copying the entropy-coded data. For the
 // segments see ITU-T T.81, annex B.

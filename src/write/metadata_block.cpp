@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/metadata_block.h"
 
 #include <cstring>

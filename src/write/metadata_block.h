@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the metadata of every written file in a block of 65536 bytes: all directories in order,
 // with their links and pointers. A JPEG segment and the front part of a TIFF file differ only in
 // the bytes before IFD0, in their row lists and in how the thumbnail is appended.

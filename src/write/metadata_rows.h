@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Directories and groups of rows that JPEG segments and TIFF files have in common. The order is
 // fixed and not ascending by tag. Intended: files of this library have always had it, and readers
 // accept it. It is also intended that values which would fit in their entry are out of line, that

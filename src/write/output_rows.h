@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Row lists define the contents of written directories, in order. A row takes type, count and value
 // from the tag's row in the tag tables unless its kind says otherwise. A tag that the table does
 // not have is a compile-time error.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/processing.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adjusts the metadata of a picture to how it was processed.
 #pragma once
 

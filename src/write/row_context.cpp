@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/row_context.h"
 
 #include <windows.h>

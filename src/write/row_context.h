@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a written directory takes from the picture and the clock instead of a record.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/save_jpeg.h"
 
 #include <array>

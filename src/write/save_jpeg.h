@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saves a picture without metadata or as a JPEG file with an Exif segment after SOI. All functions
 // return false, with the destination unchanged, if the picture is missing or empty or anything
 // fails.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/thumbnail.h"
 
 #include <windows.h>

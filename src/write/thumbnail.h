@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The thumbnail of a saved picture: the host's own, or the picture scaled to fit 160 x 120 pixels
 // and centred on black.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Damaged, truncated and hostile files quickly give either a clean failure or a picture, without
 // crash, message or exit.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture_kinds.h"
 
 #include "picture_fixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small files made to cost seconds or hundreds of MiB are refused before they do.
 #include <exifkeep/exifkeep.h>
 #include <zlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures and files for the codec's tests: images with a repeatable pattern, files as bytes, and
 // loading as a caller of the codec does it.
 #pragma once

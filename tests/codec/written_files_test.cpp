@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <map>
 
 #include "picture_fixture.h"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Runs the examples.
 . "$(dirname "$0")/../checks.sh"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls every export with every kind of platform call failing at the first call, the second, and so
 // on until the export makes no more calls: once, once on a full disk, or permanently from then on.
 // Whatever fails, the result must be a permitted one, nothing may leak, no temporary file may be

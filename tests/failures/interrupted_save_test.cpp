@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A save is interrupted at each of its system calls: by a kill, by a power failure, by a signal,
 // and by somebody who replaces a new file by a link. Processes are traced; if that is not
 // permitted, the tests are skipped.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saves over a picture where the system refuses part of what a save needs: nothing may be lost, the
 // picture is saved if possible, and the old file's properties are kept. Each case runs in a process
 // of its own with its own mounts, and is skipped if the machine does not permit that.

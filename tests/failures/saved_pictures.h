@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Two pictures with metadata in the test's own folder.
 #pragma once
 

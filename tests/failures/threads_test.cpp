@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Eight threads call all ten functions at once, with shared sources and their own destinations.
 // Each must get the same results as it would alone.
 #include <pthread.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The complete list in English: every label, every kind of value, every word.
 #include <exifkeep/field_list.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files truncated anywhere, and files of 1 MiB designed to be slow. The sanitizers check all memory
 // accesses.
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replaces the program's allocation functions, including the nothrow and array forms: those of
 // sanitizers would not be counted.
 #include "info/memory_meter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts what operator new allocates on this thread, and makes chosen allocations fail. Without
 // sanitizers, also those of malloc, calloc and realloc in all libraries.
 #pragma once

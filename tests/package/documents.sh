@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Checks that the program's help, manual page and bash completion have the same commands and
 # options, and that links are valid.
 . "$(dirname "$0")/../checks.sh"

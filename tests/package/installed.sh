@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Installs this build into a folder, moves the folder, and uses it like hosts and users: inspects
 # and runs it, and builds hosts with CMake and pkg-config. Also checks the files of the Debian
 # packages.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # The layers of the tree, that is, which folders may include from which. In src/ a layer may
 # include from itself and those before it, but only `api` from `info` and `open`. The program and
 # the examples are hosts, which may include only public headers and their own. The platform must

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <language.h>
 
 #include <vector>

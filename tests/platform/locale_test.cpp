@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <afxwin.h>
 #include <code_page.h>
 #include <language.h>

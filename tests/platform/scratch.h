@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A directory for each test, reading and writing of files, and the locale variables of the
 // environment.
 #pragma once

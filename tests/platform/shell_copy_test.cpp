@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <shellapi.h>
 #include <sys/stat.h>
 

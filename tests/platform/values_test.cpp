@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <afx.h>
 #include <afxcoll.h>
 #include <gtest/gtest.h>

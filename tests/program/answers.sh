@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Common to all commands: exit statuses, output and messages, names from standard input, usage
 # errors, and standard streams that are closed or full.
 . "$(dirname "$0")/../checks.sh"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # The commands that decode and write pictures: open, save and audio.
 . "$(dirname "$0")/../checks.sh"
 

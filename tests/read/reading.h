@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads files, or pictures written into the test's own directory, into all four records.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <exifkeep/exifkeep.h>
 #include <gmock/gmock.h>
 

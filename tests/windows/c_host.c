@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* A host in C that knows the library by its ten names alone. The DLLs lie beside it, and nothing
    else does. Says what failed and returns 1, or returns 0. */
 #include <stdio.h>

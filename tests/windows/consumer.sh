@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # consumer.sh SOURCES BUILD PRESET WINE: packs the zip, unpacks it elsewhere, builds the examples
 # as a separate project with its contents, and runs one of them with the DLLs in the zip.
 set -euo pipefail

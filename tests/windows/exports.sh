@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # exports.sh OBJDUMP FOLDER SOURCES: checks the exports and imports of the two DLLs and the program
 # in FOLDER. The library must export only the ten undecorated names, and the platform library what
 # its headers mark; all may need only each other and Windows' own DLLs.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # same_as_here.sh CHECKOUT WINE: has the program that is built for Windows and the one for this
 # system list pictures in every language, and save and open them; compares what comes out, to the
 # byte but for the time of saving. The pictures are those of the fuzzers' corpus and, where

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Specific to Windows: files opened by other programs, attributes of replaced files, names in
 // UTF-8, and the language of the thread.
 #include <exifkeep/exifkeep.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The full picture in written files: every entry of every directory, in order, with its type, count
 // and value.
 #include <exifkeep/exifkeep.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "write/save_fixture.h"
 
 #include <pxcodec32.h>

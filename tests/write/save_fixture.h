@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The basis of the tests of saving: pictures, full records, and a codec whose files a test may
 // replace.
 #pragma once

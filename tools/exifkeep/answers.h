@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A command's answer for one file on standard output, or the reason why there is none. The library
 // returns 0 both for a file without Exif data and for one that cannot be opened; the program
 // distinguishes them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands with answers of one line: check, version, sound and languages.
 #include <exifkeep/exifkeep.h>
 #include <language.h>

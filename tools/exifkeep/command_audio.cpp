@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exifkeep audio: stores the name of a sound recording in a picture, and copies the recording.
 #include <exifkeep/exifkeep.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exifkeep info: the labels and values of pictures, as a table, JSON or CSV.
 #include <algorithm>
 #include <thread>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parses the command line.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exifkeep open: describes a picture and its thumbnail, or writes them to files.
 #include <exifkeep/exifkeep.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Functions to define the options of commands. The parser's own header takes seconds to compile, so
 // only command_options.cpp and command_line.cpp include it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exifkeep save: saves an image with the metadata of the picture that it comes from.
 #include <exifkeep/exifkeep.h>
 

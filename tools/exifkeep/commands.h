@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's commands. Options, help text and body of a command are in the same file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replaces the shell's dialogs on a terminal. Not called on Windows, where the shell shows its own.
 #include "copy_dialogue.h"
 

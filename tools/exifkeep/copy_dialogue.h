@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks whether an existing file may be replaced, and shows the progress of a large copy. Without a
 // terminal the answer is no.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // In UTF-8 the lead byte determines the length and the range of the next byte; all later bytes are
 // 80 to BF.
 #include "escape.h"

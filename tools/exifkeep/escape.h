@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Escapes texts for a terminal, an HTML page or a JSON document. Names and values come from
 // untrusted files and may be any bytes. They are interpreted as UTF-8, and invalid bytes are
 // handled in the longest runs that could have begun a character (Unicode 15, table 3-7).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files of a command: those given on the command line and, for "-", those named on standard
 // input, which are processed as they arrive.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files are written through the library, which replaces them atomically; the codec would overwrite
 // them.
 #include "image_files.h"

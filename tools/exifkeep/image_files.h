@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads and writes pictures of any kind.
 #pragma once
 

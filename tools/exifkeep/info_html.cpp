@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exifkeep info --html: the labels and values of pictures in all languages on one page.
 #include "info_html.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The metadata of pictures in all languages as an HTML page.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tags are balanced as in XML and attributes are quoted, for simple parsers.
 #include "info_sheet.h"
 

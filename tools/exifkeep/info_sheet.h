@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes an HTML page of the metadata of pictures, which includes pictures, style and script. The
 // markup has the texts of the initial language. Texts that depend on the language are also included
 // once per language as data at the end of the page, with numbers by which the script finds them.

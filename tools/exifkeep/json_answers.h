@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Answers for programs: an object for each file, in a JSON array or on separate lines, as described
 // in docs/json-output.schema.json.
 #pragma once

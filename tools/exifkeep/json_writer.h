@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Appends JSON (RFC 8259) to a string, indented by two spaces per level or on one line. The owner
 // may empty the string at any time, so that no document has to be in memory completely. The output
 // is always valid UTF-8. REQUIRES: calls nest properly, and within an object every value follows a

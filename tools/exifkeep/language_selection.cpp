@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LANGUAGE is ignored in the C locale. LC_ALL=C.UTF-8 is another locale and also selects the code
 // page.
 #include "language_selection.h"

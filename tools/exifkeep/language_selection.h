@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Selects the language and code page of the library's texts. The library takes both from the
 // environment in each call, so the program sets its own environment.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command-line program. It is a host of the library like any other and uses only the public
 // interface.
 #include <afxwin.h>

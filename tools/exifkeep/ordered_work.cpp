@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ordered_work.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs work on several threads and delivers the results one at a time, in the order of the work.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Detects each kind by its identifier, without reading the data: marker segments up to the scan
 // (ITU-T T.81, B.1.1; XMP part 3; ICC.1, annex B), tags of the first directory (TIFF 6.0, section
 // 2), chunks (PNG, 11.3).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Metadata other than Exif, which is lost when a picture is saved.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The metadata of a picture, or the reason why there is none.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture_preview.h"
 
 #include <exifkeep/exifkeep.h>

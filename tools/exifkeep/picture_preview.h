@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Previews of pictures.
 #pragma once
 

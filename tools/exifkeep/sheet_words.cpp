@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sheet_words.h"
 
 #include <algorithm>

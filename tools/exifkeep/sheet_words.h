@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page's own words in every language, and its style and script, which are compiled from
 // sheet.css and sheet.js.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Standard output is for data and standard error for messages. Closed pipes and full disks are
 // detected, and no file opened later can get the number of a closed standard stream.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything the program needs from the operating system beyond standard C++: standard streams,
 // signals and files. Implemented in system_posix.cpp and system_windows.cpp.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names and texts are in UTF-8, which the program's manifest makes the code page of the process.
 #include <fcntl.h>
 #include <io.h>

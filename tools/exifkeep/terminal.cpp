@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Styles are ECMA-48 sequences (select graphic rendition) for the sixteen colours defined by the
 // user's theme, so that they are readable on light and dark backgrounds. The progress line is so
 // short that it never wraps, and a single sequence erases it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colours and progress lines on terminals. By default output is coloured only on a terminal that
 // supports it, and not if NO_COLOR is set and not empty (no-color.org).
 #pragma once

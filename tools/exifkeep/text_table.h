@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A table of two columns, aligned for a terminal, with each row on one line.
 #pragma once
 
