@@ -19,7 +19,8 @@ void ExifFile::setLayout(uint32_t tiffBase, bool littleEndian) {
 }
 
 std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
-  if (at >= size()) return {};
+  const std::span<const uint8_t> none(window_->bytes, 0);
+  if (at >= size()) return none;
   if (memory_.data())
     return memory_.subspan(static_cast<size_t>(at)).first(std::min<uint64_t>(length, size() - at));
   window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
@@ -29,7 +30,7 @@ std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
     fillSize_ = sizeof window_->bytes;
   }
   const uint64_t from = at - window_->start;
-  if (from >= window_->length) return {};  // a read error
+  if (from >= window_->length) return none;  // a read error
   return {window_->bytes + from, std::min<size_t>(length, window_->length - from)};
 }
 

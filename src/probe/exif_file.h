@@ -37,7 +37,8 @@ class ExifFile {
   // The file position of a TIFF offset; in 64 bits it cannot overflow.
   uint64_t positionOf(uint32_t tiffOffset) const { return tiffBase_ + tiffOffset; }
 
-  // Up to `length` bytes at file position `at`, as many as there are; valid until the next read.
+  // Up to `length` bytes at file position `at`, as many as there are; valid until the next read and
+  // never null.
   // REQUIRES: length <= maxView.
   static constexpr size_t maxView = 4096;
   std::span<const uint8_t> bytesAt(uint64_t at, size_t length) {

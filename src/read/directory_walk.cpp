@@ -123,9 +123,9 @@ class FieldFiller {
       storeAt(0, value);
   }
 
-  // The first `length` bytes of the value, or as many as there are.
+  // The first `length` bytes of the value, or as many as there are. Never null.
   Bytes value(size_t length) {
-    if (!entry_.hasValueBytes(sizeof entry_.value)) return {};
+    if (!entry_.hasValueBytes(sizeof entry_.value)) return {entry_.value, size_t{0}};
     if (isInEntry_)
       return {entry_.value, std::min(length, static_cast<size_t>(sizeOfValue(entry_)))};
     return file_.bytesAt(file_.positionOf(file_.toLong(entry_.value)), length);
