@@ -51,6 +51,15 @@ bool mountFull(const std::string& folder, const char* options) {
   return true;
 }
 
+// Mounts a copy of the picture, in a folder of this name, over it.
+bool mountCopy(const std::string& root, const std::string& folder, const char* fullDisk = nullptr) {
+  const std::string picture = root + "here/a.jpg", copy = root + folder + "/a.jpg";
+  fs::create_directory(root + folder);
+  fs::copy(picture, copy);
+  return (!fullDisk || mountFull(root + folder, fullDisk)) &&
+         mount(copy.c_str(), picture.c_str(), nullptr, MS_BIND, nullptr) == 0;
+}
+
 bool setImmutable(const std::string& path, bool on) {
   return std::system(("chattr " + std::string(on ? "+i " : "-i ") + path + " 2>&-").c_str()) == 0;
 }
@@ -93,12 +102,9 @@ const Place places[] = {
        return give(root + "here", 0, 0, 01777) && give(root + "here/a.jpg", 0, 0, 0666) &&
               becomeNobody(false);
      }},
-    {"MountedFile", overwritten,
-     [](auto& root) {
-       fs::copy(root + "here/a.jpg", root + "mounted.jpg");
-       return mount((root + "mounted.jpg").c_str(), (root + "here/a.jpg").c_str(), nullptr, MS_BIND,
-                    nullptr) == 0;
-     }},
+    {"MountedFile", overwritten, [](auto& root) { return mountCopy(root, "disk"); }},
+    {"MountedFileOfAFullDisk", refused,
+     [](auto& root) { return mountCopy(root, "disk", "size=64k"); }},
     {"NoInodes", refused, [](auto& root) { return mountFull(root + "here", "nr_inodes=8"); }},
     {"NoRoom", refused, [](auto& root) { return mountFull(root + "here", "size=64k"); }},
     {"NeitherInodesNorRoom", refused,
