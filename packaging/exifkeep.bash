@@ -26,18 +26,24 @@ _exifkeep_options() {
 }
 
 _exifkeep() {
-  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words= prefix=
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words= prefix= command=1
   # Of --lang=de bash makes three words, zsh one.
   [ "$before" = "=" ] && before=${COMP_WORDS[COMP_CWORD - 2]}
   [ "$word" = "=" ] && word=
   if [[ $word == --*=* ]]; then
     before=${word%%=*} prefix=${word%%=*}= word=${word#*=}
   fi
-  if [ "$COMP_CWORD" -eq 1 ]; then
+  # The command follows --color, of which bash makes one to three words with its value.
+  while [[ ${COMP_WORDS[command]} == --color* ]]; do
+    [[ ${COMP_WORDS[command]} == *=* ]] || command=$((command + 1))
+    [ "${COMP_WORDS[command]}" = "=" ] && command=$((command + 1))
+    command=$((command + 1))
+  done
+  if [ "$COMP_CWORD" -eq "$command" ]; then
     words="info check version sound languages open save audio --color --help -h --version"
   elif ! words=$(_exifkeep_choices "$before"); then
     # Without words of its own the shell completes file names.
-    [[ $word == -* ]] && words=$(_exifkeep_options "${COMP_WORDS[1]}")
+    [[ $word == -* ]] && words=$(_exifkeep_options "${COMP_WORDS[command]}")
   fi
   # Not with mapfile, which zsh lacks.
   COMPREPLY=($(compgen -P "$prefix" -W "$words" -- "$word"))

@@ -39,6 +39,7 @@ languages=$(completions 'exifkeep info --lang' '')
 same languages "$("$E" languages | awk '{ print $1 }' | sort | xargs)" \
   "$(echo "$languages" | tr ' ' '\n' | sort | xargs)"
 same '--lang =' "$languages" "$(completions 'exifkeep info --lang' =)"
+same 'after --color' "$(completions exifkeep '')" "$(completions 'exifkeep --color = auto' '')"
 same '--lang=d' de "$(completions 'exifkeep info --lang =' d)"
 
 # Links in the repository's documents must lead to existing files.
