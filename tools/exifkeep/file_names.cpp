@@ -13,6 +13,7 @@
 
 #include "ordered_work.h"
 #include "standard_streams.h"
+#include "system.h"
 #include "terminal.h"
 
 namespace program {
@@ -38,8 +39,10 @@ bool holdsDash(const std::vector<std::string>& names) {
   return std::find(names.begin(), names.end(), "-") != names.end();
 }
 
-// Whether the input begins like a picture instead of a name.
+// Whether the input begins like a picture instead of a name. What precedes the first NUL of a TIFF
+// file could also be a name.
 bool holdsPicture(const std::string& firstName) {
+  if (firstName == "II*" || firstName == "MM") return !isThere(firstName);
   return firstName.starts_with("\xFF\xD8\xFF") || firstName.starts_with("\x89PNG");
 }
 
@@ -50,21 +53,25 @@ bool hasPictureName(const std::filesystem::path& path) {
   return false;
 }
 
-// Links to folders are not followed, so that the iteration ends. Prints an error message if a
-// folder cannot be read.
+// Links to folders are not followed, so that the search ends. Prints an error message for each
+// folder that cannot be read.
 std::vector<std::string> picturesBelow(const std::string& folder, ExitStatus& status) {
   namespace fs = std::filesystem;
-  std::vector<std::string> names;
-  std::error_code error;
-  fs::recursive_directory_iterator entry(folder, error);
-  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-    std::error_code unknown;
-    if (hasPictureName(entry->path()) && entry->is_regular_file(unknown))
-      names.push_back(entry->path().string());
-  }
-  if (error) {
-    complainAbout(folder, error.message());
-    status = ExitStatus::failed;
+  std::vector<std::string> names, folders = {folder};
+  for (size_t at = 0; at < folders.size(); ++at) {
+    const std::string current = folders[at];
+    std::error_code error, unknown;
+    fs::directory_iterator entry(current, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+      if (entry->is_directory(unknown) && !entry->is_symlink(unknown))
+        folders.push_back(entry->path().string());
+      else if (hasPictureName(entry->path()) && entry->is_regular_file(unknown))
+        names.push_back(entry->path().string());
+    }
+    if (error) {
+      complainAbout(current, error.message());
+      status = ExitStatus::failed;
+    }
   }
   std::sort(names.begin(), names.end());
   return names;
