@@ -27,6 +27,7 @@ done
 complains 2 'FILE is required' '"$E" check'
 complains 2 'de, en, es, fi, fr, it, ja, ko, nl, sv' '"$E" info --lang tlh exif.jpg'
 complains 2 'always or never' '"$E" check --color red exif.jpg'
+complains 2 'not expected: never --colour' '"$E" --colour never check exif.jpg'
 complains 2 '2 to 6' '"$E" save exif.jpg new.jpg --process 7'
 complains 2 'not to standard output' '"$E" save exif.jpg -'
 complains 2 'need a folder' '"$E" save exif.jpg sound.jpg new.jpg'
@@ -54,6 +55,8 @@ answers 0 "$listed\n-0.jpg: Exif file" '"$E" check exif.jpg -- -0.jpg'
 answers 3 '[a]: not an Exif file' '"$E" check "[a]" check'
 complains 3 . '"$E" check - < .'
 complains 3 'standard input: holds a picture' '"$E" info - <sound.jpg'
+complains 3 'standard input: holds a picture' 'printf "MM\0*" | "$E" info -'
+complains 1 'misspelt: no picture has' '"$E" info --tag misspelt exif.jpg'
 answers 0 "$listed" '"$E" --color never check exif.jpg'
 
 # The language is that of the tag, or else of the environment.

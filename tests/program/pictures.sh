@@ -25,6 +25,7 @@ runs 3 '"$E" save exif.jpg new.jpg' 'new.jpg: exists; --yes'
 touch -d '2002-05-14 10:20:30' exif.jpg
 mkdir to
 runs 0 '"$E" save --keep-time --yes exif.jpg new.jpg to'
+runs 3 '"$E" save --yes new.jpg ./new.jpg to' 'new.jpg: not saved: another picture of this name'
 same 'time of a saved file' "$(stat -c %Y exif.jpg)" "$(stat -c %Y to/exif.jpg)"
 runs 0 '"$E" check to/new.jpg && "$E" save exif.jpg copy.jpg && "$E" save exif.jpg copy.jpg --yes'
 runs 0 '"$E" save exif.jpg turned.jpg --process 2 && "$E" info turned.jpg' 'Software +Vexapict'

@@ -84,7 +84,7 @@ class CsvOutput {
  private:
   std::string& cellOf(const exifkeep::InfoField& field, std::vector<std::string>& cells) {
     size_t at = 0;
-    while (at < columns_.size() && !FieldChoice{{columns_[at]}}.wants(field)) ++at;
+    while (at < columns_.size() && !isTagOf(columns_[at], field)) ++at;
     if (at == columns_.size()) columns_.emplace_back(field.name);
     cells.resize(std::max(cells.size(), at + 1));
     return cells[at];
@@ -157,11 +157,22 @@ ExitStatus listAsCsv(const InfoOptions& options) {
   return status;
 }
 
-ExitStatus info(const InfoOptions& options) {
-  selectLanguage(options.language);
+ExitStatus list(const InfoOptions& options) {
   if (options.html) return listAsHtml(options.files, options.output == "-" ? "" : options.output);
   if (options.csv) return listAsCsv(options);
   return options.json || options.jsonLines ? listAsJson(options) : listAsTable(options);
+}
+
+// There is no list of all names for hosts, so a misspelt tag is one that no picture has.
+ExitStatus info(const InfoOptions& options) {
+  selectLanguage(options.language);
+  ExitStatus status = list(options);
+  for (size_t i = 0; i < options.choice.tags.size(); ++i) {
+    if (options.choice.found[i]) continue;
+    complainAbout(options.choice.tags[i], "no picture has this tag");
+    status = std::max(status, ExitStatus::notExif);
+  }
+  return status;
 }
 
 }  // namespace
@@ -204,8 +215,10 @@ void addInfo(CLI::App& program, Command& chosen) {
             statusesOverFiles);
   whenParsed(command, [options, &chosen] {
     requireFiles(options->files);
-    for (const std::string& tag : options->choice.tags)
-      options->choice.gps |= lstrcmpiA(tag.substr(0, 3).c_str(), "gps") == 0;
+    FieldChoice& choice = options->choice;
+    choice.found = std::vector<std::atomic<bool>>(choice.tags.size());
+    for (const std::string& tag : choice.tags)
+      choice.gps |= lstrcmpiA(tag.substr(0, 3).c_str(), "gps") == 0;
     chosen = [options] { return info(*options); };
   });
 }

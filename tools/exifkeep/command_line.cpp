@@ -25,7 +25,17 @@ void addColor(CLI::App& command) {
       });
 }
 
+// The parser has the names of `save` as one argument.
+class UsageFormatter : public CLI::Formatter {
+ public:
+  std::string make_option_usage(const CLI::Option* option) const override {
+    return Formatter::make_option_usage(option) +
+           (option->get_name() == "SOURCE" ? " DESTINATION" : "");
+  }
+};
+
 void describe(CLI::App& program) {
+  program.formatter(std::make_shared<UsageFormatter>());
   program.name("exifkeep");
   program.set_help_flag("-h,--help", "Print this help");
   program.set_version_flag("--version", "exifkeep " EXIFKEEP_VERSION, "Print the version");
@@ -56,12 +66,13 @@ void addCommands(CLI::App& program, Command& chosen) {
   }
 }
 
-// The first argument that is neither an option nor the value of one.
+// The first argument that is neither an option nor the value of one. Nothing after an unknown
+// option, which may have a value.
 std::string commandName(int count, char** values) {
   int at = 1;
-  while (at < count && values[at][0] == '-')
+  while (at < count && std::string_view(values[at]).starts_with("--color"))
     at += values[at] == std::string_view("--color") ? 2 : 1;
-  return at < count ? values[at] : "";
+  return at < count && values[at][0] != '-' ? values[at] : "";
 }
 
 // The parser's own message would list all arguments.

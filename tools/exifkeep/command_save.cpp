@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "answers.h"
@@ -109,13 +110,19 @@ ExitStatus save(const SaveOptions& options) {
   if (sources.size() > 1 && !(options.picture + options.thumbnail).empty())
     return complainOfUsage("--picture and --thumbnail are for a single picture");
   ExitStatus worst = ExitStatus::ok;
+  std::set<std::string> saved;
   for (const std::string& source : sources) {
     SaveOptions one = options;
     one.source = source;
     one.destination = options.names.back();
     if (toFolder)
       one.destination = (fs::path(one.destination) / fs::path(source).filename()).string();
-    worst = std::max(worst, saveOne(one));
+    if (saved.insert(one.destination).second) {
+      worst = std::max(worst, saveOne(one));
+    } else {
+      complainAbout(source, "not saved: another picture of this name is");
+      worst = ExitStatus::failed;
+    }
   }
   return worst;
 }
@@ -127,8 +134,8 @@ void addSave(CLI::App& program, Command& chosen) {
       addCommand(program, "save", "Save an image with the metadata of another picture");
   auto options = std::make_shared<SaveOptions>();
   addArguments(command, "SOURCE", options->names, 2,
-               "... DESTINATION: pictures whose metadata to keep, and the file to write, in the\n"
-               "format of its extension, or a folder");
+               "Pictures whose metadata to keep; DESTINATION is the file to write, in the format\n"
+               "of its extension, or a folder");
   addText(command, "--picture", options->picture, "FILE", "Image to save, SOURCE's own by default");
   addText(command, "--thumbnail", options->thumbnail, "FILE",
           "Thumbnail, made from the image by default");

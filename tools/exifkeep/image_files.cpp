@@ -81,7 +81,9 @@ bool canBeReadToEnd(const std::string& path) {
 }
 
 std::string whyNotWritten(const std::string& path, const std::string& guess) {
-  if (const std::string problem = whyNotItsFormat(path); !problem.empty()) return problem;
+  const bool isFolder = path.ends_with('/');
+  if (const std::string problem = whyNotItsFormat(path); !isFolder && !problem.empty())
+    return problem;
   const std::string problem = whyNotWritable(path);
   return problem.empty() ? guess : problem;
 }

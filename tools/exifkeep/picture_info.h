@@ -4,7 +4,7 @@
 
 #include <exifkeep/field_list.h>
 
-#include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -13,18 +13,24 @@
 
 namespace program {
 
-// A selection of fields.
+// Whether the tag, a standard name or a number, is that of the field.
+inline bool isTagOf(const std::string& tag, const exifkeep::InfoField& field) {
+  char* end;
+  const unsigned long number = std::strtoul(tag.c_str(), &end, 0);
+  return *end == '\0' ? number == field.tag : lstrcmpiA(tag.c_str(), field.name) == 0;
+}
+
+// A selection of fields. Several threads may use it.
 struct FieldChoice {
-  std::vector<std::string> tags;  // standard names or numbers; empty: all
+  std::vector<std::string> tags;  // empty: all
   bool gps = false;
+  mutable std::vector<std::atomic<bool>> found;  // for each tag, whether any picture has it
 
   bool wants(const exifkeep::InfoField& field) const {
-    const auto is = [&field](const std::string& tag) {
-      char* end;
-      const unsigned long number = std::strtoul(tag.c_str(), &end, 0);
-      return *end == '\0' ? number == field.tag : lstrcmpiA(tag.c_str(), field.name) == 0;
-    };
-    return tags.empty() || std::any_of(tags.begin(), tags.end(), is);
+    bool wanted = tags.empty();
+    for (size_t i = 0; i < tags.size(); ++i)
+      if (isTagOf(tags[i], field)) found[i] = wanted = true;
+    return wanted;
   }
 };
 
