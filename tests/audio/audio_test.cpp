@@ -39,7 +39,7 @@ TEST(SoundNames, AreShortenedAtACharacter) {
 
 class RecordingDestination : public ScratchTest {};
 
-TEST_F(RecordingDestination, IsAShortNameOfItsOwnOrTheFirstFreeOne) {
+TEST_F(RecordingDestination, IsItsOwnNameOrTheFirstUnusedShortOne) {
   const auto nameFor = [this](const std::string& sound) {
     const std::string destination = recordingDestination(path("a.jpg"), "/rec/" + sound);
     EXPECT_EQ(directoryOf(destination), path(""));
@@ -150,7 +150,7 @@ TEST_F(AddAudioTest, KeepsTheMetadataOfAnExifPicture) {
   EXPECT_EQ(names().count("12345602.wav"), 1u);
 }
 
-TEST_F(AddAudioTest, TouchesNothingThatItRefusesOrCannotCopy) {
+TEST_F(AddAudioTest, ChangesNothingIfItFails) {
   const std::string picture = plainPicture("b.png"), sound = path("rec/voice.wav");
   expectUntouched(0, "", sound);
   std::filesystem::create_directory(path("a.d"));
@@ -175,7 +175,7 @@ TEST_F(AddAudioTest, TouchesNothingThatItRefusesOrCannotCopy) {
 }
 
 // There is nobody to ask, so that copying over a file would be refused.
-TEST_F(AddAudioTest, TakesARecordingThatIsInPlaceAsItIs) {
+TEST_F(AddAudioTest, DoesNotCopyARecordingThatIsInPlace) {
   std::string picture = exifPicture("rec/a.jpg");
   std::filesystem::create_hard_link(path("rec/voice.wav"), path("voice.wav"));
   // For the second only the texts are compared: there is no such file, and the directories differ

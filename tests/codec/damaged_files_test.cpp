@@ -35,7 +35,7 @@ TEST_F(DamagedFiles, EveryPrefixFails) {
   }
 }
 
-TEST_F(DamagedFiles, JpegPicturesComeAsFarAsTheyGo) {
+TEST_F(DamagedFiles, JpegIsDecodedAsFarAsPossible) {
   constexpr unsigned height = 60;  // eight rows of blocks, of which the last is half outside
   const std::string whole = saved("a.jpg", patterned(24, 40, height));
   const PRaster picture = *load(path("a.jpg"));
@@ -51,7 +51,7 @@ TEST_F(DamagedFiles, JpegPicturesComeAsFarAsTheyGo) {
   EXPECT_EQ(losses, (std::vector<unsigned>{60, 52, 44, 36, 28, 20, 12, 4, 0}));
 }
 
-TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
+TEST_F(DamagedFiles, HugeSizesFailAtOnce) {
   const std::string tiff = saved("a.tif", patterned(24, 8, 8));
   std::vector hostile(2, saved("a.png", patterned(24, 8, 8)));
   for (size_t i : {0, 1}) hostile[i].replace(16 + 4 * i, 4, "\x7F\xFF\xFF\xFF");  // of the IHDR
@@ -77,7 +77,7 @@ TEST_F(DamagedFiles, GiganticSizesComeBackAtOnce) {
 }
 
 // A progressive picture whose first component's DC (code 00: no difference) comes again and again.
-TEST_F(DamagedFiles, EndlessScansAreCutShort) {
+TEST_F(DamagedFiles, EndlessScansAreLimited) {
   std::string jpeg = saved("a.jpg", patterned(24, 8, 8));
   jpeg.replace(158, 2, "\xFF\xC2");  // SOF2
   jpeg.resize(2 + 18 + 138 + 19 + 432);

@@ -118,7 +118,7 @@ std::vector<HostilePicture> hostilePictures(const std::string& jpeg, const std::
 
 using HostilePictures = ScratchTest;
 
-TEST_F(HostilePictures, AreRefusedBeforeTheyCost) {
+TEST_F(HostilePictures, AreRejectedBeforeDecoding) {
   PRaster ordinary = patterned(24, 40, 30);
   ASSERT_EQ(save(path("a.jpg"), ordinary) + save(path("a.png"), ordinary), 2);
   for (const auto& [name, bytes, sparseSize, hasThumbnail, isDecoded] :

@@ -188,7 +188,7 @@ class InterruptedSave : public SavedPictures {
 // The ways to save: a new file, the replacement of an old one, or overwriting if the folder does
 // not permit a new file.
 struct Way {
-  const char *source, *destination;
+  const char *name, *source, *destination;
   bool overwrites = false;
 };
 
@@ -202,7 +202,7 @@ class SaveOnALossyDisk : public InterruptedSave, public testing::WithParamInterf
 };
 
 TEST_P(SaveOnALossyDisk, LeavesTheOldPictureOrTheNewOneAtEveryPoint) {
-  const auto& [source, destination, overwrites] = GetParam();
+  const auto& [name, source, destination, overwrites] = GetParam();
   if (overwrites) {
     fs::permissions(path(destination), fs::perms(0666));
     fs::permissions(path(""), fs::perms(0555));
@@ -234,12 +234,16 @@ TEST_P(SaveOnALossyDisk, LeavesTheOldPictureOrTheNewOneAtEveryPoint) {
   EXPECT_EQ(files(), originals_);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, SaveOnALossyDisk,
-                         testing::Values(Way{"source.jpg", "source.jpg"},
-                                         Way{"source.tif", "source.tif"},
-                                         Way{"source.jpg", "new.jpg"}, Way{"source.tif", "new.tif"},
-                                         Way{"source.jpg", "source.jpg", true},
-                                         Way{"source.tif", "source.tif", true}));
+const Way ways[] = {
+    {"NewJpeg", "source.jpg", "new.jpg"},
+    {"NewTiff", "source.tif", "new.tif"},
+    {"ReplacedJpeg", "source.jpg", "source.jpg"},
+    {"ReplacedTiff", "source.tif", "source.tif"},
+    {"OverwrittenJpeg", "source.jpg", "source.jpg", true},
+    {"OverwrittenTiff", "source.tif", "source.tif", true},
+};
+INSTANTIATE_TEST_SUITE_P(, SaveOnALossyDisk, testing::ValuesIn(ways),
+                         [](const auto& way) { return way.param.name; });
 
 TEST_F(InterruptedSave, ASignalLeavesNoFileOfTheProgram) {
   constexpr int signals[] = {SIGINT, SIGTERM, SIGHUP};

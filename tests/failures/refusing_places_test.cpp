@@ -222,7 +222,7 @@ TEST_P(RefusingPlace, LosesNothing) {
   EXPECT_EQ(status, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Places, RefusingPlace, testing::ValuesIn(places),
+INSTANTIATE_TEST_SUITE_P(, RefusingPlace, testing::ValuesIn(places),
                          [](const auto& place) { return place.param.name; });
 
 }  // namespace

@@ -59,7 +59,7 @@ class ThreadsTest : public SavedPictures {
 };
 
 // All write into one folder, so that a name used twice would give a wrong picture.
-TEST_F(ThreadsTest, AllFunctionsAtOnceAnswerAsAlone) {
+TEST_F(ThreadsTest, ConcurrentCallsGiveTheSameResultsAsSingleOnes) {
   const std::string sources[] = {path("source.jpg"), path("source.tif")};
   const Items items[] = {itemsOf(sources[0]), itemsOf(sources[1])};
   std::atomic<int> waiting = threads;

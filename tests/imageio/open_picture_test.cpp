@@ -152,7 +152,7 @@ TEST_F(OpenPicture, ThumbnailsOfEveryOutcome) {
 
 // Maximum values of fields, singly and in pairs: no memory is allocated for what the file does not
 // have.
-TEST_F(OpenPicture, HostileSizesCostNothing) {
+TEST_F(OpenPicture, HugeSizesAreNotAllocated) {
   const Entries plain = strip(9, 9, {colour, threeSamples});
   const std::string pixels(300, '\0');
   open(exifTiff(Order::ii, plain, pixels));  // needed for any file
@@ -169,7 +169,7 @@ TEST_F(OpenPicture, HostileSizesCostNothing) {
   EXPECT_LT(largestAddressSpace() - before, 64 * 1024);  // KiB
 }
 
-TEST_F(OpenPicture, OtherFilesTouchNothing) {
+TEST_F(OpenPicture, OtherFilesLeaveTheImagesUnchanged) {
   const std::string tiff = exifTiff(Order::mm, jpegEntries(pixelsAt, jpegLength_), jpeg_);
   for (const auto& [file, name] : {std::pair(jpeg_, "opened.jpg"), {tiff, "opened.txt"}}) {
     EXPECT_EQ(open(file, name), 0);
@@ -180,7 +180,7 @@ TEST_F(OpenPicture, OtherFilesTouchNothing) {
 
 using CodecBridge = ScratchTest;
 
-TEST_F(CodecBridge, KnowsFormatsOnceItHasAsked) {
+TEST_F(CodecBridge, KnowsFormatsOnceLoaded) {
   ImageCodecBridge bridge;
   EXPECT_FALSE(bridge.canWrite("jpg"));
   EXPECT_TRUE(bridge.loadCapabilities());

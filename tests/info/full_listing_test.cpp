@@ -103,7 +103,7 @@ std::string described(const InfoField& field) {
   return text.str();
 }
 
-TEST_F(FullListingTest, GivesFieldsAsTheFileHasThem) {
+TEST_F(FullListingTest, ListsValuesAsStored) {
   Picture picture{.image = {exifPointer(), gpsPointer(), text(0x10F, "Maker"), shorts(0x112, {6}),
                             rationals(0x11A, {300, 2})},
                   .exif = {version(),

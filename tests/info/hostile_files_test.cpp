@@ -29,7 +29,7 @@ bool isExif(const std::string& path) {
   return answer == 1;
 }
 
-TEST_F(HostileFilesTest, EveryPrefixIsAnswered) {
+TEST_F(HostileFilesTest, EveryPrefixReturns) {
   const Picture picture{
       .image = {exifPointer(), gpsPointer(), text(0x10F, "Maker of things"), text(0x110, "Model"),
                 rationals(0x11A, {72, 1}), shorts(0x102, {8, 8, 8}), text(0x132, "2002:05:14")},
@@ -50,7 +50,7 @@ TEST_F(HostileFilesTest, EveryPrefixIsAnswered) {
   EXPECT_EQ(openHandles(), 0);
 }
 
-TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
+TEST_F(HostileFilesTest, UsesMemoryInProportionToTheFile) {
   constexpr uint32_t megabyte = 1 << 20, all = 0xFFFFFFFF;
   const auto many = [](auto entryAt) {
     std::vector<Entry> entries = {version()};
@@ -90,7 +90,7 @@ TEST_F(HostileFilesTest, ReadingCostsNoMoreThanTheFileHolds) {
   }
 }
 
-TEST_F(HostileFilesTest, NoMoreOfNoteAndCommentIsLoadedThanIsUsed) {
+TEST_F(HostileFilesTest, LoadsOnlyWhatIsUsedOfNoteAndComment) {
   constexpr uint32_t all = 0xFFFFFFFF;
   const Picture picture{
       {exifPointer()},

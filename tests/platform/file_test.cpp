@@ -64,7 +64,7 @@ TEST_F(FileTest, AgreesWithAModelUnderRandomUse) {
   EXPECT_EQ(openHandles(), 0);
 }
 
-TEST_F(FileTest, RefusesAtOnceWhatIsNoRegularFile) {
+TEST_F(FileTest, OpensOnlyRegularFiles) {
   ASSERT_EQ(mkfifo(path("fifo").c_str(), 0600), 0);
   ASSERT_EQ(symlink("fifo", path("link").c_str()), 0);
   for (const std::string& name : {path("fifo"), path("link"), path("."), path("missing"),
@@ -74,7 +74,7 @@ TEST_F(FileTest, RefusesAtOnceWhatIsNoRegularFile) {
   EXPECT_EQ(names(), (std::set<std::string>{"fifo", "link"}));
 }
 
-TEST_F(FileTest, KeepsTheSizeOfTheOpeningWhileOthersAppend) {
+TEST_F(FileTest, KeepsItsFirstSizeWhileOthersAppend) {
   writeFile(path("file"), "old");
   const HANDLE file = openPath(path("file"), GENERIC_READ);
   writeFile(path("file"), "old and new");
@@ -115,7 +115,7 @@ std::string temporaryPath() {
 
 using PathTest = ScratchTest;
 
-TEST_F(PathTest, OnlyAMoveThatIsToldSoReplaces) {
+TEST_F(PathTest, AMoveReplacesOnlyOnRequest) {
   const std::string a = path("a"), b = path("b");
   writeFile(a, "new");
   writeFile(b, "old");
@@ -126,7 +126,7 @@ TEST_F(PathTest, OnlyAMoveThatIsToldSoReplaces) {
   EXPECT_FALSE(DeleteFileA(path(".").c_str()));
 }
 
-TEST_F(PathTest, ThePathOfAnOpenFileIsBehindAllLinks) {
+TEST_F(PathTest, TheFinalPathHasNoLinks) {
   std::filesystem::create_directory(path("folder"));
   writeFile(path("folder/file"), "");
   ASSERT_EQ(symlink("folder", path("link").c_str()), 0);
@@ -144,7 +144,7 @@ TEST_F(PathTest, ThePathOfAnOpenFileIsBehindAllLinks) {
   EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(PathTest, TheTemporaryFolderIsOneThatCanBeUsed) {
+TEST_F(PathTest, TheTemporaryFolderIsUsable) {
   const std::string deep = path(std::string(200, 'd'));
   std::filesystem::create_directory(deep);
   writeFile(path("file"), "");

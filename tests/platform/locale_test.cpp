@@ -67,7 +67,7 @@ CString loaded(UINT id) {
   return text.IsEmpty() ? CString("(none)") : text;
 }
 
-TEST(ModuleState, NestsPerThreadAndTakesTheLanguageOncePerSwitch) {
+TEST(ModuleState, NestsPerThreadAndReadsTheLanguageOncePerSwitch) {
   setLocaleVariables({{"LANG", "de_DE.ISO-8859-1"}});
   EXPECT_EQ(loaded(1), "(none)");
   const AFX_MAINTAIN_STATE2 outer(&module);
@@ -86,7 +86,7 @@ TEST(ModuleState, NestsPerThreadAndTakesTheLanguageOncePerSwitch) {
 }
 
 // The host's choice takes precedence over the environment, on its own thread.
-TEST(Language, IsTheThreadsOwnWhereTheHostChoseOne) {
+TEST(Language, IsTheThreadsIfTheHostSelectedOne) {
   setLocaleVariables({{"LANGUAGE", "it"}, {"LANG", "de_DE"}});
   EXPECT_EQ(SetThreadUILanguage(0x0C0C), 0x0C0C);  // Canadian French
   EXPECT_EQ(userLanguage(), 1036);
@@ -102,7 +102,7 @@ int note(void* context, const char* text, UINT) {
   return 42;
 }
 
-TEST(MessageBox, ShowsThroughTheHandlerElseOnStandardError) {
+TEST(MessageBox, UsesTheHandlerOrElseStandardError) {
   setLocaleVariables({});
   const AFX_MAINTAIN_STATE2 state(&module);
   std::vector<std::string> shown;

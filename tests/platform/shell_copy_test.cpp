@@ -46,7 +46,7 @@ class ShellCopyTest : public ScratchTest {
   const std::string sound_ = std::string(700000, 's') + "end";
 };
 
-TEST_F(ShellCopyTest, CopiesBytesRightsAndTimeAndReplacesOnlyWhenTheHostSaysSo) {
+TEST_F(ShellCopyTest, CopiesBytesModeAndTimeAndReplacesOnlyWithConsent) {
   writeFile(path("from"), sound_);
   chmod(path("from").c_str(), 0600);
   const auto time = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000);
@@ -79,7 +79,7 @@ TEST_F(ShellCopyTest, RefusesWhatItCannotCopy) {
   EXPECT_EQ(names(), (Names{"dir", "fifo", "from"}));
 }
 
-TEST_F(ShellCopyTest, CancellingAndFailingCallsLeaveEverythingAsItWas) {
+TEST_F(ShellCopyTest, CancelledAndFailedCopiesChangeNothing) {
   writeFile(path("from"), sound_);
   writeFile(path("to"), "old");
   const auto expectNothingHappened = [this](Outcome expected, const char* to, int kind, int n) {

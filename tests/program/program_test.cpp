@@ -84,7 +84,7 @@ TEST_F(InfoOutput, JsonIsValidWhateverTheBytes) {
   EXPECT_EQ(objects, json::parse(outcome.out));
 }
 
-TEST_F(InfoOutput, IsForProgramsToo) {
+TEST_F(InfoOutput, HasNamesAndStoredValuesForPrograms) {
   const Picture picture{
       .image = {exifPointer(), gpsPointer(), text(0x10F, "a, \"b\"")},
       .exif = {bytes(0x9000, "0220"), rationals(0x829A, {1, 60}), bytes(0x9286, "12345678x")},
@@ -113,8 +113,8 @@ TEST_F(InfoOutput, IsForProgramsToo) {
                                        [[43, 1], [28, 1], [5, 2]], 1])"));
   const std::string schema = "jsonschema \"" EXIFKEEP_SOURCE_DIR "/docs/json-output.schema.json\"";
   const bool validates = run("python3 -c 'import jsonschema'").status == 0;
-  for (const std::string command :
-       {"info --gps --json", "check --json", "version --json", "sound --json", "languages --json #"}) {
+  for (const std::string command : {"info --gps --json", "check --json", "version --json",
+                                    "sound --json", "languages --json #"}) {
     run("$E >out.json " + command + " all/b/1.JPG all/2.jpg all gone");
     EXPECT_GE(json::parse(read("out.json")).size(), 4u) << command;
     EXPECT_EQ(validates ? run("python3 -m " + schema + " -i out.json").status : 0, 0) << command;
@@ -163,7 +163,7 @@ class InfoSheet : public ShellTest {
   }
 };
 
-TEST_F(InfoSheet, IsWholeEscapedAndInAllLanguages) {
+TEST_F(InfoSheet, IsCompleteEscapedAndInAllLanguages) {
   const Outcome outcome = run("$E info --html --lang sv a*.jpg plain.jpg gone.jpg -o sheet.html");
   EXPECT_EQ(outcome.status, 3);
   EXPECT_THAT(outcome.err, AllOf(HasSubstr("plain.jpg: not an Exif"), HasSubstr("gone.jpg: No")));
@@ -219,7 +219,7 @@ TEST_F(InfoSheet, ShowsTheFactsAndTurnsThePicture) {
                   original.GetPixel(2 * y, 319 - 2 * x) >> shift & 0xFF, 12);
 }
 
-TEST_F(InfoSheet, SaysThatAPreviewIsDamaged) {
+TEST_F(InfoSheet, SaysThatAPictureIsDamaged) {
   const std::string whole = read("plain.jpg"), damaged = "The picture is damaged";
   EXPECT_THAT(run("$E info --html plain.jpg").out, Not(HasSubstr(damaged)));
   write("cut.jpg", whole.substr(0, whole.size() / 2));

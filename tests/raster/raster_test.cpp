@@ -26,7 +26,7 @@ void fillNoise(PRaster& image) {
     }
 }
 
-TEST(Raster, PixelsAreSetInsideAndNowhereElse) {
+TEST(Raster, SetsPixelsOnlyInsideTheImage) {
   const unsigned values[] = {255, 0xA7, 0x00C0B0A0};
   for (int i = 0; i < 3; ++i) {
     PRaster image = makeImage(allTypes[i], 13, 5);

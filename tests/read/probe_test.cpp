@@ -19,7 +19,7 @@ std::string patched(std::string file, size_t at, const std::string& bytes) {
   return file.replace(at, bytes.size(), bytes);
 }
 
-TEST_F(ProbeTest, TakesKindFromContentAndGatesByTheTextBehindTheLastDot) {
+TEST_F(ProbeTest, TheExtensionAdmitsAFileAndItsContentDecidesTheKind) {
   std::filesystem::create_directories(path("a.jpg"));
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(path(""));
@@ -39,7 +39,7 @@ TEST_F(ProbeTest, TakesKindFromContentAndGatesByTheTextBehindTheLastDot) {
   std::filesystem::current_path(before);
 }
 
-TEST_F(ProbeTest, WalksFixedPositionsNotSegments) {
+TEST_F(ProbeTest, LooksAtFixedPositionsNotSegments) {
   const std::string tiff = tiffOf(plain), jpeg = jpegBytes(tiff), jfif = jfifSegment();
   const std::string identifier("Exif\0\0", 6);
   // The number is where the TIFF structure begins; -1: no Exif file.

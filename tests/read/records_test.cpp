@@ -16,7 +16,7 @@ using FetchTest = ReadTest;
 constexpr uint32_t all = 0xFFFFFFFF, distant = 0x7FFFFFF0;
 
 // Fields of the full picture that tests of lists and saved files do not check.
-TEST_F(FetchTest, FieldsThatAreNeitherShownNorSaved) {
+TEST_F(FetchTest, ReadsFieldsThatAreNeitherShownNorSaved) {
   for (const Order order : bothOrders) {
     const auto result = read(fullPicture(), order);
     const ImageIfdRecord& primary = result->primary;
@@ -62,7 +62,7 @@ TEST_F(FetchTest, ResetGivesTheDefaults) {
   }
 }
 
-TEST_F(FetchTest, TheTagChoosesTheWayNotTheType) {
+TEST_F(FetchTest, TheTagAndNotTheTypeDecidesHowAValueIsRead) {
   for (const Order order : bothOrders) {
     const auto result =
         read({.image = {exifPointer(), longs(0x112, {6}), shorts(0x100, {640}), shorts(0x101, {1}),
@@ -143,7 +143,7 @@ TEST_F(FetchTest, SmallListsOfShortsAreInTheirEntryOrAtAnOffset) {
   EXPECT_THAT(area->exif.subjectArea, testing::ElementsAre(640, 480, 0, 0));
 }
 
-TEST_F(FetchTest, TextsKeepToTheirFields) {
+TEST_F(FetchTest, TextsAreCutToTheirFields) {
   const std::string letters(300, 'm'), date = "2002:05:14 10:20:30";
   const auto make = [&](const Entry& entry) {
     return std::string(read({.image = {exifPointer(), entry}, .exif = {version()}})->primary.make);
@@ -197,7 +197,7 @@ TEST_F(FetchTest, CommentsAndMakerNotesAreReplacedByLaterOnes) {
   EXPECT_EQ(std::memcmp(notes->exif.makerNote, "last one", 8), 0);
 }
 
-TEST_F(FetchTest, WhatTheFileDoesNotHoldLeavesTheResetValue) {
+TEST_F(FetchTest, ValuesOutsideTheFileKeepTheirDefaults) {
   const Picture beyond{
       .image = {exifPointer(), gpsPointer(), field(0x11A, typeRational, 1, distant),
                 field(0x102, typeShort, 3, distant), field(0x10F, typeAscii, 9, all)},

@@ -153,7 +153,7 @@ TEST_F(SavedFileTest, JpegNamedTiff) {
   EXPECT_TRUE(showsPixels(path("tall.tif"), tall));
 }
 
-TEST_F(SavedFileTest, CodecStripIsTakenOnlyWhereItIsWhole) {
+TEST_F(SavedFileTest, TakesOnlyACompleteStrip) {
   constexpr uint32_t front = 8 + 2 + 24 + 4;  // and 6 bytes of pixels
   const auto file = [](uint32_t offset, Order order = Order::ii) {
     const Entry other = longs(tag::stripOffsets, {9});
@@ -189,7 +189,7 @@ TEST_F(SavedFileTest, CodecStripIsTakenOnlyWhereItIsWhole) {
 
 // A strip larger than the piece that is written at once. Behind it is what the codec's file has
 // beyond the new file's end.
-TEST_F(SavedFileTest, StripMovesWhole) {
+TEST_F(SavedFileTest, MovesTheWholeStrip) {
   PRaster picture = patterned(24, 1500, 1000);
   ASSERT_EQ(save(path("plain.tif"), picture), 1);
   const std::string plain = readFile(path("plain.tif"));

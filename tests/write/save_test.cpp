@@ -83,7 +83,7 @@ TEST_F(SaveFileTest, PutsTheSegmentBeforeTheCompactedStream) {
   EXPECT_EQ(read("other.jpg").substr(2 + segmentOf(read("other.jpg")).size()), rest);
 }
 
-TEST_F(SaveFileTest, DecidesByTheNamesWhetherMetadataGoesAlong) {
+TEST_F(SaveFileTest, NamesDecideWhetherMetadataIsSaved) {
   makeSource("a.JPG", fullRecords());
   ASSERT_TRUE(savePlain(reader_, path("bare.jpg").c_str(), &image_));
   fs::copy(path("bare.jpg"), path("bare.tif"));

@@ -72,7 +72,7 @@ TEST_F(SegmentTest, WithoutItsPointerThereIsNoGpsDirectory) {
   EXPECT_EQ(fromRecords(metadata).size(), size);
 }
 
-TEST_F(SegmentTest, FillsTheBlockToItsLastByteAndNoFurther) {
+TEST_F(SegmentTest, FillsTheBlockToItsLastByte) {
   ExifMetadata metadata = {};
   metadata.exif.hasMakerNote = 1;
   const std::vector<uint8_t> note(60000, 'n');
