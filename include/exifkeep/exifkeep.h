@@ -239,8 +239,7 @@ EXIFKEEP_API int AddAudio(char* picturePath, const char* softwareName, PRaster* 
 /// @param[in,out] image  as for AddAudio
 /// @param thumbnail  as for SaveFile
 /// @param owner  the owner window of any questions, passed to the handler; may be null
-/// @return 1 if the recording is attached; 2 if the user cancelled the copy and nothing was
-/// changed;
+/// @return 1 if the recording is attached; 2 if the user cancelled the copy, with nothing changed;
 ///     0 on failure, with the picture unchanged, although the recording may have been copied
 EXIFKEEP_API int AddAudioFile(char* picturePath, const char* softwareName, char* soundPath,
                               PRaster* image, PRaster* thumbnail, HWND owner) noexcept;

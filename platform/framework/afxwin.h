@@ -38,8 +38,7 @@ EXIFKEEP_PLATFORM_API int AfxMessageBox(UINT id, UINT type = MB_OK,
 EXIFKEEP_PLATFORM_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT help = 0);
 /// @}
 
-// ---- Additions for hosts
-// -------------------------------------------------------------------------
+// ---- Additions for hosts -----------------------------------------------------------------------
 
 /// Sets the calling thread's main window, or none if it is null. The host still owns the window.
 EXIFKEEP_PLATFORM_API void AfxSetMainWnd(CWnd* window);

@@ -10,9 +10,8 @@
 
 namespace exifkeep {
 
-// The complete file is built in memory and in the temporary folder before the destination is
-// touched. All functions return false, with the destination unchanged, if the picture is missing or
-// empty or anything fails.
+// All functions return false, with the destination unchanged, if the picture is missing or empty or
+// anything fails.
 
 // With the metadata of the picture's source, adjusted to describe the saved pixels. The exports
 // call this one.

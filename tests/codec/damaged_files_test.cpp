@@ -76,7 +76,7 @@ TEST_F(DamagedFiles, HugeSizesFailAtOnce) {
   }
 }
 
-// A progressive picture whose first component's DC (code 00: no difference) comes again and again.
+// A progressive picture that repeats the scan of its first component's DC (code 00: no difference).
 TEST_F(DamagedFiles, EndlessScansAreLimited) {
   std::string jpeg = saved("a.jpg", patterned(24, 8, 8));
   jpeg.replace(158, 2, "\xFF\xC2");  // SOF2

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Small files made to cost seconds or hundreds of MiB are refused before they do.
+// Small files designed to take seconds or hundreds of MiB are rejected before they do.
 #include <exifkeep/exifkeep.h>
 #include <zlib.h>
 

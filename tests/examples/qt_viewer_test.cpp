@@ -13,7 +13,7 @@ using QtViewer = ScratchTest;
 
 TEST_F(QtViewer, OpensListsAndSaves) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  // Qt makes a folder of its own among the temporary files where this one is not named.
+  // Otherwise Qt would create a folder of its own among the temporary files.
   std::filesystem::permissions(path(""), std::filesystem::perms::owner_all);
   setenv("XDG_RUNTIME_DIR", path("").c_str(), 1);
   setLocaleVariables({{"LC_ALL", "C.UTF-8"}});

@@ -75,8 +75,8 @@ for form in --json --json-lines --csv --gps; do
 done
 ends 3 '"$E" info --json-lines -j 3 exif.jpg exif.jpg exif.jpg >/dev/full'
 
-# Failure to write output is reported, unless the reader has closed the pipe. Here it says when it
-# has.
+# Failure to write output is reported, unless the reader has closed the pipe. The FIFO makes sure
+# that it has.
 for arguments in 'check exif.jpg >/dev/full' 'info --json exif.jpg >/dev/full' \
   'info exif.jpg >&-' '--help >&-'; do
   complains 3 'standard output' '"$E" '"$arguments"

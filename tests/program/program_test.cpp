@@ -258,7 +258,7 @@ TEST_F(OtherMetadata, IsNamed) {
   }
 }
 
-// That the program ends after a call, the tests of interrupted saves see.
+// The tests of interrupted saves check that the program then ends after the call.
 TEST(EndingDelay, ASignalWaitsForTheCallUnlessItIsIgnored) {
   std::signal(SIGHUP, SIG_IGN);  // as nohup does
   {

@@ -187,8 +187,8 @@ TEST_F(SavedFileTest, TakesOnlyACompleteStrip) {
   }
 }
 
-// A strip larger than the piece that is written at once. Behind it is what the codec's file has
-// beyond the new file's end.
+// A strip larger than the piece that is written at once. After it comes what the codec's file has
+// beyond the end of the new file.
 TEST_F(SavedFileTest, MovesTheWholeStrip) {
   PRaster picture = patterned(24, 1500, 1000);
   ASSERT_EQ(save(path("plain.tif"), picture), 1);

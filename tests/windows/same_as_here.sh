@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # same_as_here.sh CHECKOUT WINE: has the program that is built for Windows and the one for this
-# system list pictures in every language, and save and open them; compares what comes out, to the
-# byte but for the time of saving. The pictures are those of the fuzzers' corpus and, where
+# system list pictures in every language, and save and open them; compares the results byte for
+# byte, except the time of saving. The pictures are those of the fuzzers' corpus and, if
 # EXIFKEEP_SAMPLES names a folder, those in it.
 set -euo pipefail
 root=$1 wine=$2

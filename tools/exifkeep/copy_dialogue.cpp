@@ -18,7 +18,7 @@ namespace {
 constexpr uint64_t largeCopy = 32u << 20;
 
 bool askOnTerminal(const std::string& target) {
-  // In one write: what is typed ahead would be echoed between two.
+  // In one write, so that the echo of text typed ahead cannot come in between.
   std::cerr << escapeForTerminal(target) + " exists. Overwrite it? [y/N] " << std::flush;
   // The library asks before it has made any file, so the program may be ended here.
   const EndingDelay none(false);

@@ -163,7 +163,7 @@ bool delayEnding(bool delayed) {
   static bool current = false;
   if (delayed && !current) AcquireSRWLockExclusive(&runningOn);
   if (!delayed && current) ReleaseSRWLockExclusive(&runningOn);
-  // The lock is not to be had again before the thread that waits for it has ended the program.
+  // The thread that waits for the lock ends the program; this one must not take the lock again.
   if (!delayed && isEnding) Sleep(INFINITE);
   return std::exchange(current, delayed);
 }
