@@ -97,9 +97,8 @@ DWORD GetFinalPathNameByHandleA(HANDLE file, LPSTR buffer, DWORD size, DWORD) {
   char path[PATH_MAX];
   struct stat named, own;
   errno = EBADF;
-  if (file == INVALID_HANDLE_VALUE || !opened->path() ||
-      realpath(opened->path(), path) == nullptr || stat(path, &named) != 0 ||
-      fstat(opened->descriptor(), &own) != 0)
+  if (file == INVALID_HANDLE_VALUE || !opened->path() || !realpath(opened->path(), path) ||
+      stat(path, &named) != 0 || fstat(opened->descriptor(), &own) != 0)
     return failed();
   errno = ENOENT;
   if (named.st_dev != own.st_dev || named.st_ino != own.st_ino) return failed();

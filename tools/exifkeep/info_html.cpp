@@ -63,7 +63,7 @@ SheetPicture readPicture(const std::string& path, FileRefusal& refusal) {
   SheetPicture picture;
   picture.path = path;
   size_t language = 0;
-  std::int64_t orientation = 1;
+  int64_t orientation = 1;
   for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
     selectLanguage(variant.tag);
     const PictureInfo info(path);

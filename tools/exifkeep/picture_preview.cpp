@@ -31,7 +31,7 @@ bool shrink(PRaster& image) {
 }
 
 // Applies the Orientation (Exif 2.2, 4.6.4 A).
-bool turn(PRaster& image, std::int64_t orientation) {
+bool turn(PRaster& image, int64_t orientation) {
   if (orientation < 2 || orientation > 8) return true;
   const bool onItsSide = orientation >= 5;
   // Whether row 0, and column 0, is at the visible bottom or right.
@@ -77,7 +77,7 @@ std::string jpegBytes(PRaster& image) {
 
 }  // namespace
 
-PicturePreview makePreview(const std::string& path, std::int64_t orientation) {
+PicturePreview makePreview(const std::string& path, int64_t orientation) {
   PRaster image;
   {
     const EndingDelay delay;

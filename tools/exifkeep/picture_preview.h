@@ -16,6 +16,6 @@ struct PicturePreview {
 
 // The file's thumbnail, or one made from its image if there is none or it is damaged, with
 // `orientation`, the value of the Orientation tag, applied. Prints no messages.
-PicturePreview makePreview(const std::string& path, std::int64_t orientation);
+PicturePreview makePreview(const std::string& path, int64_t orientation);
 
 }  // namespace program

@@ -48,7 +48,7 @@ std::string reasonOf(DWORD error) {
   char text[512];
   DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                 error, 0, text, sizeof text, nullptr);
-  while (length > 0 && std::strchr("\r\n .", text[length - 1]) != nullptr) --length;
+  while (length > 0 && std::strchr("\r\n .", text[length - 1])) --length;
   return length > 0 ? std::string(text, length) : "error " + std::to_string(error);
 }
 
