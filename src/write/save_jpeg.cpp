@@ -31,7 +31,8 @@ bool saveWithSegment(ExifReader& reader, const char* destination, PRaster& pictu
 bool saveJpegWithRecords(ExifReader& reader, const char* destination, PRaster* picture,
                          PRaster* thumbnail, const ExifMetadata& metadata) {
   if (isMissing(picture)) return false;
-  const GlobalBlock segment = buildSegmentFromRecords(reader.codec(), *picture, thumbnail, metadata);
+  const GlobalBlock segment =
+      buildSegmentFromRecords(reader.codec(), *picture, thumbnail, metadata);
   return segment && saveWithSegment(reader, destination, *picture, segment);
 }
 
