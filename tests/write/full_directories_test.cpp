@@ -78,13 +78,13 @@ struct WrittenFile {
 // The entries of the five directories: tag, first letter of the type, count.
 using Shape = std::array<std::string, 5>;
 const std::string exifBeforeConfiguration = " 9000u4 9003a20 9004a20";
-const std::string exifBehindConfiguration =
+const std::string exifAfterConfiguration =
     " 9201n1 9202r1 9203n1 9204n1 9205r1 9206r1 9207s1 9208s1 9209s1 920Ar1 829Ar1 829Dr1 9102r1"
     " 927Cu12 9286u308 A000u4 A001s1 A002l1 A003l1 A004a14 A214s2 A300u1 A40Cs1 A40As1 A409s1"
     " A408s1 A407s1 A406s1 A404r1 A403s1 A402s1 A401s1 9214s4 8822s1 8824a35 8827s1 8828a256"
     " 9290a35 9292a35 9291a35 A20Br1 A20Er1 A20Fr1 A210s1 A215r1 A301u1 A405s1 A420a35 A217s1"
     " A005l1";
-const std::string fullExifShape = exifBeforeConfiguration + exifBehindConfiguration;
+const std::string fullExifShape = exifBeforeConfiguration + exifAfterConfiguration;
 const std::string interoperabilityShape = " 0001a4 0002u4";
 const std::string fullGpsShape =
     " 0000u4 0006r1 0005u2 001Ca256 001Da12 0018r1 0017u2 001Ar1 0019u2 0014r3 0015u2 001Es1 000Br1"
@@ -118,7 +118,7 @@ const Shape newJpeg = {
 const Shape newTiff = {
     " 010Fa8 0106s1 0110a8 010Ea9 8298a29 011Ar1 011Br1 0128s1 0131a256 0112s1 0132a20 0213s1" +
         strip + " 0115s1 011Cs1 0100l1 0101l1 0102s3 0103s1 013Er2 013Fr6 0214r6 0211r3 8769l1",
-    exifBeforeConfiguration + " 9101u4" + exifBehindConfiguration, interoperabilityShape, "",
+    exifBeforeConfiguration + " 9101u4" + exifAfterConfiguration, interoperabilityShape, "",
     " 0100l1 0101l1 0102s3 0103s1 011Ar1 011Br1 0128s1 0106s1" + strip + " 0132a20"};
 
 // Values are from `fixed` or else from `source`; positions are checked by what is there.
