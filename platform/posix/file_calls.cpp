@@ -101,8 +101,8 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERL
 }
 
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size) {
-  const OpenFile* opened = fileOf(file);
-  if (!opened || failsNow(PlatformCall::fileSize)) return failed();
+  OpenFile* opened = fileOf(file);
+  if (!opened || failsNow(PlatformCall::fileSize) || opened->size() < 0) return failed();
   size->QuadPart = opened->size();
   return TRUE;
 }

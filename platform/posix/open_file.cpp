@@ -59,34 +59,34 @@ std::unique_ptr<OpenFile> OpenFile::open(const char* path, int flags, mode_t mod
   const int allFlags = flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   file->descriptor_ = uninterrupted([=] { return ::open(path, allFlags, mode); });
   if (file->descriptor_ < 0) return nullptr;
-  // A file that was just created is empty, and a failure here could not undo its creation.
-  if ((flags & O_EXCL) == 0 && !file->takeSize()) return nullptr;
   file->readable_ = (flags & O_ACCMODE) != O_WRONLY;
   file->writable_ = (flags & O_ACCMODE) != O_RDONLY;
-  return file;
+  // A file that was just created is empty, and a failure here could not undo its creation.
+  if ((flags & O_EXCL) != 0) file->size_ = 0;
+  return !file->writable_ || file->size() >= 0 ? std::move(file) : nullptr;
 }
 
-// False if it is not a regular file.
-bool OpenFile::takeSize() {
+void OpenFile::takeSize() {
   struct stat status;
-  if (fstat(descriptor_, &status) != 0) return false;
-  size_ = status.st_size;
-  if (S_ISREG(status.st_mode)) return true;
-  errno = EACCES;
-  return false;
+  if (fstat(descriptor_, &status) != 0) return;
+  if (S_ISREG(status.st_mode))
+    size_ = status.st_size;
+  else
+    errno = EACCES;
 }
 
 bool OpenFile::read(void* buffer, size_t count, size_t& done) {
   done = 0;
   if (!readable_) errno = EBADF;
   if (!readable_ || failsNow(PlatformCall::read)) return false;
-  const size_t wanted = std::min<uint64_t>(count, std::max<int64_t>(size_ - position_, 0));
+  const size_t wanted =
+      size_ < 0 ? count : std::min<uint64_t>(count, std::max<int64_t>(size_ - position_, 0));
   while (done < wanted) {
     char* target = static_cast<char*>(buffer) + done;
     const ssize_t step =
         uninterrupted([&, this] { return pread(descriptor_, target, wanted - done, position_); });
     if (step < 0) return false;
-    if (step == 0) break;  // somebody else has truncated the file
+    if (step == 0) break;  // the end, or somebody else has truncated the file
     position_ += step;
     done += step;
   }

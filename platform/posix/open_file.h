@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The object of a file HANDLE: an open regular file with descriptor, 64-bit position and size. The
-// size is that when the file was opened, updated by writes of this object. After a failure errno is
-// set.
+// The object of a file HANDLE: an open file with descriptor, 64-bit position and size. The size is
+// that when the file was opened or, if it is only read, when the size was first asked for, updated
+// by writes of this object. After a failure errno is set.
 #pragma once
 
 #include <sys/types.h>
@@ -18,7 +18,8 @@ namespace exifkeep {
 
 class OpenFile {
  public:
-  // Opens a file with the flags of open(2). Null if that fails or it is not a regular file.
+  // Opens a file with the flags of open(2). Null if that fails or if it can be written and is not a
+  // regular file.
   static std::unique_ptr<OpenFile> open(const char* path, int flags, mode_t mode);
   ~OpenFile();
   OpenFile(const OpenFile&) = delete;
@@ -43,21 +44,25 @@ class OpenFile {
   bool close();
 
   int64_t position() const { return position_; }
-  int64_t size() const { return size_; }
+  // -1 if it is not a regular file.
+  int64_t size() {
+    if (size_ < 0) takeSize();
+    return size_;
+  }
   int descriptor() const { return descriptor_; }
   // The path by which it was opened; null if it was created or is only read.
   const char* path() const { return path_.get(); }
 
  private:
   OpenFile();
-  bool takeSize();
+  void takeSize();
 
   int descriptor_ = -1;
   std::unique_ptr<char[]> path_;
   bool readable_ = false;
   bool writable_ = false;
   int64_t position_ = 0;
-  int64_t size_ = 0;
+  int64_t size_ = -1;  // unknown
 };
 
 }  // namespace exifkeep

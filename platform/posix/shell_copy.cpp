@@ -107,7 +107,8 @@ CopyResult ShellCopy::copyBytes(OpenFile& from, OpenFile& to) const {
 CopyResult ShellCopy::run() {
   const auto from = OpenFile::open(source_.c_str(), O_RDONLY, 0);
   struct stat source;
-  if (!from || fstat(from->descriptor(), &source) != 0) return CopyResult::failed;
+  if (!from || from->size() < 0 || fstat(from->descriptor(), &source) != 0)
+    return CopyResult::failed;
   struct stat target;
   const bool replace = lstat(target_.c_str(), &target) == 0;
   if (replace && stat(target_.c_str(), &target) == 0) {

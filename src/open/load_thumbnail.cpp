@@ -100,7 +100,8 @@ bool isJpegStream(ExifFile& file, uint64_t position) {
 // Copies up to `length` bytes, as many as the file has, into a new file. REQUIRES: the file has
 // some there.
 bool copyToNewFile(ExifFile& file, uint64_t position, uint64_t length, const char* path) {
-  const auto held = static_cast<size_t>(std::min(length, file.size() - position));
+  const uint64_t end = std::max(file.size(), position);
+  const auto held = static_cast<size_t>(std::min(length, end - position));
   const GlobalBlock block(held);
   const BlockLock lock(block);
   if (!lock.bytes()) return false;

@@ -20,17 +20,18 @@ void ExifFile::setLayout(uint32_t tiffBase, bool littleEndian) {
 
 std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
   const std::span<const uint8_t> none(window_->bytes, 0);
-  if (at >= size()) return none;
+  if (at >= end_) return none;
   if (memory_.data())
-    return memory_.subspan(static_cast<size_t>(at)).first(std::min<uint64_t>(length, size() - at));
+    return memory_.subspan(static_cast<size_t>(at)).first(std::min<uint64_t>(length, end_ - at));
   window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
   if (!window_->holds(at, length)) {
     window_->start = at - at % pageSize;
     window_->length = file_.readAt(window_->start, window_->bytes, fillSize_);
+    if (window_->length < fillSize_) end_ = window_->start + window_->length;
     fillSize_ = sizeof window_->bytes;
   }
   const uint64_t from = at - window_->start;
-  if (from >= window_->length) return none;  // a read error
+  if (from >= window_->length) return none;
   return {window_->bytes + from, std::min<size_t>(length, window_->length - from)};
 }
 

@@ -19,14 +19,15 @@ class ExifFile {
  public:
   explicit ExifFile(const char* path) : file_(DiskFile::openForReading(path)) {}
   // A file in memory, which must outlive this object.
-  explicit ExifFile(std::span<const uint8_t> memory) : memory_(memory) {}
+  explicit ExifFile(std::span<const uint8_t> memory) : memory_(memory), end_(memory.size()) {}
   ExifFile(const ExifFile&) = delete;
   ExifFile& operator=(const ExifFile&) = delete;
 
   bool isOpen() const { return memory_.data() || file_.isOpen(); }
   // Why it is not open, or the first read error; the end of the file is no error.
   DWORD error() const { return file_.error(); }
-  uint64_t size() const { return memory_.data() ? memory_.size() : file_.size(); }
+  // See DiskFile.
+  uint64_t size() { return memory_.data() ? memory_.size() : file_.size(); }
 
   // The byte order given by the mark at `at`, true for little-endian; none if there is no such mark
   // (TIFF 6.0, section 2).
@@ -88,6 +89,7 @@ class ExifFile {
 
   DiskFile file_;
   std::span<const uint8_t> memory_;
+  uint64_t end_ = INT64_MAX;  // no bytes from here on: the largest file, or what a read has shown
   uint64_t tiffBase_ = 0;
   bool littleEndian_ = true;
   size_t fillSize_ = pageSize;  // first only a page, which has the metadata of most pictures

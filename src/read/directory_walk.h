@@ -72,9 +72,11 @@ class DirectoryWalk {
 
   // Moves to the next entry; false at the end.
   bool next();
+  uint16_t tag() const { return entry_.tag; }
 
   // Decodes the entry into `record`, whose type is that of `tags`. `deferred` may be null for
-  // tables without deferred rows. REQUIRES: is called once for each entry.
+  // tables without deferred rows. REQUIRES: is called once for each entry, unless only values that
+  // are always in their entries are decoded.
   void decodeEntry(const TagIndex& tags, void* record, DeferredEntries* deferred = nullptr);
 
  private:

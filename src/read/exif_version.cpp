@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "read/exif_version.h"
 
-#include "read/read_metadata.h"
+#include "read/directory_walk.h"
 
 namespace exifkeep {
 
@@ -18,10 +18,16 @@ float exifVersionNumber(const char* digits) {
 
 }  // namespace
 
+// If the tag is repeated, the last entry counts, as in the info list.
 float readExifVersion(ExifReader& reader, const char* path) {
-  ExifIfdRecord exif;
-  reader.maxValueLength = 0;
-  if (!readExifDirectory(reader, path, exif) || !exif.hasExifVersion) return 0.0f;
+  if (!hasExifExtension(path)) return 0.0f;
+  ExifFile file(path);
+  if (!reader.probeFile(file)) return 0.0f;
+  ExifIfdRecord exif = {};
+  DirectoryWalk walk(file, static_cast<uint32_t>(reader.exifIfdOffset));
+  while (walk.next())
+    if (walk.tag() == tag::exifVersion) walk.decodeEntry(exifIndex, &exif);
+  if (file.error() != ERROR_SUCCESS || !exif.hasExifVersion) return 0.0f;
   return exifVersionNumber(exif.exifVersion);
 }
 

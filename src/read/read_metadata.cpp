@@ -11,15 +11,13 @@ namespace exifkeep {
 
 namespace {
 
-// Loads at most `maxLength` bytes of an entry's value, and no more than the file has: a count of
-// 4 GiB costs nothing.
+// Loads at most `maxLength` bytes of an entry's value, as many as there are.
 std::unique_ptr<uint8_t[]> loadValue(ExifFile& file, const IfdEntry& entry, uint32_t maxLength,
                                      uint32_t& length) {
-  const uint64_t at = file.positionOf(file.toLong(entry.value));
-  const uint64_t held = entry.hasValueBytes(4) && at < file.size() ? file.size() - at : 0;
-  length = static_cast<uint32_t>(std::min<uint64_t>(std::min(entry.count, maxLength), held));
+  length = entry.hasValueBytes(4) ? std::min(entry.count, maxLength) : 0;
   // Throws if memory runs out, so that the call fails: a save must not lose the value.
   auto bytes = std::make_unique_for_overwrite<uint8_t[]>(length);
+  const uint64_t at = file.positionOf(file.toLong(entry.value));
   length = static_cast<uint32_t>(file.readAt(at, bytes.get(), length));
   return bytes;
 }

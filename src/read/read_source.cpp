@@ -34,6 +34,7 @@ Source readSource(ExifReader& reader, const char* path, ExifMetadata& metadata) 
   resetRecords(reader, metadata);
   if (!hasExifExtension(path)) return Source::withoutExif;
   ExifFile file(path);
+  file.size();  // closes what is no file
   if (!file.isOpen()) return isLasting(file.error()) ? Source::withoutExif : Source::unreadable;
   const bool isExif = readExifMetadata(reader, file, metadata);
   if (file.error() != ERROR_SUCCESS) return Source::unreadable;

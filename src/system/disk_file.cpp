@@ -25,14 +25,18 @@ OVERLAPPED placeAt(uint64_t at) {
 
 }  // namespace
 
-DiskFile::DiskFile(HANDLE handle) : handle_(handle) {
+// The size of a new file is known to be 0: once the file exists, nothing here can fail.
+DiskFile::DiskFile(HANDLE handle, bool isNew) : handle_(handle), isSizeKnown_(isNew) {
   check(isOpen());
 }
 
-void DiskFile::takeSize() {
-  LARGE_INTEGER size = {};
-  if (!check(isOpen() && GetFileSizeEx(handle_, &size))) close();
-  size_ = static_cast<uint64_t>(size.QuadPart);
+uint64_t DiskFile::size() {
+  if (!std::exchange(isSizeKnown_, true) && isOpen()) {
+    LARGE_INTEGER size = {};
+    if (!check(GetFileSizeEx(handle_, &size))) close();
+    size_ = static_cast<uint64_t>(size.QuadPart);
+  }
+  return size_;
 }
 
 bool DiskFile::check(bool succeeded) {
@@ -41,33 +45,33 @@ bool DiskFile::check(bool succeeded) {
 }
 
 DiskFile DiskFile::openForReading(const char* path) {
-  DiskFile file(openExisting(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
-  file.takeSize();
-  return file;
+  return {openExisting(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE), false};
 }
 
 // Shared for deletion as well, so that a new file can replace it while it is open.
 DiskFile DiskFile::openForWriting(const char* path) {
   DiskFile file(
-      openExisting(path, readWrite, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE));
-  file.takeSize();
+      openExisting(path, readWrite, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE), false);
+  file.size();
   return file;
 }
 
-// The size is known to be 0: once the file exists, nothing here can fail.
 DiskFile DiskFile::createNew(const char* path, const DiskFile* pattern) {
-  return DiskFile(CreateFileA(path, readWrite, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                              pattern ? pattern->handle_ : nullptr));
+  return {CreateFileA(path, readWrite, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                      pattern ? pattern->handle_ : nullptr),
+          true};
 }
 
 DiskFile::DiskFile(DiskFile&& other) noexcept
     : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)),
       error_(other.error_),
+      isSizeKnown_(other.isSizeKnown_),
       size_(other.size_) {}
 
 DiskFile& DiskFile::operator=(DiskFile&& other) noexcept {
   std::swap(handle_, other.handle_);
   std::swap(error_, other.error_);
+  std::swap(isSizeKnown_, other.isSizeKnown_);
   std::swap(size_, other.size_);
   return *this;
 }
@@ -83,19 +87,17 @@ std::string DiskFile::finalPath() const {
 }
 
 size_t DiskFile::readAt(uint64_t at, void* destination, size_t length) {
-  if (!isOpen() || at >= size_) return 0;
-  const size_t wanted = static_cast<size_t>(std::min<uint64_t>(length, size_ - at));
-  size_t done = 0;
-  for (DWORD delivered = 1; done < wanted && delivered > 0; done += delivered) {
-    const auto step = static_cast<DWORD>(std::min<uint64_t>(wanted - done, maxTransfer));
+  if (!isOpen()) return 0;
+  for (size_t done = 0;;) {
+    const auto step = static_cast<DWORD>(std::min<uint64_t>(length - done, maxTransfer));
     OVERLAPPED place = placeAt(at + done);
-    delivered = 0;
+    DWORD delivered = 0;
     const bool isRead =
         ReadFile(handle_, static_cast<char*>(destination) + done, step, &delivered, &place);
     if (!isRead && GetLastError() != ERROR_HANDLE_EOF) check(false);
-    if (!isRead) break;
+    done += delivered;
+    if (!isRead || delivered < step || done == length) return done;  // or the end of the file
   }
-  return done;
 }
 
 bool DiskFile::writeAt(uint64_t at, const void* bytes, size_t length) {

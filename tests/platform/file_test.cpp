@@ -69,14 +69,21 @@ TEST_F(FileTest, OpensOnlyRegularFiles) {
   ASSERT_EQ(symlink("fifo", path("link").c_str()), 0);
   for (const std::string& name : {path("fifo"), path("link"), path("."), path("missing"),
                                   std::string("/dev/zero"), std::string()})
-    for (const DWORD access : {GENERIC_READ, GENERIC_WRITE, readWrite})
-      EXPECT_EQ(openPath(name, access), INVALID_HANDLE_VALUE) << name;
+    for (const DWORD access : {GENERIC_READ, GENERIC_WRITE, readWrite}) {
+      const HANDLE file = openPath(name, access);
+      LARGE_INTEGER size;
+      EXPECT_FALSE(GetFileSizeEx(file, &size)) << name;
+      EXPECT_TRUE(access == GENERIC_READ || file == INVALID_HANDLE_VALUE) << name;
+      CloseHandle(file);
+    }
   EXPECT_EQ(names(), (std::set<std::string>{"fifo", "link"}));
 }
 
 TEST_F(FileTest, KeepsItsFirstSizeWhileOthersAppend) {
   writeFile(path("file"), "old");
   const HANDLE file = openPath(path("file"), GENERIC_READ);
+  LARGE_INTEGER size;
+  EXPECT_TRUE(GetFileSizeEx(file, &size));
   writeFile(path("file"), "old and new");
   char bytes[16];
   DWORD first = 0, rest = 0;
