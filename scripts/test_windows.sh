@@ -22,6 +22,7 @@ wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
 # One server and one desktop for all programs; otherwise each would start its own, which keeps the
 # program's output open.
 server=$(command -v wineserver || echo /usr/lib/wine/wineserver64)
+mkdir -p "$WINEPREFIX"
 "$server" -p
 trap '"$server" -k' EXIT
 "$wine" wineboot --init >"$root/build/wine.log" 2>&1

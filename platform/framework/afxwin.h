@@ -31,8 +31,9 @@ EXIFKEEP_PLATFORM_API CWnd* AfxGetMainWnd();
 inline constexpr UINT AFX_IDP_FAILED_TO_SAVE_DOC = 0xF102;
 
 /// @{
-/// Shows a text to the user with the host's handler, or else as one line on standard error. The
-/// text is the framework's for the framework's own ids, otherwise the current module's.
+/// Shows a text to the user with the host's handler, or else as one line on standard error (on
+/// Windows, in a message box). The text is the framework's for the framework's own ids, otherwise
+/// the current module's.
 EXIFKEEP_PLATFORM_API int AfxMessageBox(UINT id, UINT type = MB_OK,
                                         UINT help = static_cast<UINT>(-1));
 EXIFKEEP_PLATFORM_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT help = 0);
