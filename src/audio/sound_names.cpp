@@ -26,8 +26,7 @@ std::string_view prefixOf(std::string_view name) {
 }  // namespace
 
 // Counts bytes and may cut a character in half. Intended: existing recordings have such names. The
-// name
-// ".wav" for a picture without an extension is also intended.
+// name ".wav" for a picture without an extension is also intended.
 std::string soundNameForPicture(std::string_view picturePath) {
   const std::string_view name = fileNameOf(picturePath);
   const size_t dot = name.rfind('.');
