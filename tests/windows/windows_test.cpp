@@ -33,7 +33,8 @@ class WindowsFiles : public SavedPictures {};
 TEST_F(WindowsFiles, APictureThatAnotherProgramHoldsIsNotSavedOver) {
   PRaster image = makePicture(newWidth);
   for (const std::string& picture : {path("source.jpg"), path("source.tif")}) {
-    for (const DWORD share : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE}) {
+    for (const DWORD share : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              FILE_SHARE_READ | FILE_SHARE_DELETE}) {
       const HeldOpen held(picture, GENERIC_READ, share);
       EXPECT_EQ(SaveFile(picture.c_str(), picture.c_str(), &image, nullptr), 0) << share;
       EXPECT_EQ(SaveFile("", picture.c_str(), &image, nullptr), 0) << share;
