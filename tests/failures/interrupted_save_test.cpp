@@ -202,7 +202,8 @@ class SaveOnALossyDisk : public InterruptedSave, public testing::WithParamInterf
 };
 
 TEST_P(SaveOnALossyDisk, LeavesTheOldPictureOrTheNewOneAtEveryPoint) {
-  const auto& [name, source, destination, overwrites] = GetParam();
+  const std::string source = GetParam().source, destination = GetParam().destination;
+  const bool overwrites = GetParam().overwrites;
   if (overwrites) {
     fs::permissions(path(destination), fs::perms(0666));
     fs::permissions(path(""), fs::perms(0555));

@@ -16,7 +16,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <ranges>
 
 #include "failures/saved_pictures.h"
 
@@ -203,7 +202,8 @@ class RefusingPlace : public SavedPictures, public testing::WithParamInterface<P
     EXPECT_TRUE(after.status.st_gid == before.status.st_gid || (after.status.st_mode & 070) == 0);
     EXPECT_EQ(after.attributes, before.attributes);
     const Files left = files();
-    EXPECT_TRUE(std::ranges::equal(std::views::keys(left), std::views::keys(filesBefore)));
+    EXPECT_TRUE(std::ranges::equal(left, filesBefore, {}, &Files::value_type::first,
+                                   &Files::value_type::first));
   }
 };
 
