@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Bash completion of exifkeep: commands, options, and file names.
 
 _exifkeep_languages="de en es fi fr it ja ko nl pt sv zh-CN zh-TW"
