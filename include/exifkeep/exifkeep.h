@@ -14,7 +14,8 @@
 ///   or failure, including lack of memory. There is no other error code.
 /// - Any thread may call any function at any time. A list or an image may be used by only one call
 ///   at a time. A thread cancelled during a call ends after the call.
-/// - Only regular files are opened, and each is closed before the call returns.
+/// - Only regular files are written, and of anything else at most a few KiB are read, without
+///   waiting. Each file is closed before the call returns.
 /// - A file's kind is decided by its extension (tif, tiff, jpg, jpeg or jpe in any case) and its
 ///   first bytes.
 #pragma once

@@ -103,8 +103,9 @@ inline constexpr int MAX_PATH = 260;
 // Only regular files can be opened for writing; directories, FIFOs, sockets and devices fail
 // immediately. If they are opened only for reading, asking for their size fails. Sharing modes are
 // accepted but not enforced. To a handle, the size of a file is that when it was opened, or first
-// asked for if it is only read, updated by its own writes. Only one thread at a time may use a handle. If CREATE_NEW is
-// given a pattern, the handle of another file, the new file gets that file's rights and attributes.
+// asked for if it is only read, updated by its own writes. Only one thread at a time may use a
+// handle. If CREATE_NEW is given a pattern, the handle of another file, the new file gets that
+// file's rights and attributes.
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(intptr_t{-1});
 

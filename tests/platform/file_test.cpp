@@ -64,7 +64,7 @@ TEST_F(FileTest, AgreesWithAModelUnderRandomUse) {
   EXPECT_EQ(openHandles(), 0);
 }
 
-TEST_F(FileTest, OpensOnlyRegularFiles) {
+TEST_F(FileTest, WritesOnlyRegularFilesAndKnowsNoOtherSize) {
   ASSERT_EQ(mkfifo(path("fifo").c_str(), 0600), 0);
   ASSERT_EQ(symlink("fifo", path("link").c_str()), 0);
   for (const std::string& name : {path("fifo"), path("link"), path("."), path("missing"),
