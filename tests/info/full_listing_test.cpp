@@ -61,7 +61,8 @@ std::vector<Words> allWords() {
   while (std::getline(file, line)) {
     std::istringstream fields(line);
     std::getline(fields, word, '|');
-    Words& words = all.emplace_back(static_cast<uint16_t>(std::stoul(word, nullptr, 16)));
+    Words& words = all.emplace_back();
+    words.tag = static_cast<uint16_t>(std::stoul(word, nullptr, 16));
     std::getline(std::getline(fields, words.label, '|'), words.other, '|');
     while (std::getline(fields, word, '|'))
       words.byValue[std::stoul(word)] = word.substr(word.find(' ') + 1);
