@@ -22,7 +22,7 @@ take() {
   tail -c "+$2" "$1" >"$folder/pictures/${name%.*}.$extension"
 }
 # The first byte of files in the corpus is only for the fuzzers.
-for file in "$root"/fuzz/corpus/fields_*; do take "$file" 2; done
+for file in "$root"/fuzz/corpus/{fields,saved}_*; do take "$file" 2; done
 for file in ${EXIFKEEP_SAMPLES:+"$EXIFKEEP_SAMPLES"/*}; do take "$file" 1; done
 cd "$folder"
 
@@ -67,5 +67,5 @@ for picture in pictures/*; do
   expect_same here.out there.out "$picture as saved"
   saved=$((saved + 1))
 done
-[ "$saved" -gt 3 ]
+[ "$saved" -gt 3 ] || { echo "only $saved pictures were saved" >&2; exit 1; }
 echo "$compared outputs are the same, $saved saved pictures among them"
