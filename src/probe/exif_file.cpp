@@ -25,9 +25,11 @@ std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
     return memory_.subspan(static_cast<size_t>(at)).first(std::min<uint64_t>(length, end_ - at));
   window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
   if (!window_->holds(at, length)) {
-    window_->start = at - at % pageSize;
-    window_->length = file_.readAt(window_->start, window_->bytes, fillSize_);
-    if (window_->length < fillSize_) end_ = window_->start + window_->length;
+    const auto skipped = static_cast<size_t>(at % pageSize);
+    const size_t wanted = std::max(fillSize_, skipped + length);
+    window_->start = at - skipped;
+    window_->length = file_.readAt(window_->start, window_->bytes, wanted);
+    if (window_->length < wanted) end_ = window_->start + window_->length;
     fillSize_ = sizeof window_->bytes;
   }
   const uint64_t from = at - window_->start;

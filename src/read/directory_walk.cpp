@@ -19,8 +19,16 @@ void copyText(char* field, size_t capacity, const char* text, size_t length) {
 
 // The size of one value of the entry's type; 0 for types that no table uses.
 uint32_t unitOf(const IfdEntry& entry) {
-  static constexpr uint8_t units[] = {0, 1, 1, 2, 4, 8, 0, 1, 0, 0, 8};
-  return entry.type < sizeof units ? units[entry.type] : 0;
+  switch (static_cast<TiffType>(entry.type)) {
+    case TiffType::byte:
+    case TiffType::ascii:
+    case TiffType::undefined: return 1;
+    case TiffType::short_: return 2;
+    case TiffType::long_: return 4;
+    case TiffType::rational:
+    case TiffType::srational: return 8;
+  }
+  return 0;
 }
 
 uint64_t sizeOfValue(const IfdEntry& entry) {
