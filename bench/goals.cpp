@@ -25,6 +25,7 @@ constexpr Goal goals[] = {
     {"GetExifInfo / bare walk of the directories", "getExifInfo", "bareWalk", 1.35},
     {"GetExifInfo / libexif", "getExifInfo", "libexif", 0.1},
     {"GetExifInfo / exiv2", "getExifInfo", "exiv2", 0.1},
+    {"info --json / its GetExifInfo calls", "listingProgram", "listingCalls", 1.3},
     {"SaveFile JPEG 24 MP / durable encoding", "save/jpeg24MP", "durableJpeg/24MP", 1.08},
     {"SaveFile JPEG 2 MP / durable encoding", "save/jpeg2MP", "durableJpeg/2MP", 1.08},
     {"SaveFile TIFF 12 MP / durable raw pixels", "save/tiff12MP", "durablePixels/12MP", 1.4},
