@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 #include "info/value_text.h"
 #include "read/record_field.h"
@@ -38,30 +37,41 @@ Kind kindOf(const DisplayRow& row) {
   }
 }
 
+using Kept = std::unique_ptr<std::byte[]>;
+
 // `count` consecutive values in `bytes`.
 template <class Value>
-std::vector<int64_t> numbersIn(const char* bytes, size_t count) {
-  std::vector<int64_t> numbers;
+Kept keepNumbers(const char* bytes, size_t count, InfoField& field) {
+  auto kept = std::make_unique_for_overwrite<std::byte[]>(count * sizeof(int64_t));
+  auto* numbers = reinterpret_cast<int64_t*>(kept.get());
   for (size_t i = 0; i < count; ++i) {
     Value value;
     std::memcpy(&value, bytes + i * sizeof value, sizeof value);
-    numbers.push_back(value);
+    numbers[i] = value;
   }
-  return numbers;
+  field.numbers = {numbers, count};
+  return kept;
 }
 
-std::vector<int64_t> numbersOf(const TagRow& row, const char* bytes) {
+Kept keepNumbersOf(const TagRow& row, const char* bytes, InfoField& field) {
   switch (row.fetch) {
     case Fetch::rationals:
-      return row.type == TiffType::srational ? numbersIn<int32_t>(bytes, 2 * row.limit)
-                                             : numbersIn<uint32_t>(bytes, 2 * row.limit);
-    case Fetch::rawText: return numbersIn<uint8_t>(bytes, row.limit);
-    case Fetch::rawByte: return numbersIn<uint8_t>(bytes, 1);
+      return row.type == TiffType::srational ? keepNumbers<int32_t>(bytes, 2 * row.limit, field)
+                                             : keepNumbers<uint32_t>(bytes, 2 * row.limit, field);
+    case Fetch::rawText: return keepNumbers<uint8_t>(bytes, row.limit, field);
+    case Fetch::rawByte: return keepNumbers<uint8_t>(bytes, 1, field);
     case Fetch::shortValue:
-      if (row.capacity == sizeof(uint16_t)) return numbersIn<uint16_t>(bytes, 1);
+      if (row.capacity == sizeof(uint16_t)) return keepNumbers<uint16_t>(bytes, 1, field);
       [[fallthrough]];
-    default: return numbersIn<uint32_t>(bytes, 1);
+    default: return keepNumbers<uint32_t>(bytes, 1, field);
   }
+}
+
+Kept keepBytes(std::string_view bytes, InfoField& field) {
+  auto kept = std::make_unique_for_overwrite<std::byte[]>(bytes.size());
+  field.bytes = {reinterpret_cast<char*>(kept.get()), bytes.size()};
+  std::ranges::copy(bytes, reinterpret_cast<char*>(kept.get()));
+  return kept;
 }
 
 // The character code may be present without a comment.
@@ -94,18 +104,9 @@ std::unique_ptr<std::byte[]> describeField(const DisplayRow& row, const void* re
   field.tag = source.tag;
   field.name = source.name;
   field.kind = kindOf(row);
-  if (field.kind == Kind::text || field.kind == Kind::bytes) {
-    const std::string_view bytes = bytesOf(source, field.kind, record);
-    auto kept = std::make_unique<std::byte[]>(bytes.size());
-    std::ranges::copy(std::as_bytes(std::span(bytes)), kept.get());
-    field.bytes = {reinterpret_cast<const char*>(kept.get()), bytes.size()};
-    return kept;
-  }
-  const auto numbers = numbersOf(source, RecordField(record, source).bytes());
-  auto kept = std::make_unique<std::byte[]>(numbers.size() * sizeof(int64_t));
-  std::memcpy(kept.get(), numbers.data(), numbers.size() * sizeof(int64_t));
-  field.numbers = {reinterpret_cast<const int64_t*>(kept.get()), numbers.size()};
-  return kept;
+  if (field.kind == Kind::text || field.kind == Kind::bytes)
+    return keepBytes(bytesOf(source, field.kind, record), field);
+  return keepNumbersOf(source, RecordField(record, source).bytes(), field);
 }
 
 CString plainText(const InfoField& field) {
