@@ -127,6 +127,12 @@ TEST(OutputText, InvalidBytesAndControlsAreEscapedOrReplaced) {
        "\u00DF \u65E5\U0001F4F7 \\ \""},
       {"a\nb\tc\rd\x1B[31m\x7F", "a\\nb\\tc\\rd\\x1b[31m\\x7f", "a\nb\tc\rd\x1B[31m\x7F"},
       {"\u009B2J\u202Ereversed", "\\u009b2J\\u202ereversed", "\u009B2J\u202Ereversed"},
+      {"1234567\"", "1234567\"", "1234567\""},
+      {"\\1234567", "\\1234567", "\\1234567"},
+      {"1234567\x1F", "1234567\\x1f", "1234567\x1F"},
+      {"12345678\x7F", "12345678\\x7f", "12345678\x7F"},
+      {"\x7F", "\\x7f", "\x7F"},
+      {"\\", "\\", "\\"},
       // Each longest run that could begin a character is replaced once (Unicode 15, section 3.9).
       {"\xFF\x80", "\\xff\\x80", "\uFFFD\uFFFD"},
       {"\xE2\x82x", "\\xe2\\x82x", "\uFFFDx"},
@@ -136,8 +142,9 @@ TEST(OutputText, InvalidBytesAndControlsAreEscapedOrReplaced) {
   };
   for (const auto& [text, terminal, expected] : cases) {
     EXPECT_EQ(program::escapeForTerminal(text), terminal);
-    std::string written;
-    program::JsonWriter(written).text(text);
+    program::JsonWriter writer;
+    writer.text(text);
+    const std::string written(writer.written());
     EXPECT_EQ(json::parse(written).get<std::string>(), expected) << written;
     for (const unsigned char byte : written) EXPECT_TRUE(byte >= 0x20 && byte != 0x7F) << written;
   }

@@ -100,8 +100,7 @@ ExitStatus answerAll(const LineCommand& command, const LineOptions& options) {
 }
 
 ExitStatus languagesAsJson() {
-  std::string text;
-  JsonWriter json(text);
+  JsonWriter json;
   json.beginArray();
   for (const exifkeep::LanguageVariant& variant : exifkeep::languageVariants()) {
     json.beginObject();
@@ -112,7 +111,7 @@ ExitStatus languagesAsJson() {
     json.endObject();
   }
   json.endArray();
-  printBytes(text);
+  printBytes(json.written());
   return ExitStatus::ok;
 }
 

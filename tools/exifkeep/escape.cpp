@@ -4,7 +4,10 @@
 #include "escape.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace program {
 namespace {
@@ -82,8 +85,21 @@ std::string escapedBytes(std::string_view bytes) {
   return text;
 }
 
-bool isPlainInJson(char c) {
-  return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+// Whether an ASCII character needs no escaping in JSON.
+constexpr auto isPlainInJson = [] {
+  std::array<bool, 256> isPlain{};
+  for (unsigned char c = ' '; c <= '~'; ++c) isPlain[c] = c != '"' && c != '\\';
+  return isPlain;
+}();
+
+// Whether all eight characters are plain. Each term sets bit 7 of a byte that is not ASCII, below
+// the space, a quote, a backslash or DEL; a carry from one of those to the next byte does no harm.
+bool arePlainInJson(uint64_t characters) {
+  constexpr uint64_t ones = 0x0101010101010101;
+  const uint64_t found = characters | (characters - ' ' * ones) |
+                         ((characters ^ '"' * ones) - ones) | ((characters ^ '\\' * ones) - ones) |
+                         (characters + ones);
+  return (found & 0x80 * ones) == 0;
 }
 
 std::string_view htmlOf(const Utf8Step& step) {
@@ -127,44 +143,51 @@ std::string escapeForHtml(std::string_view text) {
   return escaped;
 }
 
-void appendForJson(std::string& out, std::string_view text) {
-  while (!text.empty()) {
-    const auto plainEnd = std::find_if_not(text.begin(), text.end(), isPlainInJson);
-    const auto plain = static_cast<size_t>(plainEnd - text.begin());
-    out += text.substr(0, plain);
-    text.remove_prefix(plain);
-    if (text.empty()) break;
-    const Utf8Step step = takeUtf8Step(text);
-    if (!step.valid) {
-      out += "\uFFFD";
-    } else if (step.codePoint == U'"' || step.codePoint == U'\\') {
-      (out += '\\') += step.bytes;
-    } else if (isControl(step.codePoint)) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(step.codePoint));
-      out += escape;
-    } else {
-      out += step.bytes;
-    }
-  }
-}
-
 std::string escapeForJson(std::string_view text) {
   std::string escaped;
-  appendForJson(escaped, text);
+  while (!text.empty()) {
+    const Utf8Step step = takeUtf8Step(text);
+    if (!step.valid)
+      escaped += "\uFFFD";
+    else if (step.codePoint == U'"' || step.codePoint == U'\\')
+      (escaped += '\\') += step.bytes;
+    else if (isControl(step.codePoint))
+      escaped += hexadecimal("\\u%04x", step.codePoint);
+    else
+      escaped += step.bytes;
+  }
   return escaped;
+}
+
+bool copyPlainJson(std::string_view text, char* to) {
+  uint64_t eight;
+  bool isPlain = true;
+  const auto copyEightAt = [&](size_t at) {
+    std::memcpy(&eight, text.data() + at, sizeof eight);
+    std::memcpy(to + at, &eight, sizeof eight);
+    isPlain &= arePlainInJson(eight);
+  };
+  if (text.size() < sizeof eight) {
+    for (size_t at = 0; at < text.size(); ++at)
+      isPlain &= isPlainInJson[static_cast<unsigned char>(to[at] = text[at])];
+    return isPlain;
+  }
+  const size_t last = text.size() - sizeof eight;
+  for (size_t at = 0; at < last; at += sizeof eight) copyEightAt(at);
+  copyEightAt(last);
+  return isPlain;
 }
 
 std::string base64(std::string_view bytes) {
   constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string text;
-  for (size_t at = 0; at < bytes.size(); at += 3) {
+  std::string text((bytes.size() + 2) / 3 * 4, '=');
+  char* digit = text.data();
+  for (size_t at = 0; at < bytes.size(); at += 3, digit += 4) {
     const std::string_view group = bytes.substr(at, 3);
     unsigned bits = 0;
     for (size_t i = 0; i < 3; ++i)
       bits = bits << 8 | (i < group.size() ? static_cast<unsigned char>(group[i]) : 0u);
-    for (size_t i = 0; i < 4; ++i)
-      text += i <= group.size() ? digits[bits >> (18 - 6 * i) & 0x3F] : '=';
+    for (size_t i = 0; i <= group.size(); ++i) digit[i] = digits[bits >> (18 - 6 * i) & 0x3F];
   }
   return text;
 }

@@ -20,7 +20,9 @@ std::string escapeForHtml(std::string_view text);
 
 // For JSON, between quotes (RFC 8259): invalid runs of bytes become U+FFFD.
 std::string escapeForJson(std::string_view text);
-void appendForJson(std::string& out, std::string_view text);
+// Copies the text to `to` if it is ASCII and needs no escaping; if not, returns false, and `to` may
+// have been written.
+bool copyPlainJson(std::string_view text, char* to);
 
 // RFC 4648, section 4.
 std::string base64(std::string_view bytes);

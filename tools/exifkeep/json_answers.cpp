@@ -21,9 +21,9 @@ const char* nameOf(InfoField::Directory directory) {
 }
 
 void writeNumbers(JsonWriter& json, std::span<const int64_t> numbers) {
-  if (numbers.size() == 1) return json.number(std::to_string(numbers[0]));
+  if (numbers.size() == 1) return json.number(numbers[0]);
   json.beginArray();
-  for (const int64_t number : numbers) json.number(std::to_string(number));
+  for (const int64_t number : numbers) json.number(number);
   json.endArray();
 }
 
@@ -47,22 +47,20 @@ void writeRaw(JsonWriter& json, const InfoField& field) {
 
 ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
                         const JsonAnswer& answer) {
-  constexpr size_t usualLength = 8192;  // of an object
   const bool isArray = form == JsonForm::array;
   bool isFirst = true;
   if (isArray) printBytes("[");
   const ExitStatus status = files.forEach(jobs, [&](const std::string& path) -> FileNames::Answer {
-    std::string text;
-    text.reserve(usualLength);
-    JsonWriter json(text, isArray ? JsonWriter::Layout::element : JsonWriter::Layout::line);
-    json.beginObject();
-    json.key("file");
-    json.text(path);
-    const FileRefusal refusal = answer(json, path);
-    json.endObject();
-    return [&isFirst, isArray, path, text = std::move(text), refusal] {
+    const auto json = std::make_shared<JsonWriter>(isArray ? JsonWriter::Layout::element
+                                                           : JsonWriter::Layout::line);
+    json->beginObject();
+    json->key("file");
+    json->text(path);
+    const FileRefusal refusal = answer(*json, path);
+    json->endObject();
+    return [&isFirst, isArray, path, json, refusal] {
       if (!std::exchange(isFirst, false) && isArray) printBytes(",");
-      printBytes(text);
+      printBytes(json->written());
       if (refusal.status == ExitStatus::failed) complainAbout(path, refusal.reason);
       return refusal.status;
     };
@@ -86,15 +84,15 @@ void writeField(JsonWriter& json, const InfoField& field) {
   json.key("directory");
   json.text(nameOf(field.directory));
   json.key("tag");
-  json.number(std::to_string(field.tag));
+  json.number(field.tag);
   json.key("name");
   json.text(field.name);
   json.key("raw");
   writeRaw(json, field);
   json.key("label");
-  json.text(static_cast<const char*>(field.label));
+  json.text(field.label);
   json.key("value");
-  json.text(static_cast<const char*>(field.value));
+  json.text(field.value);
   json.endObject();
 }
 

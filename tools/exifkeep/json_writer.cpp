@@ -1,63 +1,85 @@
 // SPDX-License-Identifier: MIT
 #include "json_writer.h"
 
+#include <algorithm>
+#include <charconv>
+
 #include "escape.h"
 
 namespace program {
+namespace {
 
-void JsonWriter::key(std::string_view name) {
-  beginValue();
-  ((out_ += '"') += name) += "\": ";
-  afterKey_ = true;
-}
+// Long enough for the deepest level, and to copy maxSeparator bytes from any that may be the first.
+constexpr char lineBreak[] = ",\n                ";
+constexpr char space[] = ",                 ";
+
+}  // namespace
+
+JsonWriter::JsonWriter(Layout layout)
+    : separator_(layout == Layout::line ? space : lineBreak),
+      comma_(layout == Layout::line ? 2 : 1),
+      indent_(layout == Layout::line ? 0 : 2),
+      separatorLength_(layout == Layout::element ? 4 : 2),
+      omitted_(layout == Layout::element ? 1 : 2),
+      depth_(layout == Layout::element ? 1 : 0) {}
 
 void JsonWriter::text(std::string_view value) {
-  beginValue();
-  quoted(value);
+  char* to = beginValue(value.size() + 2);
+  *to++ = '"';
+  if (!copyPlainJson(value, to)) return escapedText(value);  // overwrites the copy
+  to += value.size();
+  *to++ = '"';
+  end_ = to;
 }
 
-void JsonWriter::boolean(bool value) {
-  literal(value ? "true" : "false");
+void JsonWriter::escapedText(std::string_view value) {
+  const std::string escaped = '"' + escapeForJson(value) + '"';
+  reserve(escaped.size());
+  end_ = std::copy(escaped.begin(), escaped.end(), end_);
+}
+
+void JsonWriter::number(int64_t value) {
+  constexpr size_t maxDigits = 20;
+  char* digits = beginValue(maxDigits);
+  end_ = std::to_chars(digits, digits + maxDigits, value).ptr;
 }
 
 void JsonWriter::literal(std::string_view value) {
-  beginValue();
-  out_ += value;
+  end_ = std::copy(value.begin(), value.end(), beginValue(value.size()));
 }
 
 void JsonWriter::open(char bracket) {
-  beginValue();
-  out_ += bracket;
+  *beginValue(1) = bracket;
+  ++end_;
   ++depth_;
-  empty_ = true;
+  separatorLength_ += indent_;
+  omitted_ = comma_;
 }
 
 void JsonWriter::close(char bracket) {
   --depth_;
-  if (!empty_) newLine();
-  out_ += bracket;
-  empty_ = false;
-  if (depth_ == 0) out_ += '\n';
+  separatorLength_ -= indent_;
+  reserve(maxSeparator + 2);
+  if (omitted_ == 0) separate(comma_);
+  omitted_ = 0;
+  *end_++ = bracket;
+  if (depth_ == 0) *end_++ = '\n';
 }
 
-void JsonWriter::beginValue() {
-  if (afterKey_) {
-    afterKey_ = false;
-    return;
-  }
-  if (!empty_) out_ += isLine_ ? ", " : ",";
-  if (depth_ > 0) newLine();
-  empty_ = false;
+inline char* JsonWriter::beginValue(size_t maxLength) {
+  if (!std::exchange(afterKey_, false)) return beginElement(maxLength);
+  reserve(maxLength);
+  return end_;
 }
 
-void JsonWriter::newLine() {
-  if (!isLine_) (out_ += '\n').append(2 * depth_, ' ');
-}
-
-void JsonWriter::quoted(std::string_view text) {
-  out_ += '"';
-  appendForJson(out_, text);
-  out_ += '"';
+void JsonWriter::grow(size_t count) {
+  constexpr size_t usualLength = 12 * 1024;  // of an object
+  const size_t size = written().size(), larger = 2 * size + count + usualLength;
+  auto block = std::make_unique_for_overwrite<char[]>(larger);
+  std::copy_n(block_.get(), size, block.get());
+  block_ = std::move(block);
+  end_ = block_.get() + size;
+  limit_ = block_.get() + larger;
 }
 
 }  // namespace program

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Appends JSON (RFC 8259) to a string, indented by two spaces per level or on one line. The owner
-// may empty the string at any time, so that no document has to be in memory completely. The output
-// is always valid UTF-8. REQUIRES: calls nest properly, and within an object every value follows a
-// key.
+// Writes JSON (RFC 8259), indented by two spaces per level or on one line. The text is always valid
+// UTF-8. REQUIRES: calls nest properly, at most seven levels deep, and within an object every value
+// follows a key.
 #pragma once
 
-#include <string>
+#include <cstdint>
+#include <cstring>
+#include <memory>
 #include <string_view>
+#include <utility>
 
 namespace program {
 
@@ -17,34 +19,65 @@ class JsonWriter {
     element,  // of an array written elsewhere: as in a document, without the commas around it
     line,
   };
-  explicit JsonWriter(std::string& out, Layout layout = Layout::document)
-      : out_(out), isLine_(layout == Layout::line), depth_(layout == Layout::element ? 1 : 0) {}
+  explicit JsonWriter(Layout layout = Layout::document);
 
   void beginArray() { open('['); }
   void endArray() { close(']'); }
   void beginObject() { open('{'); }
   void endObject() { close('}'); }
   // REQUIRES: a name that needs no escaping.
-  void key(std::string_view name);
+  void key(std::string_view name) {
+    char* to = beginElement(name.size() + 4);
+    *to++ = '"';
+    std::memcpy(to, name.data(), name.size());
+    std::memcpy(to + name.size(), "\": ", 3);
+    end_ = to + name.size() + 3;
+    afterKey_ = true;
+  }
   void text(std::string_view value);
-  void boolean(bool value);
+  void boolean(bool value) { literal(value ? "true" : "false"); }
   void null() { literal("null"); }
+  void number(int64_t value);
   // REQUIRES: a number according to RFC 8259.
   void number(std::string_view digits) { literal(digits); }
 
+  // Everything written so far.
+  std::string_view written() const { return {block_.get(), end_}; }
+
  private:
+  static constexpr size_t maxSeparator = 16;
+
   void open(char bracket);
   void close(char bracket);
-  void beginValue();
   void literal(std::string_view value);
-  void newLine();
-  void quoted(std::string_view text);
+  void escapedText(std::string_view value);
+  // Both make room, write the separator that is due, and return where the next bytes go. A value
+  // may follow a key; an element is a key or a value without one.
+  char* beginValue(size_t maxLength);
+  char* beginElement(size_t maxLength) {
+    reserve(maxSeparator + maxLength);
+    return separate(std::exchange(omitted_, 0));
+  }
+  // Writes the separator without its first `omitted` bytes. Copying a constant length is fastest.
+  char* separate(size_t omitted) {
+    std::memcpy(end_, separator_ + omitted, maxSeparator);
+    return end_ += separatorLength_ - omitted;
+  }
+  void reserve(size_t count) {
+    if (static_cast<size_t>(limit_ - end_) < count) grow(count);
+  }
+  // Inline, it would slow down every function that reserves.
+  [[gnu::noinline]] void grow(size_t count);
 
-  std::string& out_;
-  const bool isLine_;
-  int depth_;
-  bool empty_ = true;  // the open array or object has no element yet
+  const char* const separator_;
+  const size_t comma_;   // how many bytes of the separator a first value omits
+  const size_t indent_;  // what the separator grows by per level
+  size_t separatorLength_;
+  size_t omitted_;  // not 0 as long as the open array or object is empty
+  size_t depth_;
   bool afterKey_ = false;
+  std::unique_ptr<char[]> block_;
+  char *end_ = nullptr, *limit_ = nullptr;
 };
 
 }  // namespace program
