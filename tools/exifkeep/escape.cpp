@@ -161,21 +161,19 @@ std::string escapeForJson(std::string_view text) {
 
 bool copyPlainJson(std::string_view text, char* to) {
   uint64_t eight;
-  bool isPlain = true;
-  const auto copyEightAt = [&](size_t at) {
-    std::memcpy(&eight, text.data() + at, sizeof eight);
-    std::memcpy(to + at, &eight, sizeof eight);
-    isPlain &= arePlainInJson(eight);
-  };
   if (text.size() < sizeof eight) {
+    bool isPlain = true;
     for (size_t at = 0; at < text.size(); ++at)
       isPlain &= isPlainInJson[static_cast<unsigned char>(to[at] = text[at])];
     return isPlain;
   }
   const size_t last = text.size() - sizeof eight;
-  for (size_t at = 0; at < last; at += sizeof eight) copyEightAt(at);
-  copyEightAt(last);
-  return isPlain;
+  for (size_t at = 0;; at = std::min(at + sizeof eight, last)) {
+    std::memcpy(&eight, text.data() + at, sizeof eight);
+    std::memcpy(to + at, &eight, sizeof eight);
+    if (!arePlainInJson(eight)) return false;
+    if (at == last) return true;
+  }
 }
 
 std::string base64(std::string_view bytes) {

@@ -23,15 +23,6 @@ JsonWriter::JsonWriter(Layout layout)
       omitted_(layout == Layout::element ? 1 : 2),
       depth_(layout == Layout::element ? 1 : 0) {}
 
-void JsonWriter::text(std::string_view value) {
-  char* to = beginValue(value.size() + 2);
-  *to++ = '"';
-  if (!copyPlainJson(value, to)) return escapedText(value);  // overwrites the copy
-  to += value.size();
-  *to++ = '"';
-  end_ = to;
-}
-
 void JsonWriter::escapedText(std::string_view value) {
   const std::string escaped = '"' + escapeForJson(value) + '"';
   reserve(escaped.size());
@@ -64,12 +55,6 @@ void JsonWriter::close(char bracket) {
   omitted_ = 0;
   *end_++ = bracket;
   if (depth_ == 0) *end_++ = '\n';
-}
-
-inline char* JsonWriter::beginValue(size_t maxLength) {
-  if (!std::exchange(afterKey_, false)) return beginElement(maxLength);
-  reserve(maxLength);
-  return end_;
 }
 
 void JsonWriter::grow(size_t count) {

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 
+#include "escape.h"
+
 namespace program {
 
 class JsonWriter {
@@ -34,7 +36,14 @@ class JsonWriter {
     end_ = to + name.size() + 3;
     afterKey_ = true;
   }
-  void text(std::string_view value);
+  void text(std::string_view value) {
+    char* to = beginValue(value.size() + 2);
+    *to++ = '"';
+    if (!copyPlainJson(value, to)) return escapedText(value);  // overwrites the copy
+    to += value.size();
+    *to++ = '"';
+    end_ = to;
+  }
   void boolean(bool value) { literal(value ? "true" : "false"); }
   void null() { literal("null"); }
   void number(int64_t value);
@@ -53,7 +62,11 @@ class JsonWriter {
   void escapedText(std::string_view value);
   // Both make room, write the separator that is due, and return where the next bytes go. A value
   // may follow a key; an element is a key or a value without one.
-  char* beginValue(size_t maxLength);
+  char* beginValue(size_t maxLength) {
+    if (!std::exchange(afterKey_, false)) return beginElement(maxLength);
+    reserve(maxLength);
+    return end_;
+  }
   char* beginElement(size_t maxLength) {
     reserve(maxSeparator + maxLength);
     return separate(std::exchange(omitted_, 0));
