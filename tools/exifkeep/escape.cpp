@@ -59,9 +59,10 @@ bool isControl(char32_t codePoint) {
       {0x00, 0x1F},     {0x7F, 0x9F},     {0x061C, 0x061C},
       {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069},
   };
-  return std::any_of(std::begin(controls), std::end(controls), [codePoint](const Range& range) {
-    return codePoint >= range.first && codePoint <= range.last;
-  });
+  return codePoint <= std::end(controls)[-1].last &&
+         std::any_of(std::begin(controls), std::end(controls), [codePoint](const Range& range) {
+           return codePoint >= range.first && codePoint <= range.last;
+         });
 }
 
 std::string hexadecimal(const char* form, unsigned value) {
@@ -145,18 +146,21 @@ std::string escapeForHtml(std::string_view text) {
 
 std::string escapeForJson(std::string_view text) {
   std::string escaped;
-  while (!text.empty()) {
-    const Utf8Step step = takeUtf8Step(text);
+  std::string_view unread = text;  // a part of `text`, the rest that is not appended yet
+  while (!unread.empty()) {
+    const Utf8Step step = takeUtf8Step(unread);
+    const bool isQuoted = step.codePoint == U'"' || step.codePoint == U'\\';
+    if (step.valid && !isQuoted && !isControl(step.codePoint)) continue;
+    escaped.append(text.data(), step.bytes.data());
     if (!step.valid)
       escaped += "\uFFFD";
-    else if (step.codePoint == U'"' || step.codePoint == U'\\')
+    else if (isQuoted)
       (escaped += '\\') += step.bytes;
-    else if (isControl(step.codePoint))
-      escaped += hexadecimal("\\u%04x", step.codePoint);
     else
-      escaped += step.bytes;
+      escaped += hexadecimal("\\u%04x", step.codePoint);
+    text = unread;
   }
-  return escaped;
+  return escaped += text;
 }
 
 bool copyPlainJson(std::string_view text, char* to) {

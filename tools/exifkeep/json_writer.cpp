@@ -24,9 +24,11 @@ JsonWriter::JsonWriter(Layout layout)
       depth_(layout == Layout::element ? 1 : 0) {}
 
 void JsonWriter::escapedText(std::string_view value) {
-  const std::string escaped = '"' + escapeForJson(value) + '"';
-  reserve(escaped.size());
+  const std::string escaped = escapeForJson(value);
+  reserve(escaped.size() + 2);
+  *end_++ = '"';
   end_ = std::copy(escaped.begin(), escaped.end(), end_);
+  *end_++ = '"';
 }
 
 void JsonWriter::number(int64_t value) {
