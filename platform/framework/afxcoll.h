@@ -7,9 +7,14 @@
 #include <afx.h>
 
 #include <cstddef>
+#include <utility>
 
 /// @cond
-struct AfxListNode;
+struct AfxListNode {
+  AfxListNode* next;
+  AfxListNode* previous;
+  void* value;
+};
 struct AfxListBlock;
 /// @endcond
 
@@ -33,16 +38,26 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
 
   /// @{
   /// The first or last element, or null if the list is empty. The Remove functions also remove it.
-  void* GetHead() const;
-  void* GetTail() const;
+  void* GetHead() const { return GetAt(head_); }
+  void* GetTail() const { return GetAt(tail_); }
   void* RemoveHead();
   void* RemoveTail();
   /// @}
 
   /// @{
   /// Adds an element at the head or tail and returns its position.
-  POSITION AddHead(void* value);
-  POSITION AddTail(void* value);
+  POSITION AddHead(void* value) {
+    AfxListNode* node = takeNode();
+    *node = {head_, nullptr, value};
+    (head_ ? head_->previous : tail_) = node;
+    return head_ = node;
+  }
+  POSITION AddTail(void* value) {
+    AfxListNode* node = takeNode();
+    *node = {nullptr, tail_, value};
+    (tail_ ? tail_->next : head_) = node;
+    return tail_ = node;
+  }
   /// @}
 
   /// Removes all elements. Does not destroy what they point to.
@@ -57,9 +72,17 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
   /// @{
   /// The element at a position. GetNext and GetPrev then move the position to the next or previous
   /// one. RemoveAt removes the element. REQUIRES: a position in this list, not null.
-  void* GetNext(POSITION& position) const;
-  void* GetPrev(POSITION& position) const;
-  void* GetAt(POSITION position) const;
+  void* GetNext(POSITION& position) const {
+    void* value = position->value;
+    position = position->next;
+    return value;
+  }
+  void* GetPrev(POSITION& position) const {
+    void* value = position->value;
+    position = position->previous;
+    return value;
+  }
+  void* GetAt(POSITION position) const { return position ? position->value : nullptr; }
   void RemoveAt(POSITION position);
   /// @}
 
@@ -96,12 +119,19 @@ class EXIFKEEP_PLATFORM_API CPtrList : public CObject {
   /// @}
 
  private:
-  AfxListNode* takeNode();
+  // Returns a node whose fields the caller has to set. If it throws, the list is unchanged.
+  AfxListNode* takeNode() {
+    if (!free_ && fresh_ == freshEnd_) addBlock();
+    ++count_;
+    return free_ ? std::exchange(free_, free_->next) : fresh_++;
+  }
+  void addBlock();
 
   AfxListNode* head_ = nullptr;
   AfxListNode* tail_ = nullptr;
   AfxListNode* free_ = nullptr;  // removed nodes
   AfxListBlock* blocks_ = nullptr;
-  int untouched_ = 0;  // nodes of the newest block that have not been used yet
+  AfxListNode* fresh_ = nullptr;  // nodes of the newest block that have not been used yet
+  AfxListNode* freshEnd_ = nullptr;
   int count_ = 0;
 };

@@ -34,9 +34,13 @@ class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
 
   // Finds a text of the module. Either `text` is set to the one in the table, or `encoded` to a
   // copy in the user's code page. False, with both unchanged, if there is no such text.
-  bool loadText(UINT id, std::string_view& text, std::string& encoded);
+  bool loadText(UINT id, std::string_view& text, std::string& encoded) {
+    return languageTaken_ ? strings_.load(id, text, encoded) : loadFirstText(id, text, encoded);
+  }
 
  private:
+  bool loadFirstText(UINT id, std::string_view& text, std::string& encoded);
+
   const AFX_MODULE_STATE* module_;
   AFX_MAINTAIN_STATE2* previous_;
   int cancellation_;  // the previous cancellation state

@@ -18,6 +18,8 @@ class EXIFKEEP_PLATFORM_API CodePageEncoder {
   /// An encoder for the environment's current code page, or null if that is UTF-8.
   static std::unique_ptr<CodePageEncoder> forUser();
   /// @cond
+  // The same for a charset's name, which may be empty. Only on POSIX.
+  static std::unique_ptr<CodePageEncoder> forCharset(std::string_view name);
   ~CodePageEncoder();
   CodePageEncoder(const CodePageEncoder&) = delete;
   CodePageEncoder& operator=(const CodePageEncoder&) = delete;

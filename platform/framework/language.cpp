@@ -113,16 +113,20 @@ LANGID matchLanguage(LANGID language) {
 }
 
 // The "C" locale means untranslated texts and overrides LANGUAGE, as in GNU gettext.
-LANGID userLanguage() {
+LANGID userLanguage(const LocaleVariables& variables) {
   if (const LANGID chosen = threadLanguage()) {
     const LANGID language = matchLanguage(chosen);
     return language != 0 ? language : english;
   }
-  const std::string_view locale = firstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
+  const std::string_view locale = variables.localeOf(variables.messages);
   if (isCLocale(locale)) return english;
-  if (const auto language = firstMatch(firstSet({"LANGUAGE"}))) return *language;
+  if (const auto language = firstMatch(variables.language)) return *language;
   const LANGID language = matchLanguage(locale.empty() ? systemLanguage() : locale);
   return language != 0 ? language : english;
+}
+
+LANGID userLanguage() {
+  return userLanguage(LocaleVariables());
 }
 
 }  // namespace exifkeep

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "locale_name.h"
 
-#include <algorithm>
-
 namespace exifkeep {
 
 std::string_view languageOf(std::string_view localeName) {
@@ -18,11 +16,6 @@ std::string_view charsetOf(std::string_view localeName) {
 bool isAsciiLetterOrDigit(char letter) {
   letter = lowerCase(letter);
   return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9');
-}
-
-bool isSameIgnoringCase(std::string_view left, std::string_view right) {
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return lowerCase(a) == lowerCase(b); });
 }
 
 }  // namespace exifkeep

@@ -20,11 +20,12 @@ AFX_MAINTAIN_STATE2::~AFX_MAINTAIN_STATE2() {
   exifkeep::restoreCancellation(cancellation_);
 }
 
-bool AFX_MAINTAIN_STATE2::loadText(UINT id, std::string_view& text, std::string& encoded) {
-  if (!languageTaken_ && module_ && module_->strings()) {
-    strings_.take(*module_->strings());
-    languageTaken_ = true;
-  }
+// Once in a call; out of the way of the other texts.
+[[gnu::cold]] bool AFX_MAINTAIN_STATE2::loadFirstText(UINT id, std::string_view& text,
+                                                      std::string& encoded) {
+  if (!module_ || !module_->strings()) return false;
+  strings_.take(*module_->strings());
+  languageTaken_ = true;
   return strings_.load(id, text, encoded);
 }
 

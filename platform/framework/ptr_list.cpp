@@ -3,11 +3,7 @@
 // has no memory.
 #include <afxcoll.h>
 
-struct AfxListNode {
-  AfxListNode* next;
-  AfxListNode* previous;
-  void* value;
-};
+#include <iterator>
 
 struct AfxListBlock {
   static constexpr int capacity = 40;
@@ -28,40 +24,14 @@ void CPtrList::RemoveAll() {
     delete blocks_;
     blocks_ = rest;
   }
-  head_ = tail_ = free_ = nullptr;
-  count_ = untouched_ = 0;
+  head_ = tail_ = free_ = fresh_ = freshEnd_ = nullptr;
+  count_ = 0;
 }
 
-// Returns a node whose fields the caller has to set. If it throws, the list is unchanged.
-AfxListNode* CPtrList::takeNode() {
-  AfxListNode* node = free_;
-  if (node) {
-    free_ = node->next;
-  } else {
-    if (untouched_ == 0) {
-      blocks_ = new AfxListBlock(blocks_);
-      untouched_ = AfxListBlock::capacity;
-    }
-    node = &blocks_->nodes[AfxListBlock::capacity - untouched_--];
-  }
-  ++count_;
-  return node;
-}
-
-POSITION CPtrList::AddHead(void* value) {
-  AfxListNode* node = takeNode();
-  *node = {head_, nullptr, value};
-  (head_ ? head_->previous : tail_) = node;
-  head_ = node;
-  return node;
-}
-
-POSITION CPtrList::AddTail(void* value) {
-  AfxListNode* node = takeNode();
-  *node = {nullptr, tail_, value};
-  (tail_ ? tail_->next : head_) = node;
-  tail_ = node;
-  return node;
+void CPtrList::addBlock() {
+  blocks_ = new AfxListBlock(blocks_);
+  fresh_ = std::begin(blocks_->nodes);
+  freshEnd_ = std::end(blocks_->nodes);
 }
 
 void CPtrList::RemoveAt(POSITION position) {
@@ -83,28 +53,5 @@ void* CPtrList::RemoveHead() {
 void* CPtrList::RemoveTail() {
   void* value = GetTail();
   RemoveAt(tail_);
-  return value;
-}
-
-void* CPtrList::GetHead() const {
-  return GetAt(head_);
-}
-void* CPtrList::GetTail() const {
-  return GetAt(tail_);
-}
-
-void* CPtrList::GetAt(POSITION position) const {
-  return position ? position->value : nullptr;
-}
-
-void* CPtrList::GetNext(POSITION& position) const {
-  void* value = position->value;
-  position = position->next;
-  return value;
-}
-
-void* CPtrList::GetPrev(POSITION& position) const {
-  void* value = position->value;
-  position = position->previous;
   return value;
 }

@@ -16,10 +16,6 @@ namespace {
 
 const iconv_t noConverter = reinterpret_cast<iconv_t>(-1);
 
-std::string_view userCharset() {
-  return charsetOf(firstSet({"LC_ALL", "LC_CTYPE", "LANG"}));
-}
-
 // A "/" would introduce options for iconv.
 bool isCharsetName(std::string_view name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), [](char letter) {
@@ -50,11 +46,13 @@ size_t convert(iconv_t converter, std::string_view utf8, std::string& text) {
 }  // namespace
 
 std::unique_ptr<CodePageEncoder> CodePageEncoder::forUser() {
-  const std::string charset(userCharset());
-  if (!isCharsetName(charset) || isSameIgnoringCase(charset, "UTF-8") ||
-      isSameIgnoringCase(charset, "UTF8"))
+  return forCharset(userCharset(LocaleVariables()));
+}
+
+std::unique_ptr<CodePageEncoder> CodePageEncoder::forCharset(std::string_view name) {
+  if (isSameIgnoringCase(name, "UTF-8") || isSameIgnoringCase(name, "UTF8") || !isCharsetName(name))
     return nullptr;
-  const iconv_t converter = iconv_open(charset.c_str(), "UTF-8");
+  const iconv_t converter = iconv_open(std::string(name).c_str(), "UTF-8");
   if (converter == noConverter) return nullptr;
   std::unique_ptr<CodePageEncoder> encoder(new CodePageEncoder(converter));
   return encoder->keepsAscii() ? std::move(encoder) : nullptr;

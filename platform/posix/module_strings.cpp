@@ -3,14 +3,17 @@
 #include <language.h>
 #include <module_strings.h>
 
+#include "locale_name.h"
+
 namespace exifkeep {
 
 ModuleStrings::ModuleStrings() = default;
 ModuleStrings::~ModuleStrings() = default;
 
 void ModuleStrings::take(const AfxStringTable& table) {
-  encoder_ = CodePageEncoder::forUser();
-  const LANGID language = userLanguage();
+  const LocaleVariables variables;
+  encoder_ = CodePageEncoder::forCharset(userCharset(variables));
+  const LANGID language = userLanguage(variables);
   for (const AfxStringVariant& variant : table.variants)
     if (variant.language == language) texts_ = variant.texts;
 }

@@ -1,16 +1,24 @@
 // SPDX-License-Identifier: MIT
-#include "locale_name.h"
-
 #include <cstdlib>
+
+#include "locale_name.h"
 
 namespace exifkeep {
 
-std::string_view firstSet(std::initializer_list<const char*> variables) {
-  for (const char* variable : variables) {
-    const char* value = std::getenv(variable);
-    if (value && *value != '\0') return value;
-  }
-  return {};
+namespace {
+
+std::string_view valueOf(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value ? value : std::string_view();
 }
+
+}  // namespace
+
+LocaleVariables::LocaleVariables()
+    : all(valueOf("LC_ALL")),
+      messages(valueOf("LC_MESSAGES")),
+      ctype(valueOf("LC_CTYPE")),
+      lang(valueOf("LANG")),
+      language(valueOf("LANGUAGE")) {}
 
 }  // namespace exifkeep
