@@ -30,8 +30,7 @@ class DirectoryEntries {
 
   // Gets the next entry of which the file has at least the tag; false at the end.
   bool next(IfdEntry& entry) {
-    if (!holdsNextTag() && taken_ < count_) readRun();
-    if (!holdsNextTag()) return false;
+    if (!reachNextTag()) return false;
     const uint8_t* bytes = bytes_ + next_;
     entry.length = static_cast<uint32_t>(std::min<size_t>(end_ - next_, IfdEntry::size));
     next_ += IfdEntry::size;
@@ -40,6 +39,12 @@ class DirectoryEntries {
     entry.count = file_.toLong(bytes + 4);
     std::memcpy(entry.value, bytes + IfdEntry::valuePosition, sizeof entry.value);
     return true;
+  }
+  // Gets the next entry with this tag, without looking at the values of the others.
+  bool find(uint16_t tag, IfdEntry& entry) {
+    for (; reachNextTag(); next_ += IfdEntry::size)
+      if (file_.toShort(bytes_ + next_) == tag) return next(entry);
+    return false;
   }
   // The position after the entries, where the offset of the next directory is.
   uint64_t endPosition() const { return position_ + IfdEntry::size * static_cast<int64_t>(count_); }
@@ -51,10 +56,12 @@ class DirectoryEntries {
   static constexpr uint32_t countSize = 2;
 
   bool holdsNextTag() const { return next_ + sizeof IfdEntry::tag <= end_; }
-  size_t read(uint64_t position, uint8_t* target, size_t length);
+  // Reads the next run if the current one has ended.
+  bool reachNextTag() {
+    if (!holdsNextTag() && taken_ < count_) readRun();
+    return holdsNextTag();
+  }
   void readRun();
-  // `held`: how many bytes of the run were read.
-  void beginRun(size_t held);
 
   ExifFile& file_;
   uint64_t position_;  // of the first entry
@@ -62,7 +69,7 @@ class DirectoryEntries {
   int32_t taken_ = 0;  // the entries of all runs so far
   size_t next_ = 0;    // the next entry in bytes_, and the end of the entries there
   size_t end_ = 0;
-  uint8_t bytes_[countSize + runLength * IfdEntry::size];  // the count, then a run
+  uint8_t bytes_[runLength * IfdEntry::size];
 };
 
 }  // namespace exifkeep

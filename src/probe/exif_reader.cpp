@@ -23,12 +23,6 @@ bool readMarker(ExifFile& file, uint64_t at, uint16_t& value) {
   return true;
 }
 
-bool findEntry(DirectoryEntries entries, uint16_t tag, IfdEntry& entry) {
-  while (entries.next(entry))
-    if (entry.tag == tag) return true;
-  return false;
-}
-
 }  // namespace
 
 bool hasExifExtension(const char* path) {
@@ -117,14 +111,14 @@ bool ExifReader::probeJpeg(ExifFile& file) {
 
 // The first Exif pointer in IFD0 is used. Entries are not assumed to be sorted.
 bool ExifReader::locateExifDirectory(ExifFile& file) {
-  IfdEntry entry;
   if (primaryIfdOffset < 0) return false;
-  if (!findEntry({file, static_cast<uint32_t>(primaryIfdOffset)}, tag::exifIfdPointer, entry))
-    return false;
+  IfdEntry entry;
+  DirectoryEntries primary(file, static_cast<uint32_t>(primaryIfdOffset));
+  if (!primary.find(tag::exifIfdPointer, entry)) return false;
   if (!entry.hasValueBytes(sizeof entry.value)) return false;
   exifIfdOffset = asDirectoryPosition(file.positionOf(file.toLong(entry.value)));
   if (exifIfdOffset < 0) return false;
-  return findEntry({file, static_cast<uint32_t>(exifIfdOffset)}, tag::exifVersion, entry);
+  return DirectoryEntries(file, static_cast<uint32_t>(exifIfdOffset)).find(tag::exifVersion, entry);
 }
 
 }  // namespace exifkeep

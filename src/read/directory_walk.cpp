@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "read/record_field.h"
 
@@ -10,29 +11,8 @@ namespace exifkeep {
 
 namespace {
 
-// Copies text up to a zero byte and fills the rest of the field with zeros.
-void copyText(char* field, size_t capacity, const char* text, size_t length) {
-  const size_t used = strnlen(text, length);
-  std::memcpy(field, text, used);
-  std::memset(field + used, 0, capacity - used);
-}
-
-// The size of one value of the entry's type; 0 for types that no table uses.
-uint32_t unitOf(const IfdEntry& entry) {
-  switch (static_cast<TiffType>(entry.type)) {
-    case TiffType::byte:
-    case TiffType::ascii:
-    case TiffType::undefined: return 1;
-    case TiffType::short_: return 2;
-    case TiffType::long_: return 4;
-    case TiffType::rational:
-    case TiffType::srational: return 8;
-  }
-  return 0;
-}
-
 uint64_t sizeOfValue(const IfdEntry& entry) {
-  return uint64_t{entry.count} * unitOf(entry);
+  return uint64_t{entry.count} * unitSize(entry.type);
 }
 
 // The methods for values that our writers put in the value area.
@@ -54,12 +34,19 @@ bool isReadAtOffset(const TagRow& row) {
 // byte, or only zeros for an empty text. Offsets rarely look like that. REQUIRES: the value fits
 // into the entry.
 bool looksLikeText(const IfdEntry& entry) {
-  if (unitOf(entry) != 1) return false;
+  if (unitSize(entry.type) != 1) return false;
   const uint8_t* begin = entry.value;
   const uint8_t* end = std::find(begin, begin + entry.count, 0);
   const auto isPrintable = [](uint8_t c) { return c >= ' ' && c <= '~'; };
   if (begin != end) return std::all_of(begin, end, isPrintable);
   return std::all_of(begin, std::end(entry.value), [](uint8_t c) { return c == 0; });
+}
+
+// Copies text up to a zero byte and fills the rest of the field with zeros.
+void copyText(char* field, size_t capacity, const char* text, size_t length) {
+  const size_t used = strnlen(text, length);
+  std::memcpy(field, text, used);
+  std::memset(field + used, 0, capacity - used);
 }
 
 // Stores the value of one entry in one field.
@@ -197,8 +184,14 @@ void DeferredEntries::noteInteroperability(uint32_t offset) {
 DirectoryWalk::DirectoryWalk(ExifFile& file, uint64_t position)
     : file_(file), entries_(file, position), valueArea_(entries_.endPosition() + linkSize) {}
 
-bool DirectoryWalk::next() {
-  return entries_.next(entry_);
+bool DirectoryWalk::locateValue(const TagRow* row) {
+  const uint64_t size = sizeOfValue(entry_);
+  const bool isSmall = size <= sizeof entry_.value;
+  if (isSmall && !(row && isReadAtOffset(*row))) return true;
+  const uint64_t position = file_.positionOf(file_.toLong(entry_.value));
+  if (isSmall && position != valueArea_) return holdsValue(*row, position);
+  valueArea_ = position + size + size % 2;
+  return false;
 }
 
 bool DirectoryWalk::holdsValue(const TagRow& row, uint64_t position) const {
@@ -216,20 +209,11 @@ bool DirectoryWalk::holdsValue(const TagRow& row, uint64_t position) const {
 
 void DirectoryWalk::decodeEntry(const TagIndex& tags, void* record, DeferredEntries* deferred) {
   const TagRow* row = entry_.hasValueBytes(0) ? tags.find(entry_.tag) : nullptr;
-  const uint64_t position = file_.positionOf(file_.toLong(entry_.value));
-  const uint64_t size = sizeOfValue(entry_);
-  const bool isSmall = size <= sizeof entry_.value;
-  const bool isWhereOursWouldBe = position == valueArea_;
-  if (row) {
-    const bool isInEntry = isSmall && !isWhereOursWouldBe && holdsValue(*row, position);
-    const FieldFiller filler(file_, entry_, *row, record, isInEntry);
-    const bool taken = fetchValue(*row, entry_, filler, file_, deferred);
-    if (taken && row->flag != noField) setFlag(record, row->flag);
-  }
-  // A small value that is not where our writers would have put it occupies no space in the value
-  // area.
-  if (!isSmall || (isWhereOursWouldBe && row && isReadAtOffset(*row)))
-    valueArea_ = position + size + size % 2;
+  const bool isInEntry = locateValue(row);
+  if (!row) return;
+  const FieldFiller filler(file_, entry_, *row, record, isInEntry);
+  const bool taken = fetchValue(*row, entry_, filler, file_, deferred);
+  if (taken && row->flag != noField) setFlag(record, row->flag);
 }
 
 }  // namespace exifkeep

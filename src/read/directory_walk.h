@@ -71,7 +71,7 @@ class DirectoryWalk {
   DirectoryWalk(ExifFile& file, uint64_t position);
 
   // Moves to the next entry; false at the end.
-  bool next();
+  bool next() { return entries_.next(entry_); }
   uint16_t tag() const { return entry_.tag; }
 
   // Decodes the entry into `record`, whose type is that of `tags`. `deferred` may be null for
@@ -89,6 +89,10 @@ class DirectoryWalk {
   // the last two conditions; `position` is where the value would be if its bytes were an offset.
   // REQUIRES: a value of up to four bytes.
   bool holdsValue(const TagRow& row, uint64_t position) const;
+
+  // Whether the value is in the entry itself; otherwise moves `valueArea_`. `row` is null for an
+  // unknown tag.
+  bool locateValue(const TagRow* row);
 
   ExifFile& file_;
   DirectoryEntries entries_;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -25,6 +26,12 @@ enum class TiffType : uint16_t {
   undefined = 7,
   srational = 10,
 };
+
+// The size of one value by its type; 0 for types that no table uses.
+inline constexpr uint8_t unitSizes[] = {0, 1, 1, 2, 4, 8, 0, 1, 0, 0, 8};
+constexpr uint32_t unitSize(uint16_t type) {
+  return type < std::size(unitSizes) ? unitSizes[type] : 0;
+}
 
 // How a value is fetched. This depends on the tag, not on the entry's type or count, unless stated
 // otherwise. "At offset" is where this library's writers put such values whatever their size; texts
