@@ -29,10 +29,10 @@ struct InfoField : InfoItem {
     rationals,  ///< `numbers`: each numerator followed by its denominator
   };
 
-  const char* name = "";             ///< The tag's name in the standard, such as "ExposureTime".
-  std::span<const int64_t> numbers;  ///< Empty for text and bytes.
-  std::string_view bytes;            ///< Empty for numbers.
-  uint16_t tag = 0;                  ///< The tag's number, such as 0x829A.
+  const char* name = "";  ///< The tag's name in the standard, such as "ExposureTime".
+  std::span<const int64_t> numbers = {};   ///< Empty for text and bytes.
+  std::string_view bytes = {};             ///< Empty for numbers.
+  uint16_t tag = 0;                        ///< The tag's number, such as 0x829A.
   Directory directory = Directory::image;  ///< Where the tag is.
   Kind kind = Kind::text;                  ///< What the value is.
 };

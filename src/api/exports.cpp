@@ -44,11 +44,11 @@ int GetExifInfo(const char* path, CPtrList* list) noexcept {
   });
 }
 
+// Without the frame: this loads no text and throws nothing.
 int FreeInfoList(CPtrList* list) noexcept {
-  return runCall<int>(0, [&] {
-    if (list) emptyInfoList(*list);
-    return list && list->GetCount() == 0;
-  });
+  if (!list) return 0;
+  emptyInfoList(*list);
+  return 1;
 }
 
 float GetExifVersion(const char* path) noexcept {

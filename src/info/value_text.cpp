@@ -7,7 +7,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <initializer_list>
 #include <iterator>
+#include <string>
 
 namespace exifkeep {
 
@@ -17,9 +19,25 @@ CString textOf(std::string_view text) {
   return CString(text.data(), static_cast<int>(text.size()));
 }
 
+CString joined(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const std::string_view part : parts) text += part;
+  return textOf(text);
+}
+
 // Returns the end of the text. REQUIRES: room for 11 characters at `to`.
 char* writeNumber(char* to, uint32_t value) {
   return std::to_chars(to, to + 11, static_cast<int32_t>(value)).ptr;
+}
+
+// As stored, but without a denominator of 1. Returns the end of the text. REQUIRES: room for
+// `maxRationalLength` characters at `to`.
+constexpr size_t maxRationalLength = 2 * 11 + 1;
+char* writeRational(char* to, Rational value) {
+  to = writeNumber(to, value.numerator);
+  if (value.denominator == 1) return to;
+  *to++ = '/';
+  return writeNumber(to, value.denominator);
 }
 
 // Rounds the exact binary value to one decimal, ties to even, like C's printf. Done here because
@@ -45,18 +63,12 @@ char* writeOneDecimal(char* to, double quotient) {
 
 }  // namespace
 
-CString wordText(UINT id) {
-  CString text;
-  text.LoadString(id);
-  return text;
-}
-
 CString dateTimeText(std::string_view stored) {
-  CString text = textOf(stored);
-  const std::string_view date = stored.substr(0, 10);
-  for (size_t at = 0; at < date.size(); ++at)
-    if (date[at] == ':') text.SetAt(static_cast<int>(at), '/');
-  return text;
+  constexpr size_t dateLength = 10;
+  char text[maxDateTimeLength];
+  std::ranges::copy(stored, text);
+  std::replace(text, text + std::min(stored.size(), dateLength), ':', '/');
+  return textOf({text, stored.size()});
 }
 
 CString versionText(const char* digits) {
@@ -66,22 +78,21 @@ CString versionText(const char* digits) {
   return CString(text + (hasOneMajorDigit ? 1 : 0));
 }
 
+CString exifVersionText(const char* digits, bool isR98) {
+  CString text = versionText(digits);
+  if (isR98) text += wordText(word::r98);
+  return text;
+}
+
 CString wholeRationalText(Rational value) {
-  char text[24];
-  char* end = writeNumber(text, value.numerator);
-  if (value.denominator != 1) {
-    *end++ = '/';
-    end = writeNumber(end, value.denominator);
-  }
-  return textOf({text, end});
+  char text[maxRationalLength];
+  return textOf({text, writeRational(text, value)});
 }
 
 CString exposureTimeText(Rational value) {
-  CString text = wholeRationalText(value);
-  text += " (";
-  text += wordText(word::seconds);
-  text += ')';
-  return text;
+  char text[maxRationalLength];
+  const char* end = writeRational(text, value);
+  return joined({{text, end}, " (", wordText(word::seconds), ")"});
 }
 
 CString decimalText(double numerator, double denominator, std::string_view unit) {
@@ -94,12 +105,9 @@ CString focalLengthText(Rational value) {
   // Rounded to single precision first. Intended: 545/100 has always been shown as 5.4.
   const float quotient =
       static_cast<float>(static_cast<double>(value.numerator) / value.denominator);
-  char digits[16];
-  char* end = writeOneDecimal(digits, double{quotient});
-  *end++ = ' ';
-  CString text = textOf({digits, end});
-  text += wordText(word::millimetres);
-  return text;
+  char text[13];
+  const char* end = writeOneDecimal(text, double{quotient});
+  return joined({{text, end}, " ", wordText(word::millimetres)});
 }
 
 CString numberText(uint32_t value) {
@@ -114,17 +122,19 @@ CString bytesText(const void* bytes, size_t count) {
 }
 
 CString componentsText(const char* components) {
-  static constexpr const char* letters[] = {"", "Y", "Cb", "Cr", "R", "G", "B"};
+  static constexpr std::string_view known[] = {"", "Y", "Cb", "Cr", "R", "G", "B"};
   const auto lettersOf = [](char component) {
     const auto index = static_cast<uint8_t>(component);
-    return index < std::size(letters) ? letters[index] : "";
+    return index < std::size(known) ? known[index] : std::string_view();
   };
+  char buffer[4 * 2];
+  char* end = buffer;
+  for (int i = 0; i < 4; ++i) end = std::ranges::copy(lettersOf(components[i]), end).out;
+  const std::string_view letters(buffer, end);
+  if (!lettersOf(components[0]).empty()) return textOf(letters);
   // Without a known first component, the letters of the others follow the text for "does not
   // exist". Intended: it shows that the file's list is odd.
-  CString text =
-      *lettersOf(components[0]) ? CString(lettersOf(components[0])) : wordText(word::doesNotExist);
-  for (int i = 1; i < 4; ++i) text += lettersOf(components[i]);
-  return text;
+  return joined({wordText(word::doesNotExist), letters});
 }
 
 }  // namespace exifkeep

@@ -14,13 +14,22 @@
 namespace exifkeep {
 
 // The text of `id` in the user's language, or empty if there is none.
-CString wordText(UINT id);
+inline CString wordText(UINT id) {
+  CString text;
+  text.LoadString(id);
+  return text;
+}
 
 // "2002:05:14 10:20:30" becomes 2002/05/14 10:20:30: only the first ten characters are changed.
+// REQUIRES: at most `maxDateTimeLength` characters.
+inline constexpr size_t maxDateTimeLength = 40;
 CString dateTimeText(std::string_view stored);
 
 // "0220" becomes 2.20, "1000" becomes 10.00. REQUIRES: four characters.
 CString versionText(const char* digits);
+
+// The same, followed by "(R98)" for files that follow those interoperability rules.
+CString exifVersionText(const char* digits, bool isR98);
 
 // 72/1 becomes 72; anything else is shown as stored, including 72/0.
 CString wholeRationalText(Rational value);
