@@ -9,8 +9,10 @@
 #include <windows.h>
 
 #include <compare>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <variant>
 
 /// @cond
 #if defined(__GNUC__)
@@ -19,6 +21,10 @@
 #else
 #define AFX_PRINTF_FORMAT(formatIndex, firstArgument)
 #endif
+/// @endcond
+
+/// @cond
+class AFX_MAINTAIN_STATE2;
 /// @endcond
 
 /// The root of the framework's classes. Cannot be copied.
@@ -40,12 +46,13 @@ class EXIFKEEP_PLATFORM_API CString {
   /// Empty.
   CString() = default;
   /// A copy of the text, or empty if it is null.
-  CString(const char* text) : text_(text ? text : "") {}
+  CString(const char* text) : CString(std::string_view(text ? text : "")) {}
   /// A copy of `length` bytes. REQUIRES: no NUL among them.
-  CString(const char* text, int length) : text_(text, static_cast<size_t>(length)) {}
+  CString(const char* text, int length)
+      : CString(std::string_view(text, static_cast<size_t>(length))) {}
   /// @{
   /// Copies and moves like a value.
-  CString(const CString& other) : text_(other.view()) {}
+  CString(const CString& other) : CString(other.view()) {}
   CString(CString&& other) noexcept = default;
   ~CString() = default;
 
@@ -113,6 +120,17 @@ class EXIFKEEP_PLATFORM_API CString {
   /// Loads a text of the thread's current module state, in the user's language and code page.
   /// FALSE, with the string empty, if there is no such text.
   BOOL LoadString(UINT id);
+  /// @cond
+  // The same for a state that the caller has looked up; in afxstat_.h.
+  BOOL LoadString(AFX_MAINTAIN_STATE2& state, UINT id);
+  // Refers to a text of a module instead of copying it. REQUIRES: a NUL follows it.
+  void refer(std::string_view text) { text_ = text; }
+  // A text of up to `capacity` bytes, which `write(begin)` writes, returning its end.
+  template <class Write>
+  static CString written(size_t capacity, const Write& write) {
+    return CString(capacity, write);
+  }
+  /// @endcond
 
   /// @{
   /// Compares the bytes as unsigned numbers.
@@ -129,13 +147,48 @@ class EXIFKEEP_PLATFORM_API CString {
   /// @}
 
  private:
-  std::string_view view() const { return loaded_.data() ? loaded_ : text_; }
+  struct ShortText {
+    template <class Write>
+    explicit ShortText(const Write& write) {
+      char* end = write(bytes);
+      *end = '\0';
+      length = static_cast<uint8_t>(end - bytes);
+    }
+    char bytes[31];
+    uint8_t length;
+  };
+  using Storage = std::variant<std::string_view, ShortText, std::string>;
+
+  template <class Write>
+  CString(size_t capacity, const Write& write)
+      : text_(capacity < sizeof ShortText::bytes
+                  ? Storage(std::in_place_type<ShortText>, write)
+                  : Storage(std::in_place_type<std::string>, longText(capacity, write))) {}
+  explicit CString(std::string_view text)
+      : CString(text.size(), [text](char* to) {
+          std::memcpy(to, text.data(), text.size());
+          return to + text.size();
+        }) {}
+
+  template <class Write>
+  static std::string longText(size_t capacity, const Write& write) {
+    std::string text(capacity, '\0');
+    text.resize(static_cast<size_t>(write(text.data()) - text.data()));
+    return text;
+  }
+
+  std::string_view view() const {
+    if (const auto* loaded = std::get_if<std::string_view>(&text_)) return *loaded;
+    if (const auto* copied = std::get_if<ShortText>(&text_)) return {copied->bytes, copied->length};
+    return *std::get_if<std::string>(&text_);
+  }
   std::string& ownText();
+  void append(std::string_view tail);
 
   // A text from a module's table is not copied until this string is changed, so that a list of
   // forty labels needs no copies. A copy of the string has its own text and may outlive the module.
-  std::string text_;
-  std::string_view loaded_;  // used instead of text_ unless its data is null
+  // Other texts are short, such as dates, unless they are changed or too long.
+  Storage text_ = std::string_view("");
 };
 
 /// @{

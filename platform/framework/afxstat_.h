@@ -5,12 +5,10 @@
 // of a call are in the same language and a later call follows a changed environment.
 #pragma once
 
+#include <afx.h>
 #include <module_strings.h>
 #include <platform_api.h>
 #include <windows.h>
-
-#include <string>
-#include <string_view>
 
 // Exists as long as its module. The table is not copied.
 class AFX_MODULE_STATE {
@@ -32,14 +30,16 @@ class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
   AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
   AFX_MAINTAIN_STATE2& operator=(const AFX_MAINTAIN_STATE2&) = delete;
 
-  // Finds a text of the module. Either `text` is set to the one in the table, or `encoded` to a
-  // copy in the user's code page. False, with both unchanged, if there is no such text.
-  bool loadText(UINT id, std::string_view& text, std::string& encoded) {
-    return languageTaken_ ? strings_.load(id, text, encoded) : loadFirstText(id, text, encoded);
+  // The current one of this thread, or null.
+  static AFX_MAINTAIN_STATE2* current() noexcept;
+
+  // Loads a text of the module. False, with `text` unchanged, if there is no such text.
+  bool loadText(UINT id, CString& text) {
+    return languageTaken_ ? strings_.load(id, text) : loadFirstText(id, text);
   }
 
  private:
-  bool loadFirstText(UINT id, std::string_view& text, std::string& encoded);
+  bool loadFirstText(UINT id, CString& text);
 
   const AFX_MODULE_STATE* module_;
   AFX_MAINTAIN_STATE2* previous_;
@@ -47,3 +47,9 @@ class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
   bool languageTaken_ = false;
   exifkeep::ModuleStrings strings_;
 };
+
+inline BOOL CString::LoadString(AFX_MAINTAIN_STATE2& state, UINT id) {
+  const bool isLoaded = state.loadText(id, *this);
+  if (!isLoaded) Empty();
+  return isLoaded;
+}

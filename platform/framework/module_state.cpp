@@ -21,16 +21,19 @@ AFX_MAINTAIN_STATE2::~AFX_MAINTAIN_STATE2() {
 }
 
 // Once in a call; out of the way of the other texts.
-[[gnu::cold]] bool AFX_MAINTAIN_STATE2::loadFirstText(UINT id, std::string_view& text,
-                                                      std::string& encoded) {
+[[gnu::cold]] bool AFX_MAINTAIN_STATE2::loadFirstText(UINT id, CString& text) {
   if (!module_ || !module_->strings()) return false;
   strings_.take(*module_->strings());
   languageTaken_ = true;
-  return strings_.load(id, text, encoded);
+  return strings_.load(id, text);
+}
+
+AFX_MAINTAIN_STATE2* AFX_MAINTAIN_STATE2::current() noexcept {
+  return innermost;
 }
 
 BOOL CString::LoadString(UINT id) {
-  text_.clear();
-  loaded_ = {};
-  return innermost && innermost->loadText(id, loaded_, text_);
+  if (innermost) return LoadString(*innermost, id);
+  Empty();
+  return FALSE;
 }

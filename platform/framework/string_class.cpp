@@ -24,23 +24,33 @@ const char* orEmpty(const char* text) {
 }  // namespace
 
 std::string& CString::ownText() {
-  if (loaded_.data()) text_ = loaded_;  // if this throws, the string is unchanged
-  loaded_ = {};
-  return text_;
+  if (!std::holds_alternative<std::string>(text_)) text_ = std::string(view());
+  return *std::get_if<std::string>(&text_);
+}
+
+// `tail` may be part of this string.
+void CString::append(std::string_view tail) {
+  if (auto* own = std::get_if<std::string>(&text_)) {
+    *own += tail;
+    return;
+  }
+  std::string joined;
+  joined.reserve(size() + tail.size());
+  text_ = std::move(joined.append(view()).append(tail));
 }
 
 CString& CString::operator+=(const CString& tail) {
-  ownText() += tail.view();
+  append(tail.view());
   return *this;
 }
 
 CString& CString::operator+=(const char* tail) {
-  ownText() += orEmpty(tail);
+  append(orEmpty(tail));
   return *this;
 }
 
 CString& CString::operator+=(char tail) {
-  if (tail != '\0') ownText() += tail;
+  if (tail != '\0') append({&tail, 1});
   return *this;
 }
 
@@ -100,7 +110,6 @@ void CString::Format(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   text_ = exifkeep::formatInCLocale(format, arguments);
-  loaded_ = {};
   va_end(arguments);
 }
 

@@ -3,6 +3,8 @@
 #include <language.h>
 #include <module_strings.h>
 
+#include <string>
+
 #include "locale_name.h"
 
 namespace exifkeep {
@@ -16,6 +18,12 @@ void ModuleStrings::take(const AfxStringTable& table) {
   const LANGID language = userLanguage(variables);
   for (const AfxStringVariant& variant : table.variants)
     if (variant.language == language) texts_ = variant.texts;
+}
+
+CString ModuleStrings::encoded(std::string_view text) const {
+  std::string bytes;
+  encoder_->encode(text, bytes);
+  return bytes.c_str();
 }
 
 }  // namespace exifkeep

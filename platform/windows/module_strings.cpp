@@ -4,6 +4,9 @@
 #include <language.h>
 #include <module_strings.h>
 
+#include <string>
+#include <string_view>
+
 namespace exifkeep {
 namespace {
 
@@ -38,12 +41,12 @@ void ModuleStrings::take(const AfxStringTable& table) {
   language_ = userLanguage();
 }
 
-bool ModuleStrings::load(UINT id, std::string_view&, std::string& encoded) const {
+bool ModuleStrings::load(UINT id, CString& text) const {
   // Ids have 16 bits. A null module would mean the program's own file.
   if (!module_ || id > 0xFFFF) return false;
-  const std::wstring_view text = findString(module_, language_, id);
-  if (text.empty()) return false;
-  encoded = inCodePage(text);
+  const std::wstring_view found = findString(module_, language_, id);
+  if (found.empty()) return false;
+  text = inCodePage(found).c_str();
   return true;
 }
 

@@ -2,11 +2,9 @@
 // A module's texts, from the string resources of its file.
 #pragma once
 
+#include <afx.h>
 #include <platform_api.h>
 #include <windows.h>
-
-#include <string>
-#include <string_view>
 
 // The module that has the string table.
 struct AfxStringTable {
@@ -21,7 +19,7 @@ class EXIFKEEP_PLATFORM_API ModuleStrings {
   // Selects this table's texts in the user's language. May throw std::bad_alloc.
   void take(const AfxStringTable& table);
   // See AFX_MAINTAIN_STATE2::loadText.
-  bool load(UINT id, std::string_view& text, std::string& encoded) const;
+  bool load(UINT id, CString& text) const;
 
  private:
   HMODULE module_ = nullptr;

@@ -23,6 +23,22 @@ TEST(String, CutsFindsAndReplaces) {
   EXPECT_TRUE(text < "b" && "A" < text && text < CString("\x80") && text.GetAt(-1) == '\0');
 }
 
+// Short and long texts are kept in different places.
+TEST(String, KeepsTextsOfAllLengths) {
+  for (const size_t length : {0u, 15u, 30u, 31u, 300u}) {
+    const std::string given(length, 'y');
+    CString text(given.c_str()), copy = text, moved = std::move(copy);
+    EXPECT_EQ(std::string(moved), given);
+    text += static_cast<const char*>(text);
+    text += 'z';
+    EXPECT_EQ(std::string(text), given + given + 'z');
+    text.SetAt(0, 'x');
+    moved = text;
+    EXPECT_TRUE(moved == text && moved[0] == 'x' &&
+                std::string_view(text).data()[2 * length + 1] == 0);
+  }
+}
+
 TEST(String, FormatsDataAsItIs) {
   CString text = "5,5";
   text.Format("%s|%d/%ld (%s)|%.1f", static_cast<const char*>(text), -1, 2L, "%n %s", 2.25);
