@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <iterator>
-#include <string_view>
+#include <span>
 
 #include "info/words.h"
 #include "read/tag_tables.h"
@@ -20,8 +20,10 @@ enum class ValueRule : uint8_t {
   exifVersion,  // the same, followed by "(R98)" for files that follow those interoperability rules
   wholeRational,  // as stored
   exposureTime,   // as stored, in seconds
-  decimal,        // the quotient and the row's unit; no item for a denominator of 0
-  focalLength,    // the quotient in millimetres; no item for a denominator of 0
+  decimal,        // the quotient; no item for a denominator of 0
+  apex,           // likewise, followed by "(APEX)"
+  bcps,           // likewise, followed by "(BCPS)"
+  focalLength,    // likewise, in millimetres
   number,
   nonZeroNumber,  // no item for 0
   makerNote,      // the start of the bytes as text
@@ -31,33 +33,32 @@ enum class ValueRule : uint8_t {
   plain,          // numbers, text or bytes as stored, in no language
 };
 
-inline constexpr UINT noLabel = 0;
+inline constexpr uint16_t noLabel = 0;
 
 struct DisplayRow {
-  UINT label;  // or noLabel: the tag's name in the standard
-  const TagRow* source;
-  ValueRule rule;
-  std::string_view unit = {};
+  uint16_t label = noLabel;  // without one, the tag's name in the standard is shown
+  ValueRule rule = ValueRule::plain;
+  const TagRow* source = nullptr;
   const WordTable* words = nullptr;
 };
 
 namespace display_rows_detail {
 
-consteval DisplayRow image(UINT label, uint16_t tag, ValueRule rule) {
-  return {label, &knownTag(imageTags, tag), rule};
+consteval DisplayRow image(uint16_t label, uint16_t tag, ValueRule rule) {
+  return {label, rule, &knownTag(imageTags, tag)};
 }
-consteval DisplayRow image(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, &knownTag(imageTags, tag), ValueRule::word, {}, &words};
+consteval DisplayRow image(uint16_t label, uint16_t tag, const WordTable& words) {
+  return {label, ValueRule::word, &knownTag(imageTags, tag), &words};
 }
-consteval DisplayRow exif(UINT label, uint16_t tag, ValueRule rule, std::string_view unit = {}) {
-  return {label, &knownTag(exifTags, tag), rule, unit};
+consteval DisplayRow exif(uint16_t label, uint16_t tag, ValueRule rule) {
+  return {label, rule, &knownTag(exifTags, tag)};
 }
-consteval DisplayRow exif(UINT label, uint16_t tag, const WordTable& words) {
-  return {label, &knownTag(exifTags, tag), ValueRule::word, {}, &words};
+consteval DisplayRow exif(uint16_t label, uint16_t tag, const WordTable& words) {
+  return {label, ValueRule::word, &knownTag(exifTags, tag), &words};
 }
 
 // clang-format off
-inline constexpr DisplayRow imageRows[] = {
+inline constexpr auto imageRows = std::to_array<DisplayRow>({
     image(1, tag::imageDescription, ValueRule::text),
     image(2, tag::artist, ValueRule::text),
     image(3, tag::copyright, ValueRule::text),
@@ -72,9 +73,9 @@ inline constexpr DisplayRow imageRows[] = {
     image(11, tag::yCbCrPositioning, words::positioning),
     image(12, tag::imageWidth, ValueRule::number),
     image(13, tag::imageLength, ValueRule::number),
-};
+});
 
-inline constexpr DisplayRow exifRows[] = {
+inline constexpr auto exifRows = std::to_array<DisplayRow>({
     exif(25, tag::exposureTime, ValueRule::exposureTime),
     exif(26, tag::fNumber, ValueRule::decimal),
     exif(27, tag::exposureProgram, words::exposureProgram),
@@ -84,10 +85,10 @@ inline constexpr DisplayRow exifRows[] = {
     exif(31, tag::dateTimeDigitized, ValueRule::dateTime),
     exif(32, tag::componentsConfiguration, ValueRule::components),
     exif(33, tag::compressedBitsPerPixel, ValueRule::decimal),
-    exif(34, tag::shutterSpeedValue, ValueRule::decimal, " (APEX)"),
-    exif(35, tag::apertureValue, ValueRule::decimal, " (APEX)"),
-    exif(36, tag::exposureBiasValue, ValueRule::decimal, " (APEX)"),
-    exif(37, tag::maxApertureValue, ValueRule::decimal, " (APEX)"),
+    exif(34, tag::shutterSpeedValue, ValueRule::apex),
+    exif(35, tag::apertureValue, ValueRule::apex),
+    exif(36, tag::exposureBiasValue, ValueRule::apex),
+    exif(37, tag::maxApertureValue, ValueRule::apex),
     exif(38, tag::meteringMode, words::meteringMode),
     exif(39, tag::lightSource, words::lightSource),
     exif(40, tag::flash, words::flash),
@@ -108,8 +109,8 @@ inline constexpr DisplayRow exifRows[] = {
     exif(55, tag::subSecTime, ValueRule::dateTime),
     exif(56, tag::subSecTimeDigitized, ValueRule::dateTime),
     exif(57, tag::subSecTimeOriginal, ValueRule::dateTime),
-    exif(58, tag::flashEnergy, ValueRule::decimal, " (BCPS)"),
-    exif(59, tag::brightnessValue, ValueRule::decimal, " (APEX)"),
+    exif(58, tag::flashEnergy, ValueRule::bcps),
+    exif(59, tag::brightnessValue, ValueRule::apex),
     exif(60, tag::sharpness, words::softness),
     exif(61, tag::saturation, words::saturation),
     exif(62, tag::contrast, words::softness),
@@ -122,22 +123,43 @@ inline constexpr DisplayRow exifRows[] = {
     exif(69, tag::exposureIndex, ValueRule::decimal),
     exif(70, tag::focalLengthIn35mmFilm, ValueRule::number),
     exif(71, tag::imageUniqueId, ValueRule::text),
-};
+});
 // clang-format on
 
 // All GPS fields, in the order of their tags, without labels.
 inline constexpr auto gpsRows = [] {
   std::array<DisplayRow, std::size(gpsTags)> rows;
   std::ranges::transform(gpsTags, rows.begin(), [](const TagRow& row) {
-    return DisplayRow{noLabel, &row, ValueRule::plain};
+    return DisplayRow{noLabel, ValueRule::plain, &row};
   });
   return rows;
 }();
 
+// The presence flags of the rows' fields, side by side: most fields of a table are absent from a
+// picture, and their rows need not be looked at.
+template <size_t count>
+consteval std::array<uint16_t, count> flagsOf(const std::array<DisplayRow, count>& rows) {
+  std::array<uint16_t, count> flags;
+  std::ranges::transform(rows, flags.begin(),
+                         [](const DisplayRow& row) { return row.source->flag; });
+  return flags;
+}
+inline constexpr auto imageFlags = flagsOf(imageRows);
+inline constexpr auto exifFlags = flagsOf(exifRows);
+inline constexpr auto gpsFlags = flagsOf(gpsRows);
+
 }  // namespace display_rows_detail
 
-inline constexpr std::span<const DisplayRow> imageDisplayRows = display_rows_detail::imageRows;
-inline constexpr std::span<const DisplayRow> exifDisplayRows = display_rows_detail::exifRows;
-inline constexpr std::span<const DisplayRow> gpsDisplayRows = display_rows_detail::gpsRows;
+struct DisplayTable {
+  std::span<const DisplayRow> rows;
+  std::span<const uint16_t> flags;  // of the same fields
+};
+
+inline constexpr DisplayTable imageDisplay{display_rows_detail::imageRows,
+                                           display_rows_detail::imageFlags};
+inline constexpr DisplayTable exifDisplay{display_rows_detail::exifRows,
+                                          display_rows_detail::exifFlags};
+inline constexpr DisplayTable gpsDisplay{display_rows_detail::gpsRows,
+                                         display_rows_detail::gpsFlags};
 
 }  // namespace exifkeep

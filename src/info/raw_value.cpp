@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "info/value_text.h"
 #include "read/record_field.h"
@@ -14,13 +15,22 @@ namespace {
 using Kind = InfoField::Kind;
 using Directory = InfoField::Directory;
 
-// The three tables are separate arrays: a row belongs to the one that contains it.
-Directory directoryOf(const TagRow& row) {
-  const auto isIn = [&row](TagTable table) {
-    return &row >= &table.front() && &row <= &table.back();
+// Sets the directory and the name. The tables are separate arrays: a row belongs to the one that
+// contains it.
+void identify(const TagRow& row, InfoField& field) {
+  struct Table {
+    TagTable rows;
+    std::span<const char* const> names;
+    Directory directory;
   };
-  if (isIn(imageTags)) return Directory::image;
-  return isIn(exifTags) ? Directory::exif : Directory::gps;
+  static constexpr Table tables[] = {{imageTags, imageTagNames, Directory::image},
+                                     {exifTags, exifTagNames, Directory::exif},
+                                     {gpsTags, gpsTagNames, Directory::gps}};
+  for (const auto& [rows, names, directory] : tables) {
+    if (&row < &rows.front() || &row > &rows.back()) continue;
+    field.directory = directory;
+    field.name = names[static_cast<size_t>(&row - rows.data())];
+  }
 }
 
 Kind kindOf(const DisplayRow& row) {
@@ -37,41 +47,48 @@ Kind kindOf(const DisplayRow& row) {
   }
 }
 
-using Kept = std::unique_ptr<std::byte[]>;
+// The memory for a field's values.
+struct Kept {
+  std::byte* take(size_t size) {
+    if (size <= space.size()) return space.data();
+    larger = std::make_unique_for_overwrite<std::byte[]>(size);
+    return larger.get();
+  }
+  std::span<std::byte> space;
+  std::unique_ptr<std::byte[]> larger = nullptr;
+};
 
 // `count` consecutive values in `bytes`.
 template <class Value>
-Kept keepNumbers(const char* bytes, size_t count, InfoField& field) {
-  auto kept = std::make_unique_for_overwrite<std::byte[]>(count * sizeof(int64_t));
-  auto* numbers = reinterpret_cast<int64_t*>(kept.get());
+void keepNumbers(const char* bytes, size_t count, InfoField& field, Kept& kept) {
+  auto* numbers = reinterpret_cast<int64_t*>(kept.take(count * sizeof(int64_t)));
   for (size_t i = 0; i < count; ++i) {
     Value value;
     std::memcpy(&value, bytes + i * sizeof value, sizeof value);
     numbers[i] = value;
   }
   field.numbers = {numbers, count};
-  return kept;
 }
 
-Kept keepNumbersOf(const TagRow& row, const char* bytes, InfoField& field) {
+void keepNumbersOf(const TagRow& row, const char* bytes, InfoField& field, Kept& kept) {
   switch (row.fetch) {
     case Fetch::rationals:
-      return row.type == TiffType::srational ? keepNumbers<int32_t>(bytes, 2 * row.limit, field)
-                                             : keepNumbers<uint32_t>(bytes, 2 * row.limit, field);
-    case Fetch::rawText: return keepNumbers<uint8_t>(bytes, row.limit, field);
-    case Fetch::rawByte: return keepNumbers<uint8_t>(bytes, 1, field);
+      return row.type == TiffType::srational
+                 ? keepNumbers<int32_t>(bytes, 2 * row.limit, field, kept)
+                 : keepNumbers<uint32_t>(bytes, 2 * row.limit, field, kept);
+    case Fetch::rawText: return keepNumbers<uint8_t>(bytes, row.limit, field, kept);
+    case Fetch::rawByte: return keepNumbers<uint8_t>(bytes, 1, field, kept);
     case Fetch::shortValue:
-      if (row.capacity == sizeof(uint16_t)) return keepNumbers<uint16_t>(bytes, 1, field);
+      if (row.capacity == sizeof(uint16_t)) return keepNumbers<uint16_t>(bytes, 1, field, kept);
       [[fallthrough]];
-    default: return keepNumbers<uint32_t>(bytes, 1, field);
+    default: return keepNumbers<uint32_t>(bytes, 1, field, kept);
   }
 }
 
-Kept keepBytes(std::string_view bytes, InfoField& field) {
-  auto kept = std::make_unique_for_overwrite<std::byte[]>(bytes.size());
-  field.bytes = {reinterpret_cast<char*>(kept.get()), bytes.size()};
-  std::ranges::copy(bytes, reinterpret_cast<char*>(kept.get()));
-  return kept;
+void keepBytes(std::string_view bytes, InfoField& field, Kept& kept) {
+  char* copy = reinterpret_cast<char*>(kept.take(bytes.size()));
+  std::ranges::copy(bytes, copy);
+  field.bytes = {copy, bytes.size()};
 }
 
 // The character code may be present without a comment.
@@ -98,15 +115,17 @@ std::string_view bytesOf(const TagRow& row, Kind kind, const void* record) {
 }  // namespace
 
 std::unique_ptr<std::byte[]> describeField(const DisplayRow& row, const void* record,
-                                           InfoField& field) {
+                                           InfoField& field, std::span<std::byte> space) {
   const TagRow& source = *row.source;
-  field.directory = directoryOf(source);
+  identify(source, field);
   field.tag = source.tag;
-  field.name = source.name;
   field.kind = kindOf(row);
+  Kept kept{space};
   if (field.kind == Kind::text || field.kind == Kind::bytes)
-    return keepBytes(bytesOf(source, field.kind, record), field);
-  return keepNumbersOf(source, RecordField(record, source).bytes(), field);
+    keepBytes(bytesOf(source, field.kind, record), field, kept);
+  else
+    keepNumbersOf(source, RecordField(record, source).bytes(), field, kept);
+  return std::move(kept.larger);
 }
 
 CString plainText(const InfoField& field) {

@@ -7,9 +7,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <initializer_list>
 #include <iterator>
-#include <string>
 
 namespace exifkeep {
 
@@ -19,20 +17,19 @@ CString textOf(std::string_view text) {
   return CString(text.data(), static_cast<int>(text.size()));
 }
 
-CString joined(std::initializer_list<std::string_view> parts) {
-  std::string text;
-  for (const std::string_view part : parts) text += part;
-  return textOf(text);
+char* writeText(char* to, std::string_view text) {
+  return std::ranges::copy(text, to).out;
 }
 
-// Returns the end of the text. REQUIRES: room for 11 characters at `to`.
+// Returns the end of the text. REQUIRES: room for `maxNumberLength` characters at `to`.
+constexpr size_t maxNumberLength = 11;
 char* writeNumber(char* to, uint32_t value) {
-  return std::to_chars(to, to + 11, static_cast<int32_t>(value)).ptr;
+  return std::to_chars(to, to + maxNumberLength, static_cast<int32_t>(value)).ptr;
 }
 
 // As stored, but without a denominator of 1. Returns the end of the text. REQUIRES: room for
 // `maxRationalLength` characters at `to`.
-constexpr size_t maxRationalLength = 2 * 11 + 1;
+constexpr size_t maxRationalLength = 2 * maxNumberLength + 1;
 char* writeRational(char* to, Rational value) {
   to = writeNumber(to, value.numerator);
   if (value.denominator == 1) return to;
@@ -42,8 +39,9 @@ char* writeRational(char* to, Rational value) {
 
 // Rounds the exact binary value to one decimal, ties to even, like C's printf. Done here because
 // the exact algorithm of to_chars takes five times as long, and a picture has about six such
-// values. Returns the end of the text. REQUIRES: a quotient of 32-bit numbers, room for 13
-// characters at `to`.
+// values. Returns the end of the text. REQUIRES: a quotient of 32-bit numbers, room for
+// `maxDecimalLength` characters at `to`.
+constexpr size_t maxDecimalLength = 13;
 char* writeOneDecimal(char* to, double quotient) {
   const double magnitude = std::abs(quotient), tenfold = magnitude * 10;
   double tenths = std::nearbyint(tenfold);
@@ -61,58 +59,67 @@ char* writeOneDecimal(char* to, double quotient) {
   return to;
 }
 
+constexpr size_t maxVersionLength = 5;
+char* writeVersion(char* to, const char* digits) {
+  const bool hasOneMajorDigit = digits[0] == '0';
+  const char text[] = {digits[0], digits[1], '.', digits[2], digits[3], '\0'};
+  // A zero byte among the four ends the text there.
+  return writeText(to, text + (hasOneMajorDigit ? 1 : 0));
+}
+
 }  // namespace
 
 CString dateTimeText(std::string_view stored) {
   constexpr size_t dateLength = 10;
-  char text[maxDateTimeLength];
-  std::ranges::copy(stored, text);
-  std::replace(text, text + std::min(stored.size(), dateLength), ':', '/');
-  return textOf({text, stored.size()});
+  return CString::written(stored.size(), [&](char* to) {
+    char* end = writeText(to, stored);
+    std::replace(to, to + std::min(stored.size(), dateLength), ':', '/');
+    return end;
+  });
 }
 
 CString versionText(const char* digits) {
-  const bool hasOneMajorDigit = digits[0] == '0';
-  char text[] = {digits[0], digits[1], '.', digits[2], digits[3], '\0'};
-  // A zero byte among the four ends the text there.
-  return CString(text + (hasOneMajorDigit ? 1 : 0));
+  return CString::written(maxVersionLength, [&](char* to) { return writeVersion(to, digits); });
 }
 
 CString exifVersionText(const char* digits, bool isR98) {
-  CString text = versionText(digits);
-  if (isR98) text += wordText(word::r98);
-  return text;
+  const CString rules = isR98 ? wordText(word::r98) : CString();
+  return CString::written(maxVersionLength + rules.size(),
+                          [&](char* to) { return writeText(writeVersion(to, digits), rules); });
 }
 
 CString wholeRationalText(Rational value) {
-  char text[maxRationalLength];
-  return textOf({text, writeRational(text, value)});
+  return CString::written(maxRationalLength, [&](char* to) { return writeRational(to, value); });
 }
 
 CString exposureTimeText(Rational value) {
-  char text[maxRationalLength];
-  const char* end = writeRational(text, value);
-  return joined({{text, end}, " (", wordText(word::seconds), ")"});
+  char buffer[maxRationalLength];
+  const std::string_view number(buffer, writeRational(buffer, value));
+  const CString unit = wordText(word::seconds);
+  return CString::written(number.size() + 3 + unit.size(), [&](char* to) {
+    to = writeText(writeText(to, number), " (");
+    return writeText(writeText(to, unit), ")");
+  });
 }
 
 CString decimalText(double numerator, double denominator, std::string_view unit) {
-  char text[13 + maxUnitLength];
-  char* end = writeOneDecimal(text, numerator / denominator);
-  return textOf({text, std::ranges::copy(unit, end).out});
+  return CString::written(maxDecimalLength + unit.size(), [&](char* to) {
+    return writeText(writeOneDecimal(to, numerator / denominator), unit);
+  });
 }
 
 CString focalLengthText(Rational value) {
   // Rounded to single precision first. Intended: 545/100 has always been shown as 5.4.
   const float quotient =
       static_cast<float>(static_cast<double>(value.numerator) / value.denominator);
-  char text[13];
-  const char* end = writeOneDecimal(text, double{quotient});
-  return joined({{text, end}, " ", wordText(word::millimetres)});
+  const CString unit = wordText(word::millimetres);
+  return CString::written(maxDecimalLength + 1 + unit.size(), [&](char* to) {
+    return writeText(writeText(writeOneDecimal(to, double{quotient}), " "), unit);
+  });
 }
 
 CString numberText(uint32_t value) {
-  char text[12];
-  return textOf({text, writeNumber(text, value)});
+  return CString::written(maxNumberLength, [&](char* to) { return writeNumber(to, value); });
 }
 
 CString bytesText(const void* bytes, size_t count) {
@@ -123,18 +130,19 @@ CString bytesText(const void* bytes, size_t count) {
 
 CString componentsText(const char* components) {
   static constexpr std::string_view known[] = {"", "Y", "Cb", "Cr", "R", "G", "B"};
+  constexpr size_t maxLength = 4 * 2;
   const auto lettersOf = [](char component) {
     const auto index = static_cast<uint8_t>(component);
     return index < std::size(known) ? known[index] : std::string_view();
   };
-  char buffer[4 * 2];
-  char* end = buffer;
-  for (int i = 0; i < 4; ++i) end = std::ranges::copy(lettersOf(components[i]), end).out;
-  const std::string_view letters(buffer, end);
-  if (!lettersOf(components[0]).empty()) return textOf(letters);
   // Without a known first component, the letters of the others follow the text for "does not
   // exist". Intended: it shows that the file's list is odd.
-  return joined({wordText(word::doesNotExist), letters});
+  const CString start = lettersOf(components[0]).empty() ? wordText(word::doesNotExist) : CString();
+  return CString::written(start.size() + maxLength, [&](char* to) {
+    to = writeText(to, start);
+    for (int i = 0; i < 4; ++i) to = writeText(to, lettersOf(components[i]));
+    return to;
+  });
 }
 
 }  // namespace exifkeep

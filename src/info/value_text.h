@@ -19,10 +19,14 @@ inline CString wordText(UINT id) {
   text.LoadString(id);
   return text;
 }
+// The same for a state that has been looked up, or null: most texts of a list are loaded like this.
+inline CString wordText(AFX_MAINTAIN_STATE2* state, UINT id) {
+  CString text;
+  if (state) text.LoadString(*state, id);
+  return text;
+}
 
 // "2002:05:14 10:20:30" becomes 2002/05/14 10:20:30: only the first ten characters are changed.
-// REQUIRES: at most `maxDateTimeLength` characters.
-inline constexpr size_t maxDateTimeLength = 40;
 CString dateTimeText(std::string_view stored);
 
 // "0220" becomes 2.20, "1000" becomes 10.00. REQUIRES: four characters.
@@ -38,7 +42,6 @@ CString wholeRationalText(Rational value);
 CString exposureTimeText(Rational value);
 
 // The quotient with one decimal, followed by the unit. REQUIRES: a denominator that is not 0.
-inline constexpr size_t maxUnitLength = 10;
 CString decimalText(double numerator, double denominator, std::string_view unit);
 
 // 5.4 (mm). REQUIRES: a denominator that is not 0.

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -17,7 +18,7 @@
 namespace exifkeep {
 
 // Value types of TIFF 6.0, section 2.
-enum class TiffType : uint16_t {
+enum class TiffType : uint8_t {
   byte = 1,
   ascii = 2,
   short_ = 3,
@@ -62,11 +63,17 @@ struct TagRow {
   uint16_t tag;
   TiffType type;
   Fetch fetch;
-  uint16_t limit;         // values, or bytes of text
-  uint16_t field;         // offset of the field in its record, or noField
-  uint16_t capacity;      // bytes of the field
-  uint16_t flag;          // offset of the presence flag, or noField
-  const char* name = "";  // the tag's name in the standard
+  uint16_t limit;     // values, or bytes of text
+  uint16_t field;     // offset of the field in its record, or noField
+  uint16_t capacity;  // bytes of the field
+  uint16_t flag;      // offset of the presence flag, or noField
+};
+
+// A row and the tag's name in the standard. The names are kept apart from the rows, which every
+// call looks at.
+struct NamedTag {
+  TagRow row;
+  const char* name = "";
 };
 
 // `make` and `Make` are the field make and its flag hasMake.
@@ -92,18 +99,19 @@ struct TagName {
 template <TagName name>
 inline constexpr const char* standardName = name.text;
 
+// clang-format off
 // The row of a tag with the same name as its field. The preprocessor needs the flag's name spelled
 // out, so the compiler checks that it matches the field.
 #define FIELD(field, Flag, type, fetch, limit)                                               \
-  TagRow {                                                                                   \
-    isFlagOf(#field, #Flag) ? tag::field : throw "this is the flag of another field",        \
-        TiffType::type, Fetch::fetch, limit, offsetof(RECORD, field), sizeof(RECORD::field), \
-        offsetof(RECORD, has##Flag), standardName<#Flag>                                     \
-  }
+  {{isFlagOf(#field, #Flag) ? tag::field : throw "this is the flag of another field",        \
+    TiffType::type, Fetch::fetch, limit, offsetof(RECORD, field), sizeof(RECORD::field),     \
+    offsetof(RECORD, has##Flag)},                                                            \
+   standardName<#Flag>}
 
-// clang-format off
+namespace tag_tables_detail {
+
 #define RECORD ImageIfdRecord
-inline constexpr TagRow imageTags[] = {
+inline constexpr NamedTag imageTags[] = {
     FIELD(imageWidth, ImageWidth, long_, shortOrLong, 1),
     FIELD(imageLength, ImageLength, long_, shortOrLong, 1),
     FIELD(bitsPerSample, BitsPerSample, short_, shorts, 3),
@@ -126,8 +134,8 @@ inline constexpr TagRow imageTags[] = {
     FIELD(artist, Artist, ascii, bytes, 255),
     FIELD(whitePoint, WhitePoint, rational, rationals, 2),
     FIELD(primaryChromaticities, PrimaryChromaticities, rational, rationals, 6),
-    TagRow{tag::jpegInterchangeFormat, TiffType::long_, Fetch::skipped, 1, noField, 0, noField},
-    TagRow{tag::jpegInterchangeFormatLength, TiffType::long_, Fetch::skipped, 1, noField, 0, noField},
+    {{tag::jpegInterchangeFormat, TiffType::long_, Fetch::skipped, 1, noField, 0, noField}},
+    {{tag::jpegInterchangeFormatLength, TiffType::long_, Fetch::skipped, 1, noField, 0, noField}},
     FIELD(yCbCrCoefficients, YCbCrCoefficients, rational, rationals, 3),
     FIELD(yCbCrPositioning, YCbCrPositioning, short_, shortValue, 1),
     FIELD(referenceBlackWhite, ReferenceBlackWhite, rational, rationals, 6),
@@ -138,7 +146,7 @@ inline constexpr TagRow imageTags[] = {
 #undef RECORD
 
 #define RECORD ExifIfdRecord
-inline constexpr TagRow exifTags[] = {
+inline constexpr NamedTag exifTags[] = {
     FIELD(exposureTime, ExposureTime, rational, rationals, 1),
     FIELD(fNumber, FNumber, rational, rationals, 1),
     FIELD(exposureProgram, ExposureProgram, short_, shortValue, 1),
@@ -162,7 +170,7 @@ inline constexpr TagRow exifTags[] = {
     FIELD(focalLength, FocalLength, rational, rationals, 1),
     FIELD(subjectArea, SubjectArea, short_, subjectArea, 4),
     FIELD(makerNote, MakerNote, undefined, makerNote, 0),
-    TagRow{tag::userComment, TiffType::undefined, Fetch::userComment, 8, offsetof(ExifIfdRecord, userCommentCode), sizeof(ExifIfdRecord::userCommentCode), offsetof(ExifIfdRecord, hasUserComment), "UserComment"},
+    {{tag::userComment, TiffType::undefined, Fetch::userComment, 8, offsetof(ExifIfdRecord, userCommentCode), sizeof(ExifIfdRecord::userCommentCode), offsetof(ExifIfdRecord, hasUserComment)}, "UserComment"},
     FIELD(subSecTime, SubSecTime, ascii, bytes, 34),
     FIELD(subSecTimeOriginal, SubSecTimeOriginal, ascii, bytes, 34),
     FIELD(subSecTimeDigitized, SubSecTimeDigitized, ascii, bytes, 34),
@@ -171,7 +179,7 @@ inline constexpr TagRow exifTags[] = {
     FIELD(pixelXDimension, PixelXDimension, long_, shortOrLong, 1),
     FIELD(pixelYDimension, PixelYDimension, long_, shortOrLong, 1),
     FIELD(relatedSoundFile, RelatedSoundFile, ascii, shortText, 14),
-    TagRow{tag::interoperabilityIfdPointer, TiffType::long_, Fetch::interoperability, 1, noField, 0, noField},
+    {{tag::interoperabilityIfdPointer, TiffType::long_, Fetch::interoperability, 1, noField, 0, noField}},
     FIELD(flashEnergy, FlashEnergy, rational, rationals, 1),
     FIELD(focalPlaneXResolution, FocalPlaneXResolution, rational, rationals, 1),
     FIELD(focalPlaneYResolution, FocalPlaneYResolution, rational, rationals, 1),
@@ -197,7 +205,7 @@ inline constexpr TagRow exifTags[] = {
 #undef RECORD
 
 #define RECORD GpsIfdRecord
-inline constexpr TagRow gpsTags[] = {
+inline constexpr NamedTag gpsTags[] = {
     FIELD(gpsVersionId, GpsVersionId, byte, rawText, 4),
     FIELD(gpsLatitudeRef, GpsLatitudeRef, ascii, rawText, 2),
     FIELD(gpsLatitude, GpsLatitude, rational, rationals, 3),
@@ -233,6 +241,32 @@ inline constexpr TagRow gpsTags[] = {
 #undef RECORD
 #undef FIELD
 
+// clang-format on
+
+template <class Value, size_t count>
+consteval auto allOf(const NamedTag (&tags)[count], Value NamedTag::*member) {
+  std::array<Value, count> values;
+  std::ranges::transform(tags, values.begin(), member);
+  return values;
+}
+
+}  // namespace tag_tables_detail
+
+inline constexpr auto imageTags =
+    tag_tables_detail::allOf(tag_tables_detail::imageTags, &NamedTag::row);
+inline constexpr auto exifTags =
+    tag_tables_detail::allOf(tag_tables_detail::exifTags, &NamedTag::row);
+inline constexpr auto gpsTags =
+    tag_tables_detail::allOf(tag_tables_detail::gpsTags, &NamedTag::row);
+// The names of the same rows.
+inline constexpr auto imageTagNames =
+    tag_tables_detail::allOf(tag_tables_detail::imageTags, &NamedTag::name);
+inline constexpr auto exifTagNames =
+    tag_tables_detail::allOf(tag_tables_detail::exifTags, &NamedTag::name);
+inline constexpr auto gpsTagNames =
+    tag_tables_detail::allOf(tag_tables_detail::gpsTags, &NamedTag::name);
+
+// clang-format off
 // Part of the Exif record, as the interoperability directory has no record of its own.
 inline constexpr TagRow interoperabilityTags[] = {
     TagRow{tag::interoperabilityIndex, TiffType::ascii, Fetch::isR98, 4, noField, 0, offsetof(ExifIfdRecord, isR98Interoperability)},
