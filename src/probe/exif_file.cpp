@@ -26,11 +26,11 @@ std::span<const uint8_t> ExifFile::moveWindow(uint64_t at, size_t length) {
   window_ = &windows_[window_ == &windows_[0] ? 1 : 0];
   if (!window_->holds(at, length)) {
     const auto skipped = static_cast<size_t>(at % pageSize);
-    const size_t wanted = std::max(fillSize_, skipped + length);
+    const size_t wanted = std::max(window_->fillSize, skipped + length);
     window_->start = at - skipped;
     window_->length = file_.readAt(window_->start, window_->bytes, wanted);
     if (window_->length < wanted) end_ = window_->start + window_->length;
-    fillSize_ = sizeof window_->bytes;
+    window_->fillSize = sizeof window_->bytes;
   }
   const uint64_t from = at - window_->start;
   if (from >= window_->length) return none;

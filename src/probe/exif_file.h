@@ -82,6 +82,7 @@ class ExifFile {
     }
     uint64_t start = 0;
     size_t length = 0;
+    size_t fillSize = pageSize;  // first only a page, enough for the metadata of most pictures
     uint8_t bytes[pageSize + maxView];
   };
   // The rest of bytesAt, if the window used last does not have all bytes.
@@ -92,7 +93,6 @@ class ExifFile {
   uint64_t end_ = INT64_MAX;  // no bytes from here on: the largest file, or what a read has shown
   uint64_t tiffBase_ = 0;
   bool littleEndian_ = true;
-  size_t fillSize_ = pageSize;  // first only a page, which has the metadata of most pictures
   Window windows_[2];
   Window* window_ = &windows_[0];  // the window used last
 };

@@ -42,11 +42,11 @@ bool looksLikeText(const IfdEntry& entry) {
   return std::all_of(begin, std::end(entry.value), [](uint8_t c) { return c == 0; });
 }
 
-// Copies text up to a zero byte and fills the rest of the field with zeros.
+// Copies text up to a zero byte and fills the rest of the field with zeros. REQUIRES: the text is
+// shorter than the field.
 void copyText(char* field, size_t capacity, const char* text, size_t length) {
-  const size_t used = strnlen(text, length);
-  std::memcpy(field, text, used);
-  std::memset(field + used, 0, capacity - used);
+  std::strncpy(field, text, length);
+  for (size_t i = length; i < capacity; ++i) field[i] = '\0';
 }
 
 // Stores the value of one entry in one field.
