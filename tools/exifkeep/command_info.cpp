@@ -138,7 +138,8 @@ ExitStatus listAsJson(const InfoOptions& options) {
     writeExif(json, info.refusal());
     json.key("items");
     json.beginArray();
-    info.forEachItem([&](const exifkeep::InfoField& field) { writeField(json, field); });
+    thread_local FieldWriter fields;
+    info.forEachItem([&](const exifkeep::InfoField& field) { fields.write(json, field); });
     json.endArray();
     return info.refusal();
   };

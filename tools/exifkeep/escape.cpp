@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 
 namespace program {
@@ -65,9 +64,11 @@ bool isControl(char32_t codePoint) {
          });
 }
 
-std::string hexadecimal(const char* form, unsigned value) {
-  char text[16];
-  std::snprintf(text, sizeof text, form, value);
+// The number with this many hexadecimal digits, after a prefix.
+std::string hexadecimal(std::string_view prefix, int digits, unsigned value) {
+  std::string text(prefix);
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
+    text += "0123456789abcdef"[value >> shift & 0xF];
   return text;
 }
 
@@ -76,13 +77,14 @@ std::string escapedControl(char32_t codePoint) {
     case U'\n': return "\\n";
     case U'\r': return "\\r";
     case U'\t': return "\\t";
-    default: return hexadecimal(codePoint < 0x80 ? "\\x%02x" : "\\u%04x", codePoint);
+    default:
+      return codePoint < 0x80 ? hexadecimal("\\x", 2, codePoint) : hexadecimal("\\u", 4, codePoint);
   }
 }
 
 std::string escapedBytes(std::string_view bytes) {
   std::string text;
-  for (const char byte : bytes) text += hexadecimal("\\x%02x", static_cast<unsigned char>(byte));
+  for (const char byte : bytes) text += hexadecimal("\\x", 2, static_cast<unsigned char>(byte));
   return text;
 }
 
@@ -157,7 +159,7 @@ std::string escapeForJson(std::string_view text) {
     else if (isQuoted)
       (escaped += '\\') += step.bytes;
     else
-      escaped += hexadecimal("\\u%04x", step.codePoint);
+      escaped += hexadecimal("\\u", 4, step.codePoint);
     text = unread;
   }
   return escaped += text;

@@ -43,6 +43,28 @@ void writeRaw(JsonWriter& json, const InfoField& field) {
   }
 }
 
+// The following two return what they have written.
+std::string_view writeStart(JsonWriter& json, const InfoField& field) {
+  json.beginObject();
+  const size_t brace = json.written().size() - 1;
+  json.key("directory");
+  json.text(nameOf(field.directory));
+  json.key("tag");
+  json.number(field.tag);
+  json.key("name");
+  json.text(field.name);
+  json.key("raw");
+  return json.written().substr(brace);
+}
+
+std::string_view writeMembers(JsonWriter& json, const InfoField& field) {
+  const size_t begin = json.written().size();
+  json.key("label");
+  json.text(field.label);
+  json.key("value");
+  return json.written().substr(begin);
+}
+
 }  // namespace
 
 ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
@@ -59,8 +81,8 @@ ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
     const FileRefusal refusal = answer(*json, path);
     json->endObject();
     return [&isFirst, isArray, path, json, refusal] {
-      if (!std::exchange(isFirst, false) && isArray) printBytes(",");
-      printBytes(json->written());
+      const bool omitsComma = std::exchange(isFirst, false) && isArray;
+      printBytes(json->written().substr(omitsComma ? 1 : 0));
       if (refusal.status == ExitStatus::failed) complainAbout(path, refusal.reason);
       return refusal.status;
     };
@@ -79,19 +101,30 @@ void writeExif(JsonWriter& json, const FileRefusal& refusal) {
     json.text(refusal.error);
 }
 
-void writeField(JsonWriter& json, const InfoField& field) {
-  json.beginObject();
-  json.key("directory");
-  json.text(nameOf(field.directory));
-  json.key("tag");
-  json.number(field.tag);
-  json.key("name");
-  json.text(field.name);
-  json.key("raw");
+// Fields have the same order in all lists, so that the next frame is usually the right one.
+FieldWriter::Frame& FieldWriter::frameOf(const InfoField& field) {
+  for (size_t tried = 0, at = next_; tried < frames_.size(); ++tried, ++at) {
+    if (at == frames_.size()) at = 0;
+    if (frames_[at].name != field.name) continue;
+    next_ = at + 1;
+    return frames_[at];
+  }
+  return *frames_.insert(frames_.begin() + static_cast<std::ptrdiff_t>(next_++),
+                         Frame{field.name, "", ""});
+}
+
+void FieldWriter::write(JsonWriter& json, const InfoField& field) {
+  Frame& frame = frameOf(field);
+  const bool isNew = frame.start.empty();
+  if (isNew)
+    frame.start = writeStart(json, field);
+  else
+    json.repeatObjectStart(frame.start);
   writeRaw(json, field);
-  json.key("label");
-  json.text(field.label);
-  json.key("value");
+  if (isNew)
+    frame.members = writeMembers(json, field);
+  else
+    json.repeatMembers(frame.members);
   json.text(field.value);
   json.endObject();
 }

@@ -20,7 +20,7 @@ JsonWriter::JsonWriter(Layout layout)
       comma_(layout == Layout::line ? 2 : 1),
       indent_(layout == Layout::line ? 0 : 2),
       separatorLength_(layout == Layout::element ? 4 : 2),
-      omitted_(layout == Layout::element ? 1 : 2),
+      omitted_(layout == Layout::element ? 0 : 2),
       depth_(layout == Layout::element ? 1 : 0) {}
 
 void JsonWriter::escapedText(std::string_view value) {
@@ -44,8 +44,7 @@ void JsonWriter::literal(std::string_view value) {
 void JsonWriter::open(char bracket) {
   *beginValue(1) = bracket;
   ++end_;
-  ++depth_;
-  separatorLength_ += indent_;
+  enter();
   omitted_ = comma_;
 }
 

@@ -18,7 +18,7 @@ class JsonWriter {
  public:
   enum class Layout {
     document,
-    element,  // of an array written elsewhere: as in a document, without the commas around it
+    element,  // of an array written elsewhere: as in a document, with a comma before it
     line,
   };
   explicit JsonWriter(Layout layout = Layout::document);
@@ -50,6 +50,17 @@ class JsonWriter {
   // REQUIRES: a number according to RFC 8259.
   void number(std::string_view digits) { literal(digits); }
 
+  // Write again what a writer of the same layout has written at the same depth: from the brace of
+  // an object to a key, or from the end of a member to a key.
+  void repeatObjectStart(std::string_view text) {
+    repeat(text, beginElement(text.size()));
+    enter();
+  }
+  void repeatMembers(std::string_view text) {
+    reserve(text.size());
+    repeat(text, end_);
+  }
+
   // Everything written so far.
   std::string_view written() const { return {block_.get(), end_}; }
 
@@ -58,6 +69,15 @@ class JsonWriter {
 
   void open(char bracket);
   void close(char bracket);
+  void enter() {
+    ++depth_;
+    separatorLength_ += indent_;
+  }
+  void repeat(std::string_view text, char* to) {
+    std::memcpy(to, text.data(), text.size());
+    end_ = to + text.size();
+    afterKey_ = true;
+  }
   void literal(std::string_view value);
   void escapedText(std::string_view value);
   // Both make room, write the separator that is due, and return where the next bytes go. A value

@@ -16,6 +16,7 @@ namespace program {
 namespace {
 
 std::string keptOutput;
+bool outputFailed = false;
 
 // Texts are in UTF-8 everywhere else. They are converted to the charset of the locale that was in
 // effect when the program started.
@@ -31,6 +32,13 @@ void writeMessage(const std::string& prefix, std::string_view text) {
   std::cerr << prefix + ' ' + inUserCharset(escapeForTerminal(text)) + '\n';
 }
 
+void write(std::string_view bytes) {
+  if (outputFailed || writeOutput(bytes)) return;
+  // A reader such as head closes the pipe on purpose, so no message.
+  if (errno != EPIPE) complainAbout("standard output", std::strerror(errno));
+  outputFailed = true;
+}
+
 }  // namespace
 
 void guardStandardStreams() {
@@ -43,18 +51,18 @@ void print(std::string_view text) {
 }
 
 void printBytes(std::string_view bytes) {
-  keptOutput += bytes;
+  // Copying as much as the JSON of a picture would take as long as writing it.
+  constexpr size_t longText = 4096;
+  if (keptOutput.empty() && bytes.size() >= longText)
+    write(bytes);
+  else
+    keptOutput += bytes;
 }
 
 bool flushOutput() {
-  static bool failed = false;
-  if (!failed && !writeOutput(keptOutput)) {
-    // A reader such as head closes the pipe on purpose, so no message.
-    if (errno != EPIPE) complainAbout("standard output", std::strerror(errno));
-    failed = true;
-  }
+  write(keptOutput);
   keptOutput.clear();
-  return !failed;
+  return !outputFailed;
 }
 
 void complain(std::string_view text) {
