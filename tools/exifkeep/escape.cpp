@@ -182,17 +182,28 @@ bool copyPlainJson(std::string_view text, char* to) {
   }
 }
 
-std::string base64(std::string_view bytes) {
-  constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string text((bytes.size() + 2) / 3 * 4, '=');
-  char* digit = text.data();
-  for (size_t at = 0; at < bytes.size(); at += 3, digit += 4) {
-    const std::string_view group = bytes.substr(at, 3);
-    unsigned bits = 0;
-    for (size_t i = 0; i < 3; ++i)
-      bits = bits << 8 | (i < group.size() ? static_cast<unsigned char>(group[i]) : 0u);
-    for (size_t i = 0; i <= group.size(); ++i) digit[i] = digits[bits >> (18 - 6 * i) & 0x3F];
+char* writeBase64(std::string_view bytes, char* to) {
+  static constexpr char digits[] =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  const auto byteAt = [bytes](size_t at) -> unsigned { return static_cast<uint8_t>(bytes[at]); };
+  size_t at = 0;
+  for (; at + 3 <= bytes.size(); at += 3) {
+    const unsigned bits = byteAt(at) << 16 | byteAt(at + 1) << 8 | byteAt(at + 2);
+    for (const int shift : {18, 12, 6, 0}) *to++ = digits[bits >> shift & 0x3F];
   }
+  if (at == bytes.size()) return to;
+  const bool isPair = at + 1 < bytes.size();
+  const unsigned bits = byteAt(at) << 16 | (isPair ? byteAt(at + 1) << 8 : 0);
+  *to++ = digits[bits >> 18];
+  *to++ = digits[bits >> 12 & 0x3F];
+  *to++ = isPair ? digits[bits >> 6 & 0x3F] : '=';
+  *to++ = '=';
+  return to;
+}
+
+std::string base64(std::string_view bytes) {
+  std::string text(base64Length(bytes.size()), '\0');
+  writeBase64(bytes, text.data());
   return text;
 }
 

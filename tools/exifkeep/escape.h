@@ -25,7 +25,12 @@ std::string escapeForJson(std::string_view text);
 bool copyPlainJson(std::string_view text, char* to);
 
 // RFC 4648, section 4.
+constexpr size_t base64Length(size_t bytes) {
+  return (bytes + 2) / 3 * 4;
+}
 std::string base64(std::string_view bytes);
+// Writes it to `to`; returns its end.
+char* writeBase64(std::string_view bytes, char* to);
 
 struct Utf8Step {
   std::string_view bytes;  // the bytes at the front of the text that form this step

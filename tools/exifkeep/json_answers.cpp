@@ -37,7 +37,7 @@ void writeRationals(JsonWriter& json, std::span<const int64_t> numbers) {
 void writeRaw(JsonWriter& json, const InfoField& field) {
   switch (field.kind) {
     case InfoField::Kind::text: return json.text(field.bytes);
-    case InfoField::Kind::bytes: return json.text(base64(field.bytes));
+    case InfoField::Kind::bytes: return json.base64Text(field.bytes);
     case InfoField::Kind::numbers: return writeNumbers(json, field.numbers);
     case InfoField::Kind::rationals: return writeRationals(json, field.numbers);
   }
@@ -101,30 +101,24 @@ void writeExif(JsonWriter& json, const FileRefusal& refusal) {
     json.text(refusal.error);
 }
 
-// Fields have the same order in all lists, so that the next frame is usually the right one.
-FieldWriter::Frame& FieldWriter::frameOf(const InfoField& field) {
-  for (size_t tried = 0, at = next_; tried < frames_.size(); ++tried, ++at) {
-    if (at == frames_.size()) at = 0;
-    if (frames_[at].name != field.name) continue;
-    next_ = at + 1;
-    return frames_[at];
-  }
-  return *frames_.insert(frames_.begin() + static_cast<std::ptrdiff_t>(next_++),
-                         Frame{field.name, "", ""});
-}
-
 void FieldWriter::write(JsonWriter& json, const InfoField& field) {
   Frame& frame = frameOf(field);
-  const bool isNew = frame.start.empty();
-  if (isNew)
-    frame.start = writeStart(json, field);
-  else
-    json.repeatObjectStart(frame.start);
+  if (frame.name != field.name) return writeNew(json, field, frame);
+  const std::string_view text = frame.text;
+  json.repeatObjectStart(text.substr(0, frame.startLength));
   writeRaw(json, field);
-  if (isNew)
-    frame.members = writeMembers(json, field);
-  else
-    json.repeatMembers(frame.members);
+  json.repeatMembers(text.substr(frame.startLength));
+  json.text(field.value);
+  json.endObject();
+}
+
+void FieldWriter::writeNew(JsonWriter& json, const InfoField& field, Frame& frame) {
+  frame = {};
+  frame.text = writeStart(json, field);
+  frame.startLength = frame.text.size();
+  writeRaw(json, field);
+  frame.text += writeMembers(json, field);
+  frame.name = field.name;
   json.text(field.value);
   json.endObject();
 }

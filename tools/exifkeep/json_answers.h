@@ -35,14 +35,21 @@ class FieldWriter {
 
  private:
   struct Frame {
-    const char* name;     // the pointer is the same for all fields of a tag
-    std::string start;    // from the object's brace to the key of the raw value; empty if new
-    std::string members;  // from the end of the raw value to the key of the text
+    const char* name = nullptr;  // the pointer is the same for all fields of a tag; null if unused
+    std::string text;            // from the object's brace to the key of the raw value, and from
+                                 // the end of the raw value to the key of the text
+    size_t startLength = 0;      // of the first part
   };
-  Frame& frameOf(const exifkeep::InfoField& field);
+  void writeNew(JsonWriter& json, const exifkeep::InfoField& field, Frame& frame);
 
-  std::vector<Frame> frames_;
-  size_t next_ = 0;  // after the frame that was used last
+  // A hash that gives every tag a frame of its own. If two shared one, they would replace each
+  // other.
+  Frame& frameOf(const exifkeep::InfoField& field) {
+    return frames_[field.tag * hashFactor % 0x10000 / (0x10000 / frameCount)];
+  }
+  static constexpr uint32_t hashFactor = 3423;
+  static constexpr size_t frameCount = 512;
+  std::vector<Frame> frames_{frameCount};
 };
 
 }  // namespace program

@@ -31,6 +31,14 @@ void JsonWriter::escapedText(std::string_view value) {
   *end_++ = '"';
 }
 
+void JsonWriter::base64Text(std::string_view bytes) {
+  char* to = beginValue(base64Length(bytes.size()) + 2);
+  *to++ = '"';
+  to = writeBase64(bytes, to);
+  *to++ = '"';
+  end_ = to;
+}
+
 void JsonWriter::number(int64_t value) {
   constexpr size_t maxDigits = 20;
   char* digits = beginValue(maxDigits);
@@ -46,16 +54,6 @@ void JsonWriter::open(char bracket) {
   ++end_;
   enter();
   omitted_ = comma_;
-}
-
-void JsonWriter::close(char bracket) {
-  --depth_;
-  separatorLength_ -= indent_;
-  reserve(maxSeparator + 2);
-  if (omitted_ == 0) separate(comma_);
-  omitted_ = 0;
-  *end_++ = bracket;
-  if (depth_ == 0) *end_++ = '\n';
 }
 
 void JsonWriter::grow(size_t count) {

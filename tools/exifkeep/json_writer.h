@@ -44,6 +44,7 @@ class JsonWriter {
     *to++ = '"';
     end_ = to;
   }
+  void base64Text(std::string_view bytes);
   void boolean(bool value) { literal(value ? "true" : "false"); }
   void null() { literal("null"); }
   void number(int64_t value);
@@ -68,7 +69,15 @@ class JsonWriter {
   static constexpr size_t maxSeparator = 16;
 
   void open(char bracket);
-  void close(char bracket);
+  void close(char bracket) {
+    --depth_;
+    separatorLength_ -= indent_;
+    reserve(maxSeparator + 2);
+    if (omitted_ == 0) separate(comma_);
+    omitted_ = 0;
+    *end_++ = bracket;
+    if (depth_ == 0) *end_++ = '\n';
+  }
   void enter() {
     ++depth_;
     separatorLength_ += indent_;
