@@ -106,20 +106,18 @@ struct ReleaseBlock {
 // Is in front of every item.
 struct ItemHead {
   ItemBlock* block;
-  std::unique_ptr<std::byte[]> larger = nullptr;  // what a DescribedField has no space for
+  std::unique_ptr<std::byte[]> larger = nullptr;  // what a ValueSpace is too small for
 };
 
-struct DescribedField : InfoField {
-  struct Space {
-    Space() {}                                              // not set
-    alignas(int64_t) std::byte bytes[6 * sizeof(int64_t)];  // three fractions, or a text
-  };
-  Space space = {};
+// What the views of an InfoField point to, if it is not larger.
+struct ValueSpace {
+  ValueSpace() {}                                         // not set
+  alignas(int64_t) std::byte bytes[6 * sizeof(int64_t)];  // three fractions, or a text
 };
 
-std::unique_ptr<std::byte[]> describe(const DisplayRow& row, const void* record,
-                                      DescribedField& field) {
-  auto larger = describeField(row, record, field, field.space.bytes);
+std::unique_ptr<std::byte[]> describe(const DisplayRow& row, const void* record, InfoField& field,
+                                      ValueSpace& space) {
+  auto larger = describeField(row, record, field, space.bytes);
   if (row.rule == ValueRule::plain) field.value = plainText(field);
   if (row.label == noLabel) field.label = field.name;
   return larger;
@@ -127,16 +125,20 @@ std::unique_ptr<std::byte[]> describe(const DisplayRow& row, const void* record,
 
 template <class Item>
 struct Listed {
+  static constexpr bool isField = std::is_same_v<Item, InfoField>;
+  struct NoSpace {};
+
   // The texts are created in place: moving a CString takes as long as making a short one.
   Listed(const DisplayRow& row, const void* record, AFX_MAINTAIN_STATE2* state, ItemBlock& block)
       : head{&block}, item{itemOf(row, record, state)} {
-    if constexpr (std::is_same_v<Item, DescribedField>) head.larger = describe(row, record, item);
+    if constexpr (isField) head.larger = describe(row, record, item, space);
     ++block.holders;
   }
   ItemHead head;
   Item item;
+  [[no_unique_address]] std::conditional_t<isField, ValueSpace, NoSpace> space;
 };
-static_assert(sizeof(ItemHead) % alignof(DescribedField) == 0);  // nothing between head and item
+static_assert(sizeof(ItemHead) % alignof(InfoField) == 0);  // nothing between head and item
 
 // As many as fit into the largest block that the allocator caches for the thread (glibc's).
 template <class Item>
@@ -206,17 +208,17 @@ void appendItems(const DisplayTable& table, const void* record, CPtrList& list) 
 }  // namespace
 
 void AppendImageInfoItems(const ImageIfdRecord& primary, CPtrList& list, bool isFieldList) {
-  const auto append = isFieldList ? appendItems<DescribedField> : appendItems<InfoItem>;
+  const auto append = isFieldList ? appendItems<InfoField> : appendItems<InfoItem>;
   append(imageDisplay, &primary, list);
 }
 
 void AppendExifInfoItems(const ExifIfdRecord& exif, CPtrList& list, bool isFieldList) {
-  const auto append = isFieldList ? appendItems<DescribedField> : appendItems<InfoItem>;
+  const auto append = isFieldList ? appendItems<InfoField> : appendItems<InfoItem>;
   append(exifDisplay, &exif, list);
 }
 
 void AppendGpsInfoItems(const GpsIfdRecord& gps, CPtrList& list) {
-  appendItems<DescribedField>(gpsDisplay, &gps, list);
+  appendItems<InfoField>(gpsDisplay, &gps, list);
 }
 
 bool FillInfoList(ExifReader& reader, const char* path, CPtrList& list) {
