@@ -187,7 +187,7 @@ class EXIFKEEP_PLATFORM_API CString {
 
   // A text from a module's table is not copied until this string is changed, so that a list of
   // forty labels needs no copies. A copy of the string has its own text and may outlive the module.
-  // Other texts are short, such as dates, unless they are changed or too long.
+  // Short texts, such as dates, are in the string itself until it is changed.
   Storage text_ = std::string_view("");
 };
 

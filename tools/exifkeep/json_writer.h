@@ -44,7 +44,7 @@ class JsonWriter {
     *to++ = '"';
     end_ = to;
   }
-  void base64Text(std::string_view bytes);
+  void base64Text(std::string_view bytes);  // RFC 4648, section 4
   void boolean(bool value) { literal(value ? "true" : "false"); }
   void null() { literal("null"); }
   void number(int64_t value);
