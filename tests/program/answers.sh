@@ -75,6 +75,14 @@ for form in --json --json-lines --csv --gps; do
 done
 ends 3 '"$E" info --json-lines -j 3 exif.jpg exif.jpg exif.jpg >/dev/full'
 
+# A picture's object is the same whatever was written before it.
+body=$("$E" info --json sound.jpg | sed '1d;$d')
+array=$("$E" info --json -j 1 sound.jpg exif.jpg sound.jpg | sed '1d;$d')
+case $array in "$body,"*",
+$body") ;; *) fail 'info --json of a picture listed before' ;; esac
+[ "$("$E" info --json-lines -j 1 sound.jpg exif.jpg sound.jpg | sort -u | wc -l)" = 2 ] ||
+  fail 'info --json-lines of a picture listed before'
+
 # Failure to write output is reported, unless the reader has closed the pipe. The FIFO makes sure
 # that it has.
 for arguments in 'check exif.jpg >/dev/full' 'info --json exif.jpg >/dev/full' \
