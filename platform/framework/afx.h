@@ -23,10 +23,6 @@
 #endif
 /// @endcond
 
-/// @cond
-class AFX_MAINTAIN_STATE2;
-/// @endcond
-
 /// The root of the framework's classes. Cannot be copied.
 class EXIFKEEP_PLATFORM_API CObject {
  public:
@@ -121,8 +117,6 @@ class EXIFKEEP_PLATFORM_API CString {
   /// FALSE, with the string empty, if there is no such text.
   BOOL LoadString(UINT id);
   /// @cond
-  // The same for a state that the caller has looked up; in afxstat_.h.
-  BOOL LoadString(AFX_MAINTAIN_STATE2& state, UINT id);
   // Refers to a text of a module instead of copying it. REQUIRES: a NUL follows it.
   void refer(std::string_view text) { text_ = text; }
   // A text of up to `capacity` bytes, which `write(begin)` writes, returning its end.

@@ -47,9 +47,3 @@ class EXIFKEEP_PLATFORM_API AFX_MAINTAIN_STATE2 {
   bool languageTaken_ = false;
   exifkeep::ModuleStrings strings_;
 };
-
-inline BOOL CString::LoadString(AFX_MAINTAIN_STATE2& state, UINT id) {
-  const bool isLoaded = state.loadText(id, *this);
-  if (!isLoaded) Empty();
-  return isLoaded;
-}

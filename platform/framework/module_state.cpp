@@ -33,7 +33,7 @@ AFX_MAINTAIN_STATE2* AFX_MAINTAIN_STATE2::current() noexcept {
 }
 
 BOOL CString::LoadString(UINT id) {
-  if (innermost) return LoadString(*innermost, id);
+  if (innermost && innermost->loadText(id, *this)) return TRUE;
   Empty();
   return FALSE;
 }

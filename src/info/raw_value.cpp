@@ -20,16 +20,16 @@ using Directory = InfoField::Directory;
 void identify(const TagRow& row, InfoField& field) {
   struct Table {
     TagTable rows;
-    std::span<const char* const> names;
+    std::span<const NamedTag> named;
     Directory directory;
   };
-  static constexpr Table tables[] = {{imageTags, imageTagNames, Directory::image},
-                                     {exifTags, exifTagNames, Directory::exif},
-                                     {gpsTags, gpsTagNames, Directory::gps}};
-  for (const auto& [rows, names, directory] : tables) {
+  static constexpr Table tables[] = {{imageTags, namedImageTags, Directory::image},
+                                     {exifTags, namedExifTags, Directory::exif},
+                                     {gpsTags, namedGpsTags, Directory::gps}};
+  for (const auto& [rows, named, directory] : tables) {
     if (&row < &rows.front() || &row > &rows.back()) continue;
     field.directory = directory;
-    field.name = names[static_cast<size_t>(&row - rows.data())];
+    field.name = named[static_cast<size_t>(&row - rows.data())].name;
   }
 }
 

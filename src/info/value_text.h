@@ -13,17 +13,15 @@
 
 namespace exifkeep {
 
-// The text of `id` in the user's language, or empty if there is none.
-inline CString wordText(UINT id) {
-  CString text;
-  text.LoadString(id);
-  return text;
-}
-// The same for a state that has been looked up, or null: most texts of a list are loaded like this.
+// The text of `id` in the user's language, or empty if there is none. `state` is the thread's, or
+// null; a list looks it up once.
 inline CString wordText(AFX_MAINTAIN_STATE2* state, UINT id) {
   CString text;
-  if (state) text.LoadString(*state, id);
+  if (state) state->loadText(id, text);
   return text;
+}
+inline CString wordText(UINT id) {
+  return wordText(AFX_MAINTAIN_STATE2::current(), id);
 }
 
 // "2002:05:14 10:20:30" becomes 2002/05/14 10:20:30: only the first ten characters are changed.

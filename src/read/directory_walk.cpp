@@ -46,7 +46,7 @@ bool looksLikeText(const IfdEntry& entry) {
 // shorter than the field.
 void copyText(char* field, size_t capacity, const char* text, size_t length) {
   std::strncpy(field, text, length);
-  for (size_t i = length; i < capacity; ++i) field[i] = '\0';
+  std::fill(field + length, field + capacity, '\0');
 }
 
 // Stores the value of one entry in one field.

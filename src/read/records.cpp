@@ -8,14 +8,8 @@
 
 namespace exifkeep {
 
-// Inline, the size would be known, and the compiler would use a string instruction, which takes
-// longer than the C library.
-[[gnu::noinline]] void clearRecord(void* record, size_t size) {
-  std::memset(record, 0, size);
-}
-
 void resetImageIfdRecord(const ExifReader& reader, ImageIfdRecord& record) {
-  clearRecord(&record, sizeof record);
+  record = {};
   std::ranges::fill(record.bitsPerSample, uint16_t{8});
   // 1/72, not the standard's 72/1. Intended: hosts recognise by it a resolution that is not given.
   record.xResolution = record.yResolution = {1, 72};
@@ -31,13 +25,13 @@ void resetImageIfdRecord(const ExifReader& reader, ImageIfdRecord& record) {
 void resetExifIfdRecord(ExifReader& reader, ExifIfdRecord& record) {
   reader.makerNoteBuffer.reset();
   reader.userCommentBuffer.reset();
-  clearRecord(&record, sizeof record);
+  record = {};
   record.focalPlaneResolutionUnit = 2;
   record.sceneType = 1;
 }
 
 void resetGpsIfdRecord(GpsIfdRecord& record) {
-  clearRecord(&record, sizeof record);
+  record = {};
   // The characters "22", not the version bytes 2, 2. Intended: users treat the field as text.
   std::memcpy(record.gpsVersionId, "22", 2);
   record.gpsSpeedRef[0] = record.gpsDestDistanceRef[0] = 'K';

@@ -69,11 +69,9 @@ struct TagRow {
   uint16_t flag;      // offset of the presence flag, or noField
 };
 
-// A row and the tag's name in the standard. The names are kept apart from the rows, which every
-// call looks at.
 struct NamedTag {
   TagRow row;
-  const char* name = "";
+  const char* name = "";  // in the standard
 };
 
 // `make` and `Make` are the field make and its flag hasMake.
@@ -108,10 +106,8 @@ inline constexpr const char* standardName = name.text;
     offsetof(RECORD, has##Flag)},                                                            \
    standardName<#Flag>}
 
-namespace tag_tables_detail {
-
 #define RECORD ImageIfdRecord
-inline constexpr NamedTag imageTags[] = {
+inline constexpr NamedTag namedImageTags[] = {
     FIELD(imageWidth, ImageWidth, long_, shortOrLong, 1),
     FIELD(imageLength, ImageLength, long_, shortOrLong, 1),
     FIELD(bitsPerSample, BitsPerSample, short_, shorts, 3),
@@ -146,7 +142,7 @@ inline constexpr NamedTag imageTags[] = {
 #undef RECORD
 
 #define RECORD ExifIfdRecord
-inline constexpr NamedTag exifTags[] = {
+inline constexpr NamedTag namedExifTags[] = {
     FIELD(exposureTime, ExposureTime, rational, rationals, 1),
     FIELD(fNumber, FNumber, rational, rationals, 1),
     FIELD(exposureProgram, ExposureProgram, short_, shortValue, 1),
@@ -205,7 +201,7 @@ inline constexpr NamedTag exifTags[] = {
 #undef RECORD
 
 #define RECORD GpsIfdRecord
-inline constexpr NamedTag gpsTags[] = {
+inline constexpr NamedTag namedGpsTags[] = {
     FIELD(gpsVersionId, GpsVersionId, byte, rawText, 4),
     FIELD(gpsLatitudeRef, GpsLatitudeRef, ascii, rawText, 2),
     FIELD(gpsLatitude, GpsLatitude, rational, rationals, 3),
@@ -241,32 +237,17 @@ inline constexpr NamedTag gpsTags[] = {
 #undef RECORD
 #undef FIELD
 
-// clang-format on
-
-template <class Value, size_t count>
-consteval auto allOf(const NamedTag (&tags)[count], Value NamedTag::*member) {
-  std::array<Value, count> values;
-  std::ranges::transform(tags, values.begin(), member);
-  return values;
+// The rows without the names, as every call looks at many of them and few use the names.
+template <size_t count>
+consteval std::array<TagRow, count> rowsOf(const NamedTag (&tags)[count]) {
+  std::array<TagRow, count> rows;
+  std::ranges::transform(tags, rows.begin(), &NamedTag::row);
+  return rows;
 }
+inline constexpr auto imageTags = rowsOf(namedImageTags);
+inline constexpr auto exifTags = rowsOf(namedExifTags);
+inline constexpr auto gpsTags = rowsOf(namedGpsTags);
 
-}  // namespace tag_tables_detail
-
-inline constexpr auto imageTags =
-    tag_tables_detail::allOf(tag_tables_detail::imageTags, &NamedTag::row);
-inline constexpr auto exifTags =
-    tag_tables_detail::allOf(tag_tables_detail::exifTags, &NamedTag::row);
-inline constexpr auto gpsTags =
-    tag_tables_detail::allOf(tag_tables_detail::gpsTags, &NamedTag::row);
-// The names of the same rows.
-inline constexpr auto imageTagNames =
-    tag_tables_detail::allOf(tag_tables_detail::imageTags, &NamedTag::name);
-inline constexpr auto exifTagNames =
-    tag_tables_detail::allOf(tag_tables_detail::exifTags, &NamedTag::name);
-inline constexpr auto gpsTagNames =
-    tag_tables_detail::allOf(tag_tables_detail::gpsTags, &NamedTag::name);
-
-// clang-format off
 // Part of the Exif record, as the interoperability directory has no record of its own.
 inline constexpr TagRow interoperabilityTags[] = {
     TagRow{tag::interoperabilityIndex, TiffType::ascii, Fetch::isR98, 4, noField, 0, offsetof(ExifIfdRecord, isR98Interoperability)},

@@ -22,9 +22,7 @@ namespace {
 // The next name on standard input, or none at its end. A NUL, which no name can contain, always
 // terminates a name. Empty lines are skipped.
 std::optional<std::string> nextInputName(bool nulSeparated) {
-  constexpr size_t usualLength = 100;
   std::string name;
-  name.reserve(usualLength);
   int byte;
   while ((byte = std::getc(stdin)) != EOF) {
     const bool ended = byte == '\0' || (byte == '\n' && !nulSeparated);

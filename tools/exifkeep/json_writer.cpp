@@ -56,6 +56,16 @@ void JsonWriter::open(char bracket) {
   omitted_ = comma_;
 }
 
+void JsonWriter::close(char bracket) {
+  --depth_;
+  separatorLength_ -= indent_;
+  reserve(maxSeparator + 2);
+  if (omitted_ == 0) separate(comma_);
+  omitted_ = 0;
+  *end_++ = bracket;
+  if (depth_ == 0) *end_++ = '\n';
+}
+
 void JsonWriter::grow(size_t count) {
   constexpr size_t usualLength = 12 * 1024;  // of an object
   const size_t size = written().size(), larger = 2 * size + count + usualLength;

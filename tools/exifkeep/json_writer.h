@@ -69,15 +69,7 @@ class JsonWriter {
   static constexpr size_t maxSeparator = 16;
 
   void open(char bracket);
-  void close(char bracket) {
-    --depth_;
-    separatorLength_ -= indent_;
-    reserve(maxSeparator + 2);
-    if (omitted_ == 0) separate(comma_);
-    omitted_ = 0;
-    *end_++ = bracket;
-    if (depth_ == 0) *end_++ = '\n';
-  }
+  void close(char bracket);
   void enter() {
     ++depth_;
     separatorLength_ += indent_;
