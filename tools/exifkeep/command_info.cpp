@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // exifkeep info: the labels and values of pictures, as a table, JSON or CSV.
 #include <algorithm>
+#include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "command_options.h"
@@ -133,13 +135,15 @@ ExitStatus listAsTable(const InfoOptions& options) {
 }
 
 ExitStatus listAsJson(const InfoOptions& options) {
+  FieldWriters writers;
   const auto answer = [&](JsonWriter& json, const std::string& path) {
     const PictureInfo info(path, options.choice);
     writeExif(json, info.refusal());
     json.key("items");
     json.beginArray();
-    thread_local FieldWriter fields;
-    info.forEachItem([&](const exifkeep::InfoField& field) { fields.write(json, field); });
+    std::unique_ptr<FieldWriter> fields = writers.take();
+    info.forEachItem([&](const exifkeep::InfoField& field) { fields->write(json, field); });
+    writers.giveBack(std::move(fields));
     json.endArray();
     return info.refusal();
   };

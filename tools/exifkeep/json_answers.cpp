@@ -123,4 +123,17 @@ void FieldWriter::writeNew(JsonWriter& json, const InfoField& field, Frame& fram
   json.endObject();
 }
 
+std::unique_ptr<FieldWriter> FieldWriters::take() {
+  const std::lock_guard lock(mutex_);
+  if (unused_.empty()) return std::make_unique<FieldWriter>();
+  std::unique_ptr<FieldWriter> writer = std::move(unused_.back());
+  unused_.pop_back();
+  return writer;
+}
+
+void FieldWriters::giveBack(std::unique_ptr<FieldWriter> writer) {
+  const std::lock_guard lock(mutex_);
+  unused_.push_back(std::move(writer));
+}
+
 }  // namespace program

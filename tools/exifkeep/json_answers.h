@@ -6,6 +6,8 @@
 #include <exifkeep/field_list.h>
 
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -50,6 +52,18 @@ class FieldWriter {
   static constexpr uint32_t hashFactor = 3423;
   static constexpr size_t frameCount = 512;
   std::vector<Frame> frames_{frameCount};
+};
+
+// As many writers as threads need at a time. Not thread_local: on Windows, MinGW destroys such
+// objects after it has freed their memory.
+class FieldWriters {
+ public:
+  std::unique_ptr<FieldWriter> take();
+  void giveBack(std::unique_ptr<FieldWriter> writer);
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::unique_ptr<FieldWriter>> unused_;
 };
 
 }  // namespace program
