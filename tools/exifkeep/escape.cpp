@@ -88,22 +88,38 @@ std::string escapedBytes(std::string_view bytes) {
   return text;
 }
 
-// Whether an ASCII character needs no escaping in JSON.
-constexpr auto isPlainInJson = [] {
-  std::array<bool, 256> isPlain{};
-  for (unsigned char c = ' '; c <= '~'; ++c) isPlain[c] = c != '"' && c != '\\';
-  return isPlain;
-}();
-
-// Whether all eight characters are plain. Each term sets bit 7 of a byte that is not ASCII, below
-// the space, a quote, a backslash or DEL; a carry from one of those to the next byte does no harm.
-bool arePlainInJson(uint64_t characters) {
-  constexpr uint64_t ones = 0x0101010101010101;
-  const uint64_t found = characters | (characters - ' ' * ones) |
-                         ((characters ^ '"' * ones) - ones) | ((characters ^ '\\' * ones) - ones) |
-                         (characters + ones);
-  return (found & 0x80 * ones) == 0;
+// Copies a few characters to `to`. In the result, bit 7 of a byte is set if its character is not
+// ASCII, below the space, a quote, a backslash or DEL. A carry from one of those can set it in the
+// next byte too.
+template <typename Piece>
+Piece copyPiece(const char* from, char* to) {
+  constexpr Piece ones = static_cast<Piece>(-1) / 0xFF;
+  Piece piece;
+  std::memcpy(&piece, from, sizeof piece);
+  std::memcpy(to, &piece, sizeof piece);
+  return piece | (piece - ' ' * ones) | ((piece ^ '"' * ones) - ones) |
+         ((piece ^ '\\' * ones) - ones) | (piece + ones);
 }
+
+// Copies a text in pieces of this type, of which two may overlap. REQUIRES: it is not shorter.
+template <typename Piece>
+bool copyPlainPieces(std::string_view text, char* to) {
+  const size_t last = text.size() - sizeof(Piece);
+  Piece found = copyPiece<Piece>(text.data() + last, to + last);
+  for (size_t at = 0; at < last; at += sizeof(Piece))
+    found |= copyPiece<Piece>(text.data() + at, to + at);
+  constexpr Piece bits7 = static_cast<Piece>(-1) / 0xFF * 0x80;
+  return (found & bits7) == 0;
+}
+
+constexpr char base64Digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+// The two digits of each number of twelve bits.
+constexpr auto base64Pairs = [] {
+  std::array<std::array<char, 2>, 64 * 64> pairs{};
+  for (size_t i = 0; i < pairs.size(); ++i) pairs[i] = {base64Digits[i / 64], base64Digits[i % 64]};
+  return pairs;
+}();
 
 std::string_view htmlOf(const Utf8Step& step) {
   switch (step.codePoint) {
@@ -166,37 +182,28 @@ std::string escapeForJson(std::string_view text) {
 }
 
 bool copyPlainJson(std::string_view text, char* to) {
-  uint64_t eight;
-  if (text.size() < sizeof eight) {
-    bool isPlain = true;
-    for (size_t at = 0; at < text.size(); ++at)
-      isPlain &= isPlainInJson[static_cast<unsigned char>(to[at] = text[at])];
-    return isPlain;
-  }
-  const size_t last = text.size() - sizeof eight;
-  for (size_t at = 0;; at = std::min(at + sizeof eight, last)) {
-    std::memcpy(&eight, text.data() + at, sizeof eight);
-    std::memcpy(to + at, &eight, sizeof eight);
-    if (!arePlainInJson(eight)) return false;
-    if (at == last) return true;
-  }
+  if (text.size() >= 8) return copyPlainPieces<uint64_t>(text, to);
+  if (text.size() >= 4) return copyPlainPieces<uint32_t>(text, to);
+  if (text.size() >= 2) return copyPlainPieces<uint16_t>(text, to);
+  return text.empty() || copyPlainPieces<uint8_t>(text, to);
 }
 
 char* writeBase64(std::string_view bytes, char* to) {
-  static constexpr char digits[] =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  const auto byteAt = [bytes](size_t at) -> unsigned { return static_cast<uint8_t>(bytes[at]); };
+  const auto byteAt = [from = bytes.data()](size_t at) -> unsigned {
+    return static_cast<uint8_t>(from[at]);
+  };
   size_t at = 0;
   for (; at + 3 <= bytes.size(); at += 3) {
     const unsigned bits = byteAt(at) << 16 | byteAt(at + 1) << 8 | byteAt(at + 2);
-    for (const int shift : {18, 12, 6, 0}) *to++ = digits[bits >> shift & 0x3F];
+    for (const unsigned pair : {bits >> 12, bits & 0xFFF})
+      to = std::copy_n(base64Pairs[pair].data(), 2, to);
   }
   if (at == bytes.size()) return to;
   const bool isPair = at + 1 < bytes.size();
   const unsigned bits = byteAt(at) << 16 | (isPair ? byteAt(at + 1) << 8 : 0);
-  *to++ = digits[bits >> 18];
-  *to++ = digits[bits >> 12 & 0x3F];
-  *to++ = isPair ? digits[bits >> 6 & 0x3F] : '=';
+  *to++ = base64Digits[bits >> 18];
+  *to++ = base64Digits[bits >> 12 & 0x3F];
+  *to++ = isPair ? base64Digits[bits >> 6 & 0x3F] : '=';
   *to++ = '=';
   return to;
 }
