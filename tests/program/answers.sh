@@ -68,7 +68,8 @@ shows JSON "$(LC_ALL=ja_JP.eucJP "$E" info --json sound.jpg)" メーカー名
 shows languages "$("$E" languages)" '^zh-TW +繁體中文$'
 
 # Jobs keep the order of the names.
-seq 600 | sed 's/.*5$/sound.jpg/' >names
+seq 1200 | sed 's/.*5$/sound.jpg/' >names
+"$E" check - <names 2>&1 | sed 's/^exifkeep: //; s/:.*//' | cmp - names || fail 'check - <names'
 for form in --json --json-lines --csv --gps; do
   for jobs in 1 3; do "$E" info $form -j $jobs - <names >out$jobs 2>err$jobs; done
   [ -s out3 ] && cmp out1 out3 && cmp err1 err3 || fail "info $form -j 3"

@@ -4,8 +4,8 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <optional>
@@ -19,21 +19,45 @@
 namespace program {
 namespace {
 
-// The next name on standard input, or none at its end. A NUL, which no name can contain, always
-// terminates a name. Empty lines are skipped.
-std::optional<std::string> nextInputName(bool nulSeparated) {
-  std::string name;
-  int byte;
-  while ((byte = std::getc(stdin)) != EOF) {
-    const bool ended = byte == '\0' || (byte == '\n' && !nulSeparated);
-    if (!ended)
-      name += static_cast<char>(byte);
-    else if (!name.empty())
-      return name;
+// The names on standard input, as they arrive.
+class InputNames {
+ public:
+  explicit InputNames(bool nulSeparated) : nulSeparated_(nulSeparated) {}
+
+  // The next name, or an empty string after the last. A NUL, which no name can contain, always
+  // terminates a name. Empty lines are skipped.
+  std::string next() {
+    const auto terminates = [this](char byte) {
+      return byte == '\0' || (byte == '\n' && !nulSeparated_);
+    };
+    std::string name;
+    while (!unread_.empty() || (!ended_ && readMore())) {
+      const auto end = std::find_if(unread_.begin(), unread_.end(), terminates);
+      name.append(unread_.begin(), end);
+      const bool terminated = end != unread_.end();
+      unread_ = {end + terminated, unread_.end()};
+      if (terminated && !name.empty()) break;
+    }
+    return name;
   }
-  if (name.empty()) return std::nullopt;
-  return name;
-}
+  // Why the input could not be read to its end; empty if it could.
+  const std::string& error() const { return error_; }
+
+ private:
+  bool readMore() {
+    const std::optional<size_t> count = readInput(block_.data(), block_.size());
+    if (!count) error_ = std::strerror(errno);
+    unread_ = {block_.data(), count.value_or(0)};
+    ended_ = unread_.empty();
+    return !ended_;
+  }
+
+  const bool nulSeparated_;
+  std::array<char, 4096> block_;
+  std::string_view unread_;  // a part of the block
+  bool ended_ = false;
+  std::string error_;
+};
 
 bool holdsDash(const std::vector<std::string>& names) {
   return std::find(names.begin(), names.end(), "-") != names.end();
@@ -77,12 +101,6 @@ std::vector<std::string> picturesBelow(const std::string& folder, ExitStatus& st
   return names;
 }
 
-ExitStatus endOfInput() {
-  if (!std::ferror(stdin)) return ExitStatus::ok;
-  complainAbout("standard input", std::strerror(errno));
-  return ExitStatus::failed;
-}
-
 }  // namespace
 
 bool FileNames::readsInput() const {
@@ -104,15 +122,18 @@ ExitStatus FileNames::takeEach(const std::function<bool(const std::string&)>& ta
       if (!take(argument)) return ExitStatus::failed;
       continue;
     }
+    InputNames input(nulSeparated);
     bool isFirst = true;
-    while (const std::optional<std::string> name = nextInputName(nulSeparated)) {
-      if (std::exchange(isFirst, false) && holdsPicture(*name)) {
+    for (std::string name; !(name = input.next()).empty();) {
+      if (std::exchange(isFirst, false) && holdsPicture(name)) {
         complainAbout("standard input", "holds a picture; - reads names of pictures");
         return ExitStatus::failed;
       }
-      if (!take(*name)) return ExitStatus::failed;
+      if (!take(name)) return ExitStatus::failed;
     }
-    worst = std::max(worst, endOfInput());
+    if (input.error().empty()) continue;
+    complainAbout("standard input", input.error());
+    worst = ExitStatus::failed;
   }
   return worst;
 }

@@ -3,6 +3,7 @@
 // signals and files. Implemented in system_posix.cpp and system_windows.cpp.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,9 @@ enum class Stream { input, output, error };
 bool isTerminal(Stream stream);
 // Whether standard output is a regular file or the null device.
 bool outputGoesToFile();
+// Reads up to `size` bytes of standard input, as soon as there are any. Returns their number, 0 at
+// the end; nothing, with errno set, on failure.
+std::optional<size_t> readInput(char* to, size_t size);
 // Writes all bytes to standard output; false, with errno set, on failure.
 bool writeOutput(std::string_view bytes);
 

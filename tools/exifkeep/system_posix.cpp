@@ -128,6 +128,11 @@ bool outputGoesToFile() {
          output.st_rdev == null.st_rdev;
 }
 
+std::optional<size_t> readInput(char* to, size_t size) {
+  const ssize_t count = ::read(STDIN_FILENO, to, size);
+  return count < 0 ? std::nullopt : std::optional<size_t>(count);
+}
+
 bool writeOutput(std::string_view bytes) {
   return writeAll(STDOUT_FILENO, bytes);
 }

@@ -149,6 +149,11 @@ bool outputGoesToFile() {
   return type == FILE_TYPE_DISK || (type == FILE_TYPE_CHAR && !isTerminal(Stream::output));
 }
 
+std::optional<size_t> readInput(char* to, size_t size) {
+  const int count = _read(_fileno(stdin), to, static_cast<unsigned>(size));
+  return count < 0 ? std::nullopt : std::optional<size_t>(count);
+}
+
 bool writeOutput(std::string_view bytes) {
   while (!bytes.empty()) {
     const auto step = static_cast<unsigned>(std::min<size_t>(bytes.size(), 1 << 20));
