@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // exifkeep info: the labels and values of pictures, as a table, JSON or CSV.
 #include <algorithm>
+#include <deque>
 #include <memory>
 #include <thread>
 #include <utility>
@@ -119,13 +120,20 @@ size_t jobsOf(const InfoOptions& options) {
 // Reads the pictures on several threads and calls `show` for each in order.
 ExitStatus listEach(const InfoOptions& options,
                     const std::function<void(const std::string&, const PictureInfo&)>& show) {
-  const auto examine = [&](const std::string& path) -> FileNames::Answer {
-    return [&show, path, info = std::make_shared<const PictureInfo>(path, options.choice)] {
-      show(path, *info);
-      return info->refusal().status;
+  const auto examine = [&](const FileNames::Group& paths) -> FileNames::Answer {
+    const auto infos = std::make_shared<std::deque<PictureInfo>>();
+    for (const std::string& path : paths) infos->emplace_back(path, options.choice);
+    return [&show, paths, infos] {
+      ExitStatus worst = ExitStatus::ok;
+      for (size_t i = 0; i < paths.size(); ++i) {
+        const PictureInfo& info = (*infos)[i];
+        show(paths[i], info);
+        worst = std::max(worst, info.refusal().status);
+      }
+      return worst;
     };
   };
-  return options.files.forEach(jobsOf(options), examine);
+  return options.files.forEach(jobsOf(options), 1, examine);
 }
 
 ExitStatus listAsTable(const InfoOptions& options) {

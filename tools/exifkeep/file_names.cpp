@@ -144,25 +144,39 @@ ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)
   BatchProgress progress(knownCount(), answersKeptBack);
   const ExitStatus ofNames = takeEach([&](const std::string& name) {
     worst = std::max(worst, answer(name));
-    progress.advance();
+    progress.advance(1);
     return flushOutput();
   });
   return std::max(worst, ofNames);
 }
 
-ExitStatus FileNames::forEach(size_t jobs,
-                              const std::function<Answer(const std::string&)>& examine) const {
-  const size_t threads = knownCount() == 0 ? jobs : std::min(jobs, knownCount());
-  if (threads == 1) return forEach([&](const std::string& name) { return examine(name)(); });
+ExitStatus FileNames::forEach(size_t jobs, size_t groupSize,
+                              const std::function<Answer(const Group&)>& examine) const {
   ExitStatus worst = ExitStatus::ok;
   BatchProgress progress(knownCount(), false);
+  const auto print = [&](size_t count, const Answer& answer) {
+    worst = std::max(worst, answer());
+    progress.advance(count);
+  };
+  const size_t threads = knownCount() == 0 ? jobs : std::min(jobs, knownCount());
+  if (threads == 1) {
+    Group group;
+    const auto examineGroup = [&] {
+      print(group.size(), examine(group));
+      group.clear();
+      return flushOutput();
+    };
+    const ExitStatus ofNames = takeEach([&](const std::string& name) {
+      group.push_back(name);
+      return group.size() < groupSize || examineGroup();
+    });
+    if (!group.empty()) examineGroup();
+    return std::max(worst, ofNames);
+  }
   OrderedWork work(
       threads,
-      [&](const std::string& name) -> OrderedWork::Delivery {
-        return [&, answer = examine(name)] {
-          worst = std::max(worst, answer());
-          progress.advance();
-        };
+      [&](const Group& group) -> OrderedWork::Delivery {
+        return [&print, count = group.size(), answer = examine(group)] { print(count, answer); };
       },
       flushOutput);
   const ExitStatus ofNames = takeEach([&](const std::string& name) { return work.add(name); });

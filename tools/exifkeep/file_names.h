@@ -27,11 +27,14 @@ struct FileNames {
   ExitStatus forEach(const std::function<ExitStatus(const std::string&)>& answer,
                      bool answersKeptBack = false) const;
 
-  // Prints the answer for a file when it is that file's turn, and returns the status.
+  using Group = std::vector<std::string>;  // successive names
+  // Prints the answers for a group when it is the group's turn, and returns the worst status.
   using Answer = std::function<ExitStatus()>;
   // The same on up to `jobs` threads: `examine` is called on any of them and must not print; the
-  // answers that it returns are called one at a time, in the order of the names.
-  ExitStatus forEach(size_t jobs, const std::function<Answer(const std::string&)>& examine) const;
+  // answers that it returns are called one at a time, in the order of the names. A single thread
+  // waits until there are `groupSize` names; several take what there is.
+  ExitStatus forEach(size_t jobs, size_t groupSize,
+                     const std::function<Answer(const Group&)>& examine) const;
 
  private:
   // The number of files, or 0 if it is not known in advance.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "json_answers.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "escape.h"
@@ -65,6 +66,33 @@ std::string_view writeMembers(JsonWriter& json, const InfoField& field) {
   return json.written().substr(begin);
 }
 
+// The objects of some files.
+class Objects {
+ public:
+  Objects(JsonWriter::Layout layout, size_t count) : json_(layout, count) {}
+
+  void add(const std::string& path, const JsonAnswer& answer) {
+    json_.beginObject();
+    json_.key("file");
+    json_.text(path);
+    const FileRefusal refusal = answer(json_, path);
+    json_.endObject();
+    if (refusal.status == ExitStatus::failed) failures_.emplace_back(path, refusal.reason);
+    worst_ = std::max(worst_, refusal.status);
+  }
+
+  ExitStatus print(bool omitsComma) const {
+    printBytes(json_.written().substr(omitsComma ? 1 : 0));
+    for (const auto& [path, reason] : failures_) complainAbout(path, reason);
+    return worst_;
+  }
+
+ private:
+  JsonWriter json_;
+  std::vector<std::pair<std::string, std::string>> failures_;
+  ExitStatus worst_ = ExitStatus::ok;
+};
+
 }  // namespace
 
 ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
@@ -72,21 +100,17 @@ ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
   const bool isArray = form == JsonForm::array;
   bool isFirst = true;
   if (isArray) printBytes("[");
-  const ExitStatus status = files.forEach(jobs, [&](const std::string& path) -> FileNames::Answer {
-    const auto json = std::make_shared<JsonWriter>(isArray ? JsonWriter::Layout::element
-                                                           : JsonWriter::Layout::line);
-    json->beginObject();
-    json->key("file");
-    json->text(path);
-    const FileRefusal refusal = answer(*json, path);
-    json->endObject();
-    return [&isFirst, isArray, path, json, refusal] {
+  const auto examine = [&](const FileNames::Group& paths) -> FileNames::Answer {
+    const auto objects = std::make_shared<Objects>(
+        isArray ? JsonWriter::Layout::element : JsonWriter::Layout::line, paths.size());
+    for (const std::string& path : paths) objects->add(path, answer);
+    return [&isFirst, isArray, objects] {
       const bool omitsComma = std::exchange(isFirst, false) && isArray;
-      printBytes(json->written().substr(omitsComma ? 1 : 0));
-      if (refusal.status == ExitStatus::failed) complainAbout(path, refusal.reason);
-      return refusal.status;
+      return objects->print(omitsComma);
     };
-  });
+  };
+  // An array is of no use before its end, so its objects can wait for one another.
+  const ExitStatus status = files.forEach(jobs, isArray ? 8 : 1, examine);
   if (isArray) printBytes(isFirst ? "]\n" : "\n]\n");
   return status;
 }
@@ -104,20 +128,17 @@ void writeExif(JsonWriter& json, const FileRefusal& refusal) {
 void FieldWriter::write(JsonWriter& json, const InfoField& field) {
   Frame& frame = frameOf(field);
   if (frame.name != field.name) return writeNew(json, field, frame);
-  const std::string_view text = frame.text;
-  json.repeatObjectStart(text.substr(0, frame.startLength));
+  json.repeatObjectStart(frame.start);
   writeRaw(json, field);
-  json.repeatMembers(text.substr(frame.startLength));
+  json.repeatMembers(frame.members);
   json.text(field.value);
   json.endObject();
 }
 
 void FieldWriter::writeNew(JsonWriter& json, const InfoField& field, Frame& frame) {
-  frame = {};
-  frame.text = writeStart(json, field);
-  frame.startLength = frame.text.size();
+  frame.start = writeStart(json, field);
   writeRaw(json, field);
-  frame.text += writeMembers(json, field);
+  frame.members = writeMembers(json, field);
   frame.name = field.name;
   json.text(field.value);
   json.endObject();

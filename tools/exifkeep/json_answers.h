@@ -38,9 +38,8 @@ class FieldWriter {
  private:
   struct Frame {
     const char* name = nullptr;  // the pointer is the same for all fields of a tag; null if unused
-    std::string text;            // from the object's brace to the key of the raw value, and from
-                                 // the end of the raw value to the key of the text
-    size_t startLength = 0;      // of the first part
+    std::string start;           // from the object's brace to the key of the raw value
+    std::string members;         // from the end of the raw value to the key of the text
   };
   void writeNew(JsonWriter& json, const exifkeep::InfoField& field, Frame& frame);
 

@@ -13,12 +13,15 @@ namespace {
 constexpr char lineBreak[] = ",\n                ";
 constexpr char space[] = ",                 ";
 
+constexpr size_t usualLength = 10 * 1024;  // of the object of a picture
+
 }  // namespace
 
-JsonWriter::JsonWriter(Layout layout)
+JsonWriter::JsonWriter(Layout layout, size_t objects)
     : separator_(layout == Layout::line ? space : lineBreak),
       comma_(layout == Layout::line ? 2 : 1),
       indent_(layout == Layout::line ? 0 : 2),
+      expectedLength_(objects * usualLength),
       separatorLength_(layout == Layout::element ? 4 : 2),
       omitted_(layout == Layout::element ? 0 : 2),
       depth_(layout == Layout::element ? 1 : 0) {}
@@ -63,12 +66,13 @@ void JsonWriter::close(char bracket) {
   if (omitted_ == 0) separate(comma_);
   omitted_ = 0;
   *end_++ = bracket;
-  if (depth_ == 0) *end_++ = '\n';
+  if (depth_ > 0) return;
+  *end_++ = '\n';
+  omitted_ = separatorLength_;
 }
 
 void JsonWriter::grow(size_t count) {
-  constexpr size_t usualLength = 12 * 1024;  // of an object
-  const size_t size = written().size(), larger = 2 * size + count + usualLength;
+  const size_t size = written().size(), larger = 2 * size + count + expectedLength_;
   auto block = std::make_unique_for_overwrite<char[]>(larger);
   std::copy_n(block_.get(), size, block.get());
   block_ = std::move(block);

@@ -21,7 +21,8 @@ class JsonWriter {
     element,  // of an array written elsewhere: as in a document, with a comma before it
     line,
   };
-  explicit JsonWriter(Layout layout = Layout::document);
+  // So many objects are expected at the top level.
+  explicit JsonWriter(Layout layout = Layout::document, size_t objects = 1);
 
   void beginArray() { open('['); }
   void endArray() { close(']'); }
@@ -106,8 +107,9 @@ class JsonWriter {
   const char* const separator_;
   const size_t comma_;   // how many bytes of the separator a first value omits
   const size_t indent_;  // what the separator grows by per level
+  const size_t expectedLength_;
   size_t separatorLength_;
-  size_t omitted_;  // not 0 as long as the open array or object is empty
+  size_t omitted_;  // not 0 as long as the open array or object, or the line, is empty
   size_t depth_;
   bool afterKey_ = false;
   std::unique_ptr<char[]> block_;

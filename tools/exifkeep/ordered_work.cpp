@@ -14,7 +14,7 @@ constexpr size_t maxUndone = 1024;
 
 }  // namespace
 
-OrderedWork::OrderedWork(size_t threads, std::function<Delivery(const std::string&)> work,
+OrderedWork::OrderedWork(size_t threads, std::function<Delivery(const Names&)> work,
                          std::function<bool()> flush)
     : work_(std::move(work)), flush_(std::move(flush)) {
   while (threads_.size() < threads) threads_.emplace_back([this] { run(); });
@@ -55,8 +55,7 @@ void OrderedWork::end(std::exception_ptr error) {
 }
 
 void OrderedWork::run() try {
-  std::vector<std::string> names;
-  std::vector<Delivery> results;
+  Names names;
   std::unique_lock lock(mutex_);
   for (;;) {
     nameAdded_.wait(lock, [this] { return ended_ || complete_ || !names_.empty(); });
@@ -67,10 +66,9 @@ void OrderedWork::run() try {
     names_.erase(names_.begin(), end);
     const size_t first = std::exchange(taken_, taken_ + count);
     lock.unlock();
-    results.clear();
-    for (const std::string& name : names) results.push_back(work_(name));
+    Delivery result = work_(names);
     lock.lock();
-    for (size_t i = 0; i < count; ++i) results_.emplace(first + i, std::move(results[i]));
+    results_.emplace(first, Result{count, std::move(result)});
     if (!ended_) deliver();
   }
 } catch (...) {
@@ -83,9 +81,11 @@ bool OrderedWork::isNextReady() const {
 
 void OrderedWork::deliver() {
   if (!isNextReady()) return;
-  for (; isNextReady(); ++delivered_) {
-    results_.begin()->second();
-    results_.erase(results_.begin());
+  while (isNextReady()) {
+    const auto next = results_.begin();
+    next->second.deliver();
+    delivered_ += next->second.count;
+    results_.erase(next);
   }
   if (!flush_()) {
     ended_ = true;

@@ -17,11 +17,13 @@ namespace program {
 
 class OrderedWork {
  public:
+  using Names = std::vector<std::string>;
   using Delivery = std::function<void()>;
 
-  // `work` is called on the threads. The function that it returns is called in order under a lock,
-  // on any of the threads, followed by `flush`; if that returns false, all work ends.
-  OrderedWork(size_t threads, std::function<Delivery(const std::string&)> work,
+  // `work` is called on the threads, with one or more successive names. The function that it
+  // returns is called in order under a lock, on any of the threads, followed by `flush`; if that
+  // returns false, all work ends.
+  OrderedWork(size_t threads, std::function<Delivery(const Names&)> work,
               std::function<bool()> flush);
   ~OrderedWork();
   OrderedWork(const OrderedWork&) = delete;
@@ -39,14 +41,19 @@ class OrderedWork {
   bool isNextReady() const;
   void deliver();
 
-  const std::function<Delivery(const std::string&)> work_;
+  struct Result {
+    size_t count;  // of names
+    Delivery deliver;
+  };
+
+  const std::function<Delivery(const Names&)> work_;
   const std::function<bool()> flush_;
   std::mutex mutex_;  // for all of the following
   std::condition_variable nameAdded_, resultDelivered_;
   std::deque<std::string> names_;
-  size_t taken_ = 0, delivered_ = 0;    // numbers of names
-  std::map<size_t, Delivery> results_;  // not yet delivered, by the number of the name
-  bool complete_ = false;               // no more names will be added
+  size_t taken_ = 0, delivered_ = 0;  // numbers of names
+  std::map<size_t, Result> results_;  // not yet delivered, by the number of the first name
+  bool complete_ = false;             // no more names will be added
   bool ended_ = false;
   std::exception_ptr error_;
   std::vector<std::thread> threads_;

@@ -68,8 +68,8 @@ BatchProgress::BatchProgress(size_t total, bool outputKeptBack)
       drawn_(isCapableTerminal(Stream::error) && (outputKeptBack || outputGoesToFile())),
       nextDraw_(Clock::now() + std::chrono::milliseconds(500)) {}
 
-void BatchProgress::advance() {
-  ++done_;
+void BatchProgress::advance(size_t count) {
+  done_ += count;
   if (!drawn_ || Clock::now() < nextDraw_) return;
   std::string text = std::to_string(done_);
   text += total_ == 0 ? (done_ == 1 ? " file" : " files") : " of " + std::to_string(total_);

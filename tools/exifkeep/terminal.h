@@ -40,8 +40,8 @@ class BatchProgress {
   BatchProgress(const BatchProgress&) = delete;
   BatchProgress& operator=(const BatchProgress&) = delete;
 
-  // Another file is finished.
-  void advance();
+  // So many more files are finished.
+  void advance(size_t count);
 
  private:
   using Clock = std::chrono::steady_clock;
