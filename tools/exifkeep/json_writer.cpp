@@ -59,18 +59,6 @@ void JsonWriter::open(char bracket) {
   omitted_ = comma_;
 }
 
-void JsonWriter::close(char bracket) {
-  --depth_;
-  separatorLength_ -= indent_;
-  reserve(maxSeparator + 2);
-  if (omitted_ == 0) separate(comma_);
-  omitted_ = 0;
-  *end_++ = bracket;
-  if (depth_ > 0) return;
-  *end_++ = '\n';
-  omitted_ = separatorLength_;
-}
-
 void JsonWriter::grow(size_t count) {
   const size_t size = written().size(), larger = 2 * size + count + expectedLength_;
   auto block = std::make_unique_for_overwrite<char[]>(larger);

@@ -70,7 +70,17 @@ class JsonWriter {
   static constexpr size_t maxSeparator = 16;
 
   void open(char bracket);
-  void close(char bracket);
+  void close(char bracket) {
+    --depth_;
+    separatorLength_ -= indent_;
+    reserve(maxSeparator + 2);
+    if (omitted_ == 0) separate(comma_);
+    omitted_ = 0;
+    *end_++ = bracket;
+    if (depth_ > 0) return;
+    *end_++ = '\n';
+    omitted_ = separatorLength_;
+  }
   void enter() {
     ++depth_;
     separatorLength_ += indent_;
