@@ -67,7 +67,7 @@ shows LANGUAGE "$(LC_ALL=fi_FI.UTF-8 LANGUAGE=xx:nl "$E" info sound.jpg)" '^Fabr
 shows JSON "$(LC_ALL=ja_JP.eucJP "$E" info --json sound.jpg)" メーカー名
 shows languages "$("$E" languages)" '^zh-TW +繁體中文$'
 
-# Jobs keep the order of the names.
+# Names arrive whole and in order, however they are read and whichever job takes them.
 seq 1200 | sed 's/.*5$/sound.jpg/' >names
 "$E" check - <names 2>&1 | sed 's/^exifkeep: //; s/:.*//' | cmp - names || fail 'check - <names'
 for form in --json --json-lines --csv --gps; do

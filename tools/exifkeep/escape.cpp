@@ -88,17 +88,18 @@ std::string escapedBytes(std::string_view bytes) {
   return text;
 }
 
-// Copies a few characters to `to`. In the result, bit 7 of a byte is set if its character is not
-// ASCII, below the space, a quote, a backslash or DEL. A carry from one of those can set it in the
-// next byte too.
+// Copies a few characters to `to`. Returns 0 if all of them are ASCII and need no escaping in JSON:
+// each term sets bit 7 of a byte that is not ASCII, below the space, a quote, a backslash or DEL. A
+// carry from one of those to the next byte does no harm.
 template <typename Piece>
 Piece copyPiece(const char* from, char* to) {
   constexpr Piece ones = static_cast<Piece>(-1) / 0xFF;
   Piece piece;
   std::memcpy(&piece, from, sizeof piece);
   std::memcpy(to, &piece, sizeof piece);
-  return piece | (piece - ' ' * ones) | ((piece ^ '"' * ones) - ones) |
-         ((piece ^ '\\' * ones) - ones) | (piece + ones);
+  const auto found = piece | (piece - ' ' * ones) | ((piece ^ '"' * ones) - ones) |
+                     ((piece ^ '\\' * ones) - ones) | (piece + ones);
+  return found & 0x80 * ones;
 }
 
 // Copies a text in pieces of this type, of which two may overlap. REQUIRES: it is not shorter.
@@ -108,8 +109,7 @@ bool copyPlainPieces(std::string_view text, char* to) {
   Piece found = copyPiece<Piece>(text.data() + last, to + last);
   for (size_t at = 0; at < last; at += sizeof(Piece))
     found |= copyPiece<Piece>(text.data() + at, to + at);
-  constexpr Piece bits7 = static_cast<Piece>(-1) / 0xFF * 0x80;
-  return (found & bits7) == 0;
+  return found == 0;
 }
 
 constexpr char base64Digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -189,9 +189,7 @@ bool copyPlainJson(std::string_view text, char* to) {
 }
 
 char* writeBase64(std::string_view bytes, char* to) {
-  const auto byteAt = [from = bytes.data()](size_t at) -> unsigned {
-    return static_cast<uint8_t>(from[at]);
-  };
+  const auto byteAt = [bytes](size_t at) -> unsigned { return static_cast<uint8_t>(bytes[at]); };
   size_t at = 0;
   for (; at + 3 <= bytes.size(); at += 3) {
     const unsigned bits = byteAt(at) << 16 | byteAt(at + 1) << 8 | byteAt(at + 2);

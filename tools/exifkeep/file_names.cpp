@@ -138,45 +138,45 @@ ExitStatus FileNames::takeEach(const std::function<bool(const std::string&)>& ta
   return worst;
 }
 
-ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
-                              bool answersKeptBack) const {
+ExitStatus FileNames::forEachGroup(size_t size, bool answersKeptBack,
+                                   const std::function<ExitStatus(const Group&)>& answer) const {
   ExitStatus worst = ExitStatus::ok;
   BatchProgress progress(knownCount(), answersKeptBack);
-  const ExitStatus ofNames = takeEach([&](const std::string& name) {
-    worst = std::max(worst, answer(name));
-    progress.advance(1);
+  Group group;
+  const auto answerGroup = [&] {
+    worst = std::max(worst, answer(group));
+    progress.advance(group.size());
+    group.clear();
     return flushOutput();
+  };
+  const ExitStatus ofNames = takeEach([&](const std::string& name) {
+    group.push_back(name);
+    return group.size() < size || answerGroup();
   });
+  if (!group.empty()) answerGroup();
   return std::max(worst, ofNames);
+}
+
+ExitStatus FileNames::forEach(const std::function<ExitStatus(const std::string&)>& answer,
+                              bool answersKeptBack) const {
+  return forEachGroup(1, answersKeptBack,
+                      [&](const Group& group) { return answer(group.front()); });
 }
 
 ExitStatus FileNames::forEach(size_t jobs, size_t groupSize,
                               const std::function<Answer(const Group&)>& examine) const {
+  const size_t threads = knownCount() == 0 ? jobs : std::min(jobs, knownCount());
+  if (threads == 1)
+    return forEachGroup(groupSize, false, [&](const Group& group) { return examine(group)(); });
   ExitStatus worst = ExitStatus::ok;
   BatchProgress progress(knownCount(), false);
-  const auto print = [&](size_t count, const Answer& answer) {
-    worst = std::max(worst, answer());
-    progress.advance(count);
-  };
-  const size_t threads = knownCount() == 0 ? jobs : std::min(jobs, knownCount());
-  if (threads == 1) {
-    Group group;
-    const auto examineGroup = [&] {
-      print(group.size(), examine(group));
-      group.clear();
-      return flushOutput();
-    };
-    const ExitStatus ofNames = takeEach([&](const std::string& name) {
-      group.push_back(name);
-      return group.size() < groupSize || examineGroup();
-    });
-    if (!group.empty()) examineGroup();
-    return std::max(worst, ofNames);
-  }
   OrderedWork work(
       threads,
       [&](const Group& group) -> OrderedWork::Delivery {
-        return [&print, count = group.size(), answer = examine(group)] { print(count, answer); };
+        return [&, count = group.size(), answer = examine(group)] {
+          worst = std::max(worst, answer());
+          progress.advance(count);
+        };
       },
       flushOutput);
   const ExitStatus ofNames = takeEach([&](const std::string& name) { return work.add(name); });

@@ -39,6 +39,9 @@ struct FileNames {
  private:
   // The number of files, or 0 if it is not known in advance.
   size_t knownCount() const { return readsInput() || recursive ? 0 : arguments.size(); }
+  // As forEach, for groups of this size; the last may be smaller.
+  ExitStatus forEachGroup(size_t size, bool answersKeptBack,
+                          const std::function<ExitStatus(const Group&)>& answer) const;
   // Calls `takeFile` with each name. If it returns false, stops and returns ExitStatus::failed.
   ExitStatus takeEach(const std::function<bool(const std::string&)>& takeFile) const;
 };

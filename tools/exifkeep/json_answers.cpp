@@ -109,7 +109,7 @@ ExitStatus answerAsJson(const FileNames& files, size_t jobs, JsonForm form,
       return objects->print(omitsComma);
     };
   };
-  // An array is of no use before its end, so its objects can wait for one another.
+  // An array is of no use before its end, so a few objects can share a write.
   const ExitStatus status = files.forEach(jobs, isArray ? 8 : 1, examine);
   if (isArray) printBytes(isFirst ? "]\n" : "\n]\n");
   return status;

@@ -19,7 +19,7 @@ class JsonWriter {
   enum class Layout {
     document,
     element,  // of an array written elsewhere: as in a document, with a comma before it
-    line,
+    line,     // every object on a line of its own
   };
   // So many objects are expected at the top level.
   explicit JsonWriter(Layout layout = Layout::document, size_t objects = 1);
